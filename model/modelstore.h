@@ -1,0 +1,70 @@
+// ModelStore: the model objects of one visualization, and the identifiers and links between them.
+#ifndef CHARTXML_MODELSTORE_H
+#define CHARTXML_MODELSTORE_H
+
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include <xercesc/dom/DOM.hpp>
+
+#include "plxbaseelement.h"
+
+namespace dialect {
+struct Element;
+}
+
+// Each element's object hangs on the element as user data under its tag. On the store's end every
+// element is freed of its object, so that no node hands out a dead one.
+class ModelStore {
+ public:
+  explicit ModelStore(PlXVisualization& owner) : owner_(owner) {}
+  ~ModelStore();
+  ModelStore(const ModelStore&) = delete;
+  ModelStore& operator=(const ModelStore&) = delete;
+
+  // Makes the objects of a subtree in one pass, root included, and declares its identifiers.
+  // Elements that have an object keep it; rows of data are passed over.
+  void build(xercesc::DOMElement* root);
+
+  // The object over an element, made now if there is none; null when the dialect has no class for
+  // it.
+  PlXBaseElement* objectOf(xercesc::DOMElement* element);
+
+  // Takes a subtree out of the document: its identifiers are withdrawn and links to them from
+  // elsewhere are removed. The elements stay owned by the document, and the objects safe.
+  void remove(xercesc::DOMElement* element);
+
+  // To be told of each attribute that is written, so that remove() finds links without a walk.
+  void noteAttribute(xercesc::DOMElement* element, const XMLCh* name);
+
+  // `stem` with the first number behind those handed out that no element of the document has.
+  std::u16string freshId(const XMLCh* stem);
+
+ private:
+  struct Link {
+    const PlXBaseElement* holder;
+    std::u16string attribute;
+  };
+  class ReleaseWatch;
+
+  PlXBaseElement* make(xercesc::DOMElement* element, const dialect::Element* row);
+  void noteLinks(const PlXBaseElement& object);
+  void indexLinks();
+  void removeLinks(const std::u16string& id);
+
+  PlXVisualization& owner_;
+  std::vector<std::unique_ptr<PlXBaseElement>> objects_;
+  // Target id to the links that name it, filled by the first removal. An entry may be out of date:
+  // the attribute's text decides.
+  std::unordered_multimap<std::u16string, Link> links_;
+  bool linksIndexed_ = false;
+  std::unordered_map<std::u16string, unsigned long> lastNumbers_;
+};
+
+// Makes the "id" attribute of an element in the document an identifier of the document; what has
+// been removed stays without.
+void declareId(xercesc::DOMElement* element);
+
+#endif

@@ -1,0 +1,212 @@
+#include "plxbaseelement.h"
+
+#include <xercesc/dom/DOM.hpp>
+#include <xercesc/util/XMLChar.hpp>
+#include <xercesc/util/XMLString.hpp>
+
+#include "chartstring.h"
+#include "dialect.h"
+#include "modelstore.h"
+#include "numbertext.h"
+#include "plxframes.h"
+#include "plxstyle.h"
+#include "utf.h"
+
+using namespace xercesc;
+
+namespace {
+
+const XMLCh idName[] = u"id";
+
+std::u16string asciiText(const std::string& text) { return {text.begin(), text.end()}; }
+
+// Namespace and prefix of a new child are its parent's, as a parser would read it.
+DOMElement* newElement(const DOMElement& parent, const XMLCh* tag) {
+  std::u16string name;
+  if (const XMLCh* prefix = parent.getPrefix(); prefix && *prefix) {
+    name.append(prefix).append(1, u':');
+  }
+  name += tag;
+  return parent.getOwnerDocument()->createElementNS(parent.getNamespaceURI(), name.c_str());
+}
+
+// The sibling that a child of `tag` is written before, null for the end. Looked for from the last
+// child backwards, so that adding in canonical order costs one step. Names are pooled by the
+// document: a run of equal siblings costs one look-up.
+DOMNode* placeFor(const DOMElement& parent, const XMLCh* tag) {
+  const dialect::Element* row = dialect::find(&parent);
+  if (!row) return nullptr;
+  const unsigned rank = row->rankOf(tag);
+  DOMNode* place = nullptr;
+  const XMLCh* lastName = nullptr;
+  for (DOMNode* node = parent.getLastChild(); node; node = node->getPreviousSibling()) {
+    if (node->getNodeType() != DOMNode::ELEMENT_NODE) continue;
+    const XMLCh* name = dialect::localName(node);
+    if (name != lastName && row->rankOf(name) <= rank) break;
+    lastName = name;
+    place = node;
+  }
+  return place;
+}
+
+}  // namespace
+
+PlXBaseElement::PlXBaseElement(DOMElement* element, PlXVisualization* owner)
+    : element_(element), visualization_(owner) {}
+
+PlXBaseElement::~PlXBaseElement() = default;
+
+PlXVisualization* PlXBaseElement::getVisualization() const {
+  if (visualization_ || !element_) return visualization_;
+  const DOMElement* root = element_->getOwnerDocument()->getDocumentElement();
+  return root ? static_cast<PlXVisualization*>(root->getUserData(dialect::localName(root)))
+              : nullptr;
+}
+
+PlXBaseElement* PlXBaseElement::objectOf(DOMElement* element) const {
+  PlXVisualization* visualization = element ? getVisualization() : nullptr;
+  return visualization ? visualization->store().objectOf(element) : nullptr;
+}
+
+const XMLCh* PlXBaseElement::GetAttribute(const XMLCh* name) const { return text(name); }
+
+bool PlXBaseElement::SetAttribute(const XMLCh* name, const XMLCh* value) {
+  if (!element_ || !name || !XMLChar1_0::isValidName(name, XMLString::stringLen(name))) {
+    return false;
+  }
+  setAttribute(name, value);
+  return true;
+}
+
+void PlXBaseElement::importAttributes(const DOMNode* node) {
+  const DOMNamedNodeMap* attributes = node && element_ ? node->getAttributes() : nullptr;
+  if (!attributes) return;
+  for (XMLSize_t i = 0; i < attributes->getLength(); ++i) {
+    const DOMNode* attribute = attributes->item(i);
+    setAttribute(attribute->getNodeName(), attribute->getNodeValue());
+  }
+}
+
+DOMElement* PlXBaseElement::getElementById(const XMLCh* id) const {
+  if (!element_ || !id || !*id) return nullptr;
+  return element_->getOwnerDocument()->getElementById(id);
+}
+
+bool PlXBaseElement::doesIdExist(const XMLCh* id) const { return getElementById(id) != nullptr; }
+
+PlXStyle* PlXBaseElement::getStyleById(const XMLCh* id) const {
+  return dynamic_cast<PlXStyle*>(objectOf(getElementById(id)));
+}
+
+const XMLCh* PlXBaseElement::text(const XMLCh* name) const {
+  return element_ ? element_->getAttribute(name) : XMLUni::fgZeroLenString;
+}
+
+void PlXBaseElement::setText(const XMLCh* name, const XMLCh* value) { setAttribute(name, value); }
+
+bool PlXBaseElement::flag(const XMLCh* name, bool absent) const {
+  if (!present(name)) return absent;
+  const XMLCh* value = text(name);
+  return XMLString::equals(value, u"true") || XMLString::equals(value, u"1");
+}
+
+void PlXBaseElement::setFlag(const XMLCh* name, bool value) {
+  setAttribute(name, value ? u"true" : u"false");
+}
+
+double PlXBaseElement::number(const XMLCh* name) const {
+  return numbertext::read(text(name)).value_or(0);
+}
+
+void PlXBaseElement::setNumber(const XMLCh* name, double value) {
+  setAttribute(name, asciiText(numbertext::shortest(value)).c_str());
+}
+
+long PlXBaseElement::integer(const XMLCh* name) const {
+  return ChartString(text(name)).convertToSignedInteger();
+}
+
+void PlXBaseElement::setInteger(const XMLCh* name, long value) {
+  setAttribute(name, asciiText(std::to_string(value)).c_str());
+}
+
+bool PlXBaseElement::present(const XMLCh* name) const {
+  return element_ && element_->hasAttribute(name);
+}
+
+void PlXBaseElement::clear(const XMLCh* name) { setAttribute(name, nullptr); }
+
+void PlXBaseElement::setAttribute(const XMLCh* name, const XMLCh* value) {
+  if (!element_) return;
+  if (!value) {
+    element_->removeAttribute(name);
+    return;
+  }
+  element_->setAttribute(name, value);
+  if (XMLString::equals(name, idName)) declareId(element_);
+  if (visualization_) visualization_->store().noteAttribute(element_, name);
+}
+
+const XMLCh* PlXBaseElement::contentOrText(const XMLCh* name) const {
+  if (!element_) return text(name);
+  const XMLCh* content = element_->getTextContent();
+  return content && *content ? content : text(name);
+}
+
+void PlXBaseElement::setTextOverContent(const XMLCh* name, const XMLCh* value) {
+  if (!element_) return;
+  setAttribute(name, value);
+  for (DOMNode* node = element_->getFirstChild(); node;) {
+    DOMNode* next = node->getNextSibling();
+    const short kind = node->getNodeType();
+    if (kind == DOMNode::TEXT_NODE || kind == DOMNode::CDATA_SECTION_NODE) {
+      element_->removeChild(node)->release();
+    }
+    node = next;
+  }
+}
+
+PlXBaseElement* PlXBaseElement::linked(const XMLCh* name) const {
+  return objectOf(getElementById(text(name)));
+}
+
+void PlXBaseElement::linkTo(const XMLCh* name, PlXBaseElement& target) {
+  if (!element_ || !target.element_) return;
+  if (!*target.text(idName)) {
+    PlXVisualization* visualization = target.getVisualization();
+    if (!visualization) return;
+    const XMLCh* tag = dialect::localName(target.element_);
+    target.setAttribute(idName, visualization->store().freshId(tag).c_str());
+  }
+  setAttribute(name, target.text(idName));
+}
+
+DOMElement* PlXBaseElement::firstChild(const XMLCh* tag) const {
+  DOMElement* child = element_ ? element_->getFirstElementChild() : nullptr;
+  while (child && !XMLString::equals(dialect::localName(child), tag)) {
+    child = child->getNextElementSibling();
+  }
+  return child;
+}
+
+PlXBaseElement* PlXBaseElement::addChild(const XMLCh* tag, const XMLCh* id) {
+  PlXVisualization* visualization = getVisualization();
+  if (!visualization) return nullptr;
+  if (!element_) {
+    // The place has been released: the child lives on its own, in no chart.
+    DOMDocument* document = visualization->getImplementation()->getOwnerDocument();
+    return visualization->store().objectOf(document->createElement(tag));
+  }
+  DOMElement* element = newElement(*element_, tag);
+  if (id) element->setAttribute(idName, id);
+  element_->insertBefore(element, placeFor(*element_, tag));
+  return visualization->store().objectOf(element);
+}
+
+void PlXBaseElement::removeChild(PlXBaseElement& child) {
+  PlXVisualization* visualization = getVisualization();
+  DOMElement* element = child.element_;
+  if (visualization && element && element->getParentNode() == element_) {
+    visualization->store().remove(element);
+  }
+}

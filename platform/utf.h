@@ -1,0 +1,17 @@
+// UTF-8 and UTF-16, the two forms that texts have inside the library.
+#ifndef CHARTXML_UTF_H
+#define CHARTXML_UTF_H
+
+#include <string>
+#include <string_view>
+
+namespace utf {
+
+// Malformed input becomes U+FFFD: a text from outside never stops the caller.
+void appendUtf8(std::string& out, std::u16string_view text);
+std::string toUtf8(std::u16string_view text);
+std::u16string toUtf16(std::string_view text);
+
+}  // namespace utf
+
+#endif
