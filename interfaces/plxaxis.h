@@ -55,12 +55,18 @@ class CHARTXML_API PlXAxisTransformParameter : public PlXBaseElement {
 };
 
 #endif
-class CHARTXML_API PlXMajorTicks : public PlXBaseElement {public:
+class CHARTXML_API PlXMajorTicks : public PlXBaseElement {
+ public:
   using PlXBaseElement::PlXBaseElement;
-  static const XMLCh _UTF_majorTicks[];};
-class CHARTXML_API PlXMinorTicks : public PlXBaseElement {public:
+  static const XMLCh _UTF_majorTicks[];
+};
+class CHARTXML_API PlXMinorTicks : public PlXBaseElement {
+ public:
   using PlXBaseElement::PlXBaseElement;
-  static const XMLCh _UTF_minorTicks[];};
-class CHARTXML_API PlXLabel : public PlXBaseElement {public:
+  static const XMLCh _UTF_minorTicks[];
+};
+class CHARTXML_API PlXLabel : public PlXBaseElement {
+ public:
   using PlXBaseElement::PlXBaseElement;
-  static const XMLCh _UTF_label[];};
+  static const XMLCh _UTF_label[];
+};

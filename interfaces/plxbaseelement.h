@@ -31,7 +31,8 @@ class PlXVisualization;
 //   0 and flags as false then, and an enumerator as 0.
 // - `addX()` creates a child at its canonical place and answers the new object, which is never
 //   null. With an id, the new element has that id.
-// - `setX(text)` with null removes the property, and so does an enumerator of 0 that the dialect has
+// - `setX(text)` with null removes the property, and so does an enumerator of 0 that the dialect
+// has
 //   no word for; any other without a word is passed over.
 // - `setX(object)` stores a link: an attribute with the object's id. An object without an id is
 //   given one. A link whose target isn't in the document, or is no such object, reads as null.

@@ -14,12 +14,12 @@ using namespace xercesc;
 
 namespace dialect {
 
-#define ENUMERATION(type, name, ...)                     \
-  template <>                                            \
-  const Words& wordsOf<type>() {                         \
-    static constexpr Word words[] = {__VA_ARGS__};       \
+#define ENUMERATION(type, name, ...)                      \
+  template <>                                             \
+  const Words& wordsOf<type>() {                          \
+    static constexpr Word words[] = {__VA_ARGS__};        \
     static constexpr Words table{name, std::span(words)}; \
-    return table;                                        \
+    return table;                                         \
   }
 #include "enumerations.inc"
 #undef ENUMERATION
@@ -150,8 +150,8 @@ class Table {
       child.rank += first;
       children.push_back(child);
     }
-    return {row.name, row.label, row.documentation, row.content, row.make,
-            group,    children,  {},                {},          {}};
+    return {row.name, row.label, row.documentation, row.content, row.make, group, children, {},
+            {},       {}};
   }
 
   void finish(Element& element) {
@@ -204,7 +204,9 @@ unsigned Element::rankOf(std::u16string_view childTag) const {
   return hit != ranks.end() ? hit->second : static_cast<unsigned>(ranks.size());
 }
 
-std::span<const Element> elements() { return table().elements(); }
+std::span<const Element> elements() {
+  return table().elements();
+}
 
 std::vector<const Words*> enumerations() {
   std::vector<const Words*> result;
@@ -239,9 +241,9 @@ bool isLink(const Element& element, const XMLCh* attribute) {
   }
   std::u16string_view role(attribute);
   role = role.substr(0, role.find_last_not_of(u"0123456789") + 1);
-  constexpr std::u16string_view roles[] = {u"title", u"subtitle", u"footnote", u"legend", u"key",
-                                           u"text", u"statisticsSummary",
-                                           u"styleCycleRepository"};
+  constexpr std::u16string_view roles[] = {
+      u"title", u"subtitle", u"footnote",          u"legend",
+      u"key",   u"text",     u"statisticsSummary", u"styleCycleRepository"};
   return std::find(std::begin(roles), std::end(roles), role) != std::end(roles);
 }
 

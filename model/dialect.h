@@ -82,9 +82,9 @@ struct Element {
   const char* documentation;
   Content content;
   PlXBaseElement* (*make)(xercesc::DOMElement*, PlXVisualization*);
-  const Group* group;  // null for most
-  std::vector<Child> children;         // those of the group first
-  std::vector<Attribute> attributes;   // less those of the group
+  const Group* group;                 // null for most
+  std::vector<Child> children;        // those of the group first
+  std::vector<Attribute> attributes;  // less those of the group
   std::unordered_map<std::u16string_view, unsigned> ranks;
   std::vector<const XMLCh*> links;  // the names of all attributes of Type::Link
 

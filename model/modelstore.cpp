@@ -1,6 +1,7 @@
 #include "modelstore.h"
 
 #include "dialect.h"
+#include "domwalk.h"
 #include "plxframes.h"
 #include "utf.h"
 
@@ -9,25 +10,6 @@ using namespace xercesc;
 namespace {
 
 const XMLCh idName[] = u"id";
-
-bool isElement(const DOMNode* node) { return node->getNodeType() == DOMNode::ELEMENT_NODE; }
-
-// Calls `visit(element)` for a subtree in document order; the children of elements for which it
-// answers false are passed over. Depth costs no stack.
-template <class Visit>
-void walk(DOMElement* root, Visit visit) {
-  DOMNode* node = root;
-  while (node) {
-    const bool enter = isElement(node) && visit(static_cast<DOMElement*>(node));
-    DOMNode* next = enter ? node->getFirstChild() : nullptr;
-    while (!next) {
-      if (node == root) return;
-      next = node->getNextSibling();
-      if (!next) node = node->getParentNode();
-    }
-    node = next;
-  }
-}
 
 bool holdsData(const dialect::Element* row) {
   return row && row->content == dialect::Content::Data;
@@ -76,7 +58,7 @@ PlXBaseElement* ModelStore::objectOf(DOMElement* element) {
 }
 
 void ModelStore::build(DOMElement* root) {
-  walk(root, [this](DOMElement* element) {
+  walkElements(root, [this](DOMElement* element) {
     DOMAttr* id = element->getAttributeNode(idName);
     if (id && !id->isId()) element->setIdAttributeNode(id, true);
     const dialect::Element* row = dialect::find(element);
@@ -117,11 +99,11 @@ void ModelStore::remove(DOMElement* element) {
   // Before anything changes, so that links within the subtree are known too.
   indexLinks();
   std::vector<std::u16string> removedIds;
-  walk(element, [&](DOMElement* inner) {
+  walkElements(element, [&](DOMElement* inner) {
     if (const DOMAttr* id = inner->getAttributeNode(idName)) {
       removedIds.emplace_back(id->getValue());
-      if (id->isId()) inner->setIdAttribute(idName, false);
     }
+    withdrawId(inner);
     return !holdsData(dialect::find(inner));
   });
   if (DOMNode* parent = element->getParentNode()) parent->removeChild(element);
@@ -160,4 +142,9 @@ void declareId(DOMElement* element) {
   const DOMNode* top = element;
   while (const DOMNode* parent = top->getParentNode()) top = parent;
   if (top->getNodeType() == DOMNode::DOCUMENT_NODE) element->setIdAttributeNode(id, true);
+}
+
+void withdrawId(DOMElement* element) {
+  const DOMAttr* id = element->getAttributeNode(idName);
+  if (id && id->isId()) element->setIdAttribute(idName, false);
 }

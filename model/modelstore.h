@@ -66,5 +66,7 @@ class ModelStore {
 // Makes the "id" attribute of an element in the document an identifier of the document; what has
 // been removed stays without.
 void declareId(xercesc::DOMElement* element);
+// The opposite, for an element that goes.
+void withdrawId(xercesc::DOMElement* element);
 
 #endif

@@ -18,7 +18,9 @@ namespace {
 
 const XMLCh idName[] = u"id";
 
-std::u16string asciiText(const std::string& text) { return {text.begin(), text.end()}; }
+std::u16string asciiText(const std::string& text) {
+  return {text.begin(), text.end()};
+}
 
 // Namespace and prefix of a new child are its parent's, as a parser would read it.
 DOMElement* newElement(const DOMElement& parent, const XMLCh* tag) {
@@ -68,7 +70,9 @@ PlXBaseElement* PlXBaseElement::objectOf(DOMElement* element) const {
   return visualization ? visualization->store().objectOf(element) : nullptr;
 }
 
-const XMLCh* PlXBaseElement::GetAttribute(const XMLCh* name) const { return text(name); }
+const XMLCh* PlXBaseElement::GetAttribute(const XMLCh* name) const {
+  return text(name);
+}
 
 bool PlXBaseElement::SetAttribute(const XMLCh* name, const XMLCh* value) {
   if (!element_ || !name || !XMLChar1_0::isValidName(name, XMLString::stringLen(name))) {
@@ -92,7 +96,9 @@ DOMElement* PlXBaseElement::getElementById(const XMLCh* id) const {
   return element_->getOwnerDocument()->getElementById(id);
 }
 
-bool PlXBaseElement::doesIdExist(const XMLCh* id) const { return getElementById(id) != nullptr; }
+bool PlXBaseElement::doesIdExist(const XMLCh* id) const {
+  return getElementById(id) != nullptr;
+}
 
 PlXStyle* PlXBaseElement::getStyleById(const XMLCh* id) const {
   return dynamic_cast<PlXStyle*>(objectOf(getElementById(id)));
@@ -102,7 +108,9 @@ const XMLCh* PlXBaseElement::text(const XMLCh* name) const {
   return element_ ? element_->getAttribute(name) : XMLUni::fgZeroLenString;
 }
 
-void PlXBaseElement::setText(const XMLCh* name, const XMLCh* value) { setAttribute(name, value); }
+void PlXBaseElement::setText(const XMLCh* name, const XMLCh* value) {
+  setAttribute(name, value);
+}
 
 bool PlXBaseElement::flag(const XMLCh* name, bool absent) const {
   if (!present(name)) return absent;
@@ -134,7 +142,9 @@ bool PlXBaseElement::present(const XMLCh* name) const {
   return element_ && element_->hasAttribute(name);
 }
 
-void PlXBaseElement::clear(const XMLCh* name) { setAttribute(name, nullptr); }
+void PlXBaseElement::clear(const XMLCh* name) {
+  setAttribute(name, nullptr);
+}
 
 void PlXBaseElement::setAttribute(const XMLCh* name, const XMLCh* value) {
   if (!element_) return;

@@ -1,10 +1,9 @@
-#include <sstream>
+#include "plxframes.h"
 
 #include <xercesc/dom/DOM.hpp>
 
-#include "dialect.h"
 #include "modelstore.h"
-#include "plxframes.h"
+#include "xmlwriter.h"
 
 using namespace xercesc;
 
@@ -14,4 +13,13 @@ PlXVisualization::PlXVisualization(DOMElement* root)
 }
 
 PlXVisualization::~PlXVisualization() = default;
-std::string PlXVisualization::AsUTF8() const { return {}; }
+
+std::string PlXVisualization::AsUTF8() const {
+  std::string text;
+  const DOMElement* root = getImplementation();
+  if (!root) return text;
+  const DOMDocument* document = root->getOwnerDocument();
+  writeXml(root == document->getDocumentElement() ? static_cast<const DOMNode&>(*document) : *root,
+           text);
+  return text;
+}

@@ -14,7 +14,9 @@ std::u16string_view viewOf(const XMLCh* text) {
   return text ? std::u16string_view(text) : std::u16string_view();
 }
 
-std::u16string utf16Of(const char* text) { return text ? utf::toUtf16(text) : std::u16string(); }
+std::u16string utf16Of(const char* text) {
+  return text ? utf::toUtf16(text) : std::u16string();
+}
 
 // Whole numbers, clamped to the limits of T; a sign that T can't hold reads as 0.
 template <class T>
@@ -33,7 +35,9 @@ T wholeNumber(std::u16string_view text) {
 ChartString::ChartString(const XMLCh* text) : text_(viewOf(text)) {}
 ChartString::ChartString(const char* text) : text_(utf16Of(text)) {}
 
-std::string ChartString::toUTF8() const { return utf::toUtf8(text_); }
+std::string ChartString::toUTF8() const {
+  return utf::toUtf8(text_);
+}
 
 ChartString& ChartString::assign(const ChartString& text) {
   text_ = text.text_;
@@ -70,7 +74,9 @@ ChartString& ChartString::append(const char* text) {
   return *this;
 }
 
-ChartString& ChartString::append(unsigned short unit) { return append(static_cast<XMLCh>(unit)); }
+ChartString& ChartString::append(unsigned short unit) {
+  return append(static_cast<XMLCh>(unit));
+}
 
 ChartString& ChartString::append(XMLCh unit) {
   text_ += unit;
@@ -104,12 +110,22 @@ ChartString& ChartString::assignTAVOMBGeneric(const std::string& bytes) {
   return *this;
 }
 
-unsigned long ChartString::convertToInteger() const { return wholeNumber<unsigned long>(text_); }
-long ChartString::convertToSignedInteger() const { return wholeNumber<long>(text_); }
-double ChartString::convertToDouble() const { return numbertext::read(text_).value_or(0); }
-bool ChartString::isNumber() const { return numbertext::isNumber(text_); }
+unsigned long ChartString::convertToInteger() const {
+  return wholeNumber<unsigned long>(text_);
+}
+long ChartString::convertToSignedInteger() const {
+  return wholeNumber<long>(text_);
+}
+double ChartString::convertToDouble() const {
+  return numbertext::read(text_).value_or(0);
+}
+bool ChartString::isNumber() const {
+  return numbertext::isNumber(text_);
+}
 
-bool ChartString::equals(const XMLCh* other) const { return text_ == viewOf(other); }
+bool ChartString::equals(const XMLCh* other) const {
+  return text_ == viewOf(other);
+}
 
 bool ChartString::ContainsString(const XMLCh* part) const {
   return text_.find(viewOf(part)) != std::u16string::npos;

@@ -25,7 +25,9 @@ PathFactory* PathFactory::getPathInstance(int instance) {
   return object.get();
 }
 
-PathFactory::PathFactory() { setInstallationFolder({}); }
+PathFactory::PathFactory() {
+  setInstallationFolder({});
+}
 
 void PathFactory::setInstallationFolder(const std::string& folder) {
   installation_ = folder.empty() ? libraryFolder() + CHARTXML_DATA_FROM_LIB : folder;

@@ -70,12 +70,12 @@ XMLCh* TAVOMBTranscodeGeneric(const char* text) {
 
 void TAVOMBRelease(char** text) {
   if (!text) return;
-  delete[] *text;
+  delete[] * text;
   *text = nullptr;
 }
 
 void TAVOMBRelease(XMLCh** text) {
   if (!text) return;
-  delete[] *text;
+  delete[] * text;
   *text = nullptr;
 }

@@ -1,0 +1,18 @@
+#include "chartprinter.h"
+
+#include <ostream>
+
+#include "xmlwriter.h"
+
+using namespace xercesc;
+
+void DOMPrinter::Print(const DOMNode* node, std::ostream& out, bool whiteSpace) {
+  if (!node) return;
+  std::string text;
+  writeXml(*node, text, whiteSpace);
+  out << text;
+}
+
+void ChartPrinter::Print(const DOMDocument* document, std::ostream& out) {
+  Print(document, out, whiteSpace_);
+}

@@ -1,0 +1,339 @@
+#include "chartbase.h"
+
+#include <locale>
+#include <sstream>
+
+#include <xercesc/dom/DOM.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/util/XMLStringTokenizer.hpp>
+
+#include "chartdump.h"
+#include "charterrorhandler.h"
+#include "chartexception.h"
+#include "chartparser.h"
+#include "domwalk.h"
+#include "grammarpool.h"
+#include "modelstore.h"
+#include "plxframes.h"
+#include "plxuni.h"
+#include "tavogotocaller.h"
+
+using namespace xercesc;
+
+#define CONSTANT(name, text) const XMLCh ChartBase::name[] = u"" text;
+#include "chartbase.inc"
+#undef CONSTANT
+
+namespace {
+
+const XMLCh olderSchemaLocation[] =
+    u"" CHARTXML_HOST "/visualization " CHARTXML_HOST "/visualization/grafo-1.4.xsd";
+
+constexpr double systemMissing = -1.7976931348623157e308;
+
+void report(const ChartString& message, unsigned line) {
+  ChartErrorHandler().error(ChartException(message.toUTF8(), __FILE__, line));
+}
+
+ChartString textOf(const XMLCh* text) {
+  return ChartString(text);
+}
+
+// The first element at or below `root`, in document order, of that name and with that attribute.
+DOMElement* elementWithAttribute(DOMNode* root, const XMLCh* tag, const XMLCh* attribute,
+                                 const XMLCh* value) {
+  DOMElement* result = nullptr;
+  walkElements(root, [&](DOMElement* element) {
+    if (!result && XMLString::equals(element->getNodeName(), tag) &&
+        XMLString::equals(element->getAttribute(attribute), value)) {
+      result = element;
+    }
+    return !result;
+  });
+  return result;
+}
+
+// Reports and dumps a text whose parse has failed.
+void reportParse(const std::string& text, const char* message, unsigned line) {
+  ChartBase::printString(text, "parseError_", ".xml", 0, ChartBase::PRINT_PARSE_ERROR);
+  report(message, line);
+}
+
+}  // namespace
+
+ChartBase::ChartBase() {
+  initialize();
+  grammarpool::hold();
+}
+
+ChartBase::~ChartBase() {
+  parser_.reset();
+  grammarpool::drop();
+  terminate();
+}
+
+void ChartBase::initialize() {
+  try {
+    XMLPlatformUtils::Initialize(XMLUni::fgXercescDefaultLocale, nullptr, nullptr, nullptr);
+  } catch (const XMLException& e) {
+    ChartErrorHandler().error(e);
+  }
+}
+
+void ChartBase::terminate() {
+  try {
+    XMLPlatformUtils::Terminate();
+  } catch (const XMLException& e) {
+    ChartErrorHandler().error(e);
+  }
+}
+
+DOMDocument* ChartBase::createPlXDocument(const XMLCh*) {
+  return newDocument(PlXUni::_visualization, {{_schemaDefaultNSName, _schemaDefaultNSValue},
+                                              {_schemaInstanceName, _schemaInstanceValue},
+                                              {_schemaLocationName, _schemaLocationValue}});
+}
+
+DOMDocument* ChartBase::createDocument(const XMLCh*) {
+  return newDocument(PlXUni::_graph, {{_schemaDefaultNSName, _schemaDefaultNSValue},
+                                      {_schemaInstanceName, _schemaInstanceValue},
+                                      {_schemaLocationName, olderSchemaLocation}});
+}
+
+DOMDocument* ChartBase::newDocument(const XMLCh* root, Attributes attributes) {
+  DOMDocument* document = nullptr;
+  try {
+    if (!XMLPlatformUtils::fgMemoryManager) return nullptr;
+    DOMImplementation* dom = DOMImplementationRegistry::getDOMImplementation(_implFeatures);
+    document = dom->createDocument(_namespaceURI, root, nullptr);
+    document->setStrictErrorChecking(true);
+    document->setXmlStandalone(false);
+    document->setXmlVersion(_XMLversion);
+    for (const auto& [name, value] : attributes) {
+      document->getDocumentElement()->setAttribute(name, value);
+    }
+  } catch (const TavoGoToCaller&) {
+    throw;
+  } catch (...) {
+    // The document as far as it was made.
+  }
+  return document;
+}
+
+DOMElement* ChartBase::getChildByTagName(const DOMNode* parent, const XMLCh* name) {
+  if (!parent) return nullptr;
+  for (DOMNode* child = parent->getFirstChild(); child; child = child->getNextSibling()) {
+    if (child->getNodeType() == DOMNode::ELEMENT_NODE &&
+        XMLString::equals(child->getNodeName(), name)) {
+      return static_cast<DOMElement*>(child);
+    }
+  }
+  return nullptr;
+}
+
+bool ChartBase::mergeAttributes(const DOMElement* from, DOMElement* to) {
+  if (!from || !to) return false;
+  const DOMNamedNodeMap* attributes = from->getAttributes();
+  for (XMLSize_t i = 0; i < attributes->getLength(); ++i) {
+    const DOMNode* attribute = attributes->item(i);
+    to->setAttribute(attribute->getNodeName(), attribute->getNodeValue());
+  }
+  return true;
+}
+
+int ChartBase::AddAttributeDoc(DOMDocument* doc, DOMElement* element, const XMLCh* name,
+                               const XMLCh* value) {
+  if (!value) {
+    report(textOf(u"attribute value is empty for name ").append(name), __LINE__);
+    return -1;
+  }
+  DOMAttr* attribute = nullptr;
+  try {
+    if (doc && element && name) attribute = doc->createAttribute(name);
+  } catch (const DOMException&) {
+    // No XML name: told below.
+  }
+  if (!attribute) {
+    report(textOf(u"attribute name does not exist ").append(name).append(u" ").append(value),
+           __LINE__);
+    return -1;
+  }
+  attribute->setValue(value);
+  element->setAttributeNode(attribute);
+  return 0;
+}
+
+bool ChartBase::ValidXML(const std::string& text) {
+  initialize();
+  bool isValid = true;
+  try {
+    ChartParser parser;
+    parser.parseText(text);
+  } catch (const TavoGoToCaller&) {
+    terminate();
+    throw;
+  } catch (...) {
+    reportParse(text, "XML stream validation error", __LINE__);
+    isValid = false;
+  }
+  terminate();
+  return isValid;
+}
+
+ChartString ChartBase::getToken(const XMLCh* text, const XMLCh* delimiters, unsigned index) {
+  if (!text || !*text || !delimiters) return {};
+  XMLStringTokenizer tokens(text, delimiters);
+  if (index >= tokens.countTokens()) return {};
+  for (unsigned i = 0; i < index; ++i) tokens.nextToken();
+  return tokens.nextToken();
+}
+
+ChartString ChartBase::CreateUniqueId(const ChartString& prefix, PlXVisualization& visualization) {
+  const ChartString stem = prefix.empty() ? ChartString(PlXUni::_id) : prefix;
+  const DOMDocument* document = visualization.getImplementation()->getOwnerDocument();
+  ChartString id;
+  unsigned long number = 0;
+  do {
+    id = stem;
+    id.append(++number);
+  } while (document->getElementById(id.xc_str()));
+  return id;
+}
+
+bool ChartBase::willPrintString(PRINTTYPE type) {
+  return chartdump::isOn(type);
+}
+
+bool ChartBase::printString(const std::string& text, const std::string& prefix,
+                            const std::string& suffix, unsigned long counter, PRINTTYPE type) {
+  if (!willPrintString(type) || text.empty()) return false;
+  chartdump::write(text, prefix, suffix, counter);
+  return true;
+}
+
+void ChartBase::printDebugInfo(const std::string& message) {
+  chartdump::writeTiming(message);
+}
+
+ChartParser& ChartBase::parser() {
+  if (!parser_) parser_ = std::make_unique<ChartParser>();
+  return *parser_;
+}
+
+bool ChartBase::parse(const std::string& text) {
+  try {
+    parser().parseText(text);
+    return true;
+  } catch (const TavoGoToCaller&) {
+    throw;
+  } catch (...) {
+    reportParse(text, "parseDocument fatal error while parsing", __LINE__);
+    if (parser_) parser_->dropDocument();
+    return false;
+  }
+}
+
+DOMDocument* ChartBase::parseDocument(const std::string& text) {
+  return parse(text) ? parser().getDocument() : nullptr;
+}
+
+DOMDocument* ChartBase::parseOwned(const std::string& text) {
+  return parse(text) ? parser().adoptDocument() : nullptr;
+}
+
+void ChartBase::releaseDocument(DOMDocument* doc) {
+  if (doc) doc->release();
+}
+
+unsigned ChartBase::removeAllChildren(DOMNode* node) {
+  unsigned count = 0;
+  if (!node) return count;
+  while (DOMNode* child = node->getFirstChild()) {
+    walkElements(child, [](DOMElement* element) {
+      withdrawId(element);
+      return true;
+    });
+    node->removeChild(child);
+    ++count;
+  }
+  return count;
+}
+
+bool ChartBase::insertBeforeSiblings(DOMElement* parent, DOMElement* child,
+                                     ConstChartStringSet names) {
+  DOMNode* sibling = parent->getFirstChild();
+  while (sibling && !names.contains(sibling->getNodeName())) sibling = sibling->getNextSibling();
+  parent->insertBefore(child, sibling);
+  return true;
+}
+
+DOMElement* ChartBase::getElementWithAttribute(const XMLCh* tag, const XMLCh* attribute,
+                                               const XMLCh* value) const {
+  return elementWithAttribute(document_, tag, attribute, value);
+}
+
+bool ChartBase::AddID(DOMElement* element, const XMLCh* id) {
+  if (!element || !document_) return false;
+  if (!id || !*id) {
+    report(textOf(u"ID name attribute is empty for element ").append(element->getNodeName()),
+           __LINE__);
+    return false;
+  }
+  if (element->getOwnerDocument()->getElementById(id)) {
+    report(textOf(u"Attempting to add an existing ID to an element (")
+               .append(id)
+               .append(u" ")
+               .append(element->getNodeName())
+               .append(u")"),
+           __LINE__);
+  }
+  DOMAttr* attribute = document_->createAttribute(PlXUni::_id);
+  if (!attribute) return false;
+  attribute->setValue(id);
+  element->setAttributeNode(attribute);
+  element->setIdAttributeNode(attribute, true);
+  return true;
+}
+
+int ChartBase::AddAttribute(DOMElement* element, const XMLCh* name, const XMLCh* value) {
+  return AddAttributeDoc(document_, element, name, value);
+}
+
+DOMElement* ChartBase::addStyle(DOMElement* element, const XMLCh* styleId) {
+  if (!element || !styleId || !*styleId) return nullptr;
+  for (DOMElement* child = element->getFirstElementChild(); child;
+       child = child->getNextElementSibling()) {
+    if (DOMElement* style = elementWithAttribute(child, PlXUni::_style, PlXUni::_id, styleId)) {
+      return style;
+    }
+  }
+  if (!document_) return nullptr;
+  DOMElement* style = document_->createElement(PlXUni::_style);
+  element->appendChild(style);
+  AddAttribute(style, PlXUni::_id, styleId);
+  return style;
+}
+
+// The classic locale keeps both directions independent of the process's.
+double ChartBase::asDouble(const std::string& text) const {
+  std::istringstream stream(text);
+  stream.imbue(std::locale::classic());
+  double value = 0;
+  stream >> value;
+  return stream.bad() ? systemMissing : value;
+}
+
+std::string ChartBase::asString(const double& value) const {
+  std::ostringstream stream;
+  stream.imbue(std::locale::classic());
+  stream.precision(16);
+  stream << value;
+  return stream.bad() ? std::string() : stream.str();
+}
+
+std::string ChartBase::asString(int value) const {
+  std::ostringstream stream;
+  stream.imbue(std::locale::classic());
+  stream << value;
+  return stream.bad() ? std::string() : stream.str();
+}

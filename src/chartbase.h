@@ -1,0 +1,162 @@
+// ChartBase: the root of the document classes and the toolbox for their XML.
+#ifndef CHARTXML_CHARTBASE_H
+#define CHARTXML_CHARTBASE_H
+
+#include <initializer_list>
+#include <memory>
+#include <set>
+#include <string>
+#include <utility>
+
+#include <xercesc/util/XMLString.hpp>
+#include <xercesc/util/XercesDefs.hpp>
+
+#include "chartstring.h"
+#include "export.h"
+
+XERCES_CPP_NAMESPACE_BEGIN
+class DOMDocument;
+class DOMElement;
+class DOMNode;
+class XercesDOMParser;
+XERCES_CPP_NAMESPACE_END
+
+class ChartParser;
+class PlXVisualization;
+
+// Scheme and host of every URI of the system.
+#define CHARTXML_HOST "http://xml.tavo.example"
+
+struct CompareXMLCh {
+  bool operator()(const XMLCh* a, const XMLCh* b) const {
+    return xercesc::XMLString::compareString(a, b) < 0;
+  }
+};
+
+// Names by their text; null and the empty text are equal. The set doesn't own them.
+using ConstChartStringSet = std::set<const XMLCh*, CompareXMLCh>;
+
+// An object starts the XML parser library when it is made and stops it when it goes; the library
+// counts, so objects may overlap. One thread only.
+//
+// A program that works on many charts holds one ChartBase of its own all the while: schemas are
+// then read once, not once for each chart, which is most of the time that a small chart takes. They
+// are read anew when the last object has gone.
+//
+// Failures are told by results, and reported to the log of ChartErrorHandler. Comparisons of names
+// take null and the empty text as equal.
+class CHARTXML_API ChartBase {
+ public:
+#define CONSTANT(name, text) static const XMLCh name[sizeof(u"" text) / sizeof(XMLCh)];
+#include "chartbase.inc"
+#undef CONSTANT
+
+  // The switches of the debug dumps, by their index in DumpChartXMLOptions.
+  enum PRINTTYPE : int {
+    PRINT_0 = 0,
+    PRINT_1 = 1,
+    PRINT_2 = 2,
+    PRINT_TEMPLATE_CONVERTED = 3,
+    PRINT_TEMPLATE = 4,
+    PRINT_BEFORE_TEMPLATE = 5,
+    PRINT_AFTER_TEMPLATE = 6,
+    PRINT_7 = 7,
+    PRINT_8 = 8,
+    PRINT_PARSE_ERROR = 9,
+  };
+
+  ChartBase();
+  ChartBase(const ChartBase&) = delete;
+  ChartBase& operator=(const ChartBase&) = delete;
+  virtual ~ChartBase();
+
+  // Start and stop the parser library for a caller that uses it without an object. A failure is
+  // reported and goes no further.
+  static void initialize();
+  static void terminate();
+
+  // A new document whose root is `visualization` (createPlXDocument) or, in the older form, `graph`
+  // (createDocument), with the dialect's namespace and schema. The caller releases it. `encoding`
+  // has no effect. Null when the parser library isn't started.
+  static xercesc::DOMDocument* createPlXDocument(const XMLCh* encoding);
+  static xercesc::DOMDocument* createDocument(const XMLCh* encoding);
+
+  // The first direct child element of that name; null when there is none or `parent` is null.
+  static xercesc::DOMElement* getChildByTagName(const xercesc::DOMNode* parent, const XMLCh* name);
+  // Copies every attribute, over those of the same name. False when either element is null.
+  static bool mergeAttributes(const xercesc::DOMElement* from, xercesc::DOMElement* to);
+  // Sets an attribute, which may be empty. 0, or -1 for a null value or a name that is none.
+  static int AddAttributeDoc(xercesc::DOMDocument* doc, xercesc::DOMElement* element,
+                             const XMLCh* name, const XMLCh* value);
+  // True when the text parses and validates; an object needn't exist.
+  static bool ValidXML(const std::string& text);
+  // The token at a 0-based index; runs of delimiters count as one. Empty past the last.
+  static ChartString getToken(const XMLCh* text, const XMLCh* delimiters, unsigned index);
+  // The prefix, or "id" for an empty one, with the first number from 1 that makes it an identifier
+  // which no element of the chart has.
+  static ChartString CreateUniqueId(const ChartString& prefix, PlXVisualization& visualization);
+
+  // False unless DumpChartXMLPath is set and the character of DumpChartXMLOptions at the index of
+  // `type` is there and isn't '0'.
+  static bool willPrintString(PRINTTYPE type);
+  // Writes a dump: the file is the text of DumpChartXMLPath, a backslash, the prefix, the counter
+  // with at least two digits, and the suffix. False when the type is off or the text is empty.
+  static bool printString(const std::string& text, const std::string& prefix,
+                          const std::string& suffix, unsigned long counter, PRINTTYPE type);
+  // Appends a line with the time since the last call and since the first to a file in the folder
+  // that DumpChartTimePath names; nothing without that variable.
+  static void printDebugInfo(const std::string& message);
+
+  // Parses with schema validation. The document stays the object's and lives as long, also across
+  // later calls. Null, and the text in a dump, when the parse ends in a failure: text that isn't
+  // well-formed or valid, but for values that break their type; nesting over 4,096 levels; over
+  // 10,000 references to entities, or an entity of over 4,096 characters.
+  xercesc::DOMDocument* parseDocument(const std::string& text);
+  // For documents that belong to the caller; null is passed over.
+  void releaseDocument(xercesc::DOMDocument* doc);
+
+  // Removes every child; answers how many there were. The nodes stay owned by their document.
+  unsigned removeAllChildren(xercesc::DOMNode* node);
+  // Inserts before the first child of `parent` that has one of the names, or at the end. True.
+  bool insertBeforeSiblings(xercesc::DOMElement* parent, xercesc::DOMElement* child,
+                            ConstChartStringSet names);
+
+  // These work on the current document, which a derived class sets. Without one they find nothing
+  // and make nothing.
+  xercesc::DOMElement* getElementWithAttribute(const XMLCh* tag, const XMLCh* attribute,
+                                               const XMLCh* value) const;
+  // Sets the attribute "id" and makes it an identifier of the document. An id that exists already
+  // is reported and set all the same. False for a null or empty id.
+  bool AddID(xercesc::DOMElement* element, const XMLCh* id);
+  int AddAttribute(xercesc::DOMElement* element, const XMLCh* name, const XMLCh* value);
+  // The first `style` of that id below the element, made as its last child if there is none. Null
+  // for a null element and a null or empty id.
+  xercesc::DOMElement* addStyle(xercesc::DOMElement* element, const XMLCh* styleId);
+
+  // Numbers as text with '.' as the decimal point, whatever the process's locale. A text that is no
+  // number reads as 0; the text has at most 16 significant digits.
+  double asDouble(const std::string& text) const;
+  std::string asString(const double& value) const;
+  std::string asString(int value) const;
+
+ protected:
+  // A document with an empty root that has these attributes, as far as it could be made; the caller
+  // releases it. Null when the parser library isn't started.
+  using Attributes = std::initializer_list<std::pair<const XMLCh*, const XMLCh*>>;
+  static xercesc::DOMDocument* newDocument(const XMLCh* root, Attributes attributes);
+
+  // As parseDocument(), but the document is the caller's to release.
+  xercesc::DOMDocument* parseOwned(const std::string& text);
+
+  // Not owned; null until a derived class sets it.
+  xercesc::DOMDocument* document_ = nullptr;
+
+ private:
+  ChartParser& parser();
+  bool parse(const std::string& text);
+
+  // Made by the first parse and used for every later one; owns what parseDocument answered.
+  std::unique_ptr<ChartParser> parser_;
+};
+
+#endif

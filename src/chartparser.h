@@ -1,0 +1,45 @@
+// ChartParser: the DOM parser as the library sets it up, with the bounds that hostile text meets.
+#ifndef CHARTXML_CHARTPARSER_H
+#define CHARTXML_CHARTPARSER_H
+
+#include <string>
+
+#include <xercesc/parsers/XercesDOMParser.hpp>
+#include <xercesc/util/SecurityManager.hpp>
+
+// Schema-validating, with namespaces, without ignorable white space; entities are replaced by their
+// text. Nothing is read but the text and, through ChartErrorHandler, the installation's folder of
+// schemas. A bound that is passed is a fatal error at its place in the text.
+class ChartParser : public xercesc::XercesDOMParser {
+ public:
+  ChartParser();
+
+  // Parses under a ChartErrorHandler of its own; throws what ends the parse. The document is that
+  // of getDocument().
+  void parseText(const std::string& text);
+
+  // Frees what a failed parse has left; documents of earlier parses are untouched.
+  void dropDocument();
+
+ protected:
+  void startElement(const xercesc::XMLElementDecl& declaration, const unsigned int uriId,
+                    const XMLCh* const prefix,
+                    const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
+                    const XMLSize_t attributeCount, const bool isEmpty, const bool isRoot) override;
+  void endElement(const xercesc::XMLElementDecl& declaration, const unsigned int uriId,
+                  const bool isRoot, const XMLCh* const prefix) override;
+  void entityDecl(const xercesc::DTDEntityDecl& entity, const bool isParameter,
+                  const bool isIgnored) override;
+  void endIntSubset() override;
+
+ private:
+  explicit ChartParser(xercesc::XMLGrammarPool* grammars);
+  [[noreturn]] void refuse(const XMLCh* reason);
+
+  const xercesc::XMLGrammarPool* grammars_;  // null for schemas of its own
+  xercesc::SecurityManager bounds_;
+  unsigned depth_ = 0;
+  const std::string* text_ = nullptr;
+};
+
+#endif

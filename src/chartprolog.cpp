@@ -1,0 +1,161 @@
+#include "chartprolog.h"
+
+#include <map>
+
+#include <xercesc/util/TransService.hpp>
+#include <xercesc/util/XMLString.hpp>
+
+#include "utf.h"
+
+using namespace xercesc;
+
+namespace {
+
+constexpr std::string_view blanks = " \t\r\n";
+
+void skipBlanks(std::string_view& text) {
+  text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
+}
+
+// Moves behind the first `end`; false, at the end of the text, when there is none.
+template <class View>
+bool skipPast(View& text, View end) {
+  const std::size_t found = text.find(end);
+  text.remove_prefix(found == text.npos ? text.size() : found + end.size());
+  return found != text.npos;
+}
+
+// Moves to what follows the declaration, comments and instructions.
+void skipMisc(std::string_view& text) {
+  constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+  if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
+  for (;;) {
+    skipBlanks(text);
+    if (text.starts_with("<?")) {
+      skipPast<std::string_view>(text, "?>");
+    } else if (text.starts_with("<!--")) {
+      text.remove_prefix(4);
+      skipPast<std::string_view>(text, "-->");
+    } else {
+      return;
+    }
+  }
+}
+
+std::string_view takeName(std::string_view& text) {
+  const std::size_t end = std::min(text.find_first_of(" \t\r\n=/>\"'<&"), text.size());
+  const std::string_view name = text.substr(0, end);
+  text.remove_prefix(end);
+  return name;
+}
+
+// The attributes of a start tag; false when one isn't plain.
+bool takeAttributes(std::string_view& text, std::map<std::string_view, std::string_view>& result) {
+  for (;;) {
+    skipBlanks(text);
+    if (text.empty()) return false;
+    if (text[0] == '>' || text[0] == '/') return true;
+    const std::string_view name = takeName(text);
+    skipBlanks(text);
+    if (name.empty() || !text.starts_with('=')) return false;
+    text.remove_prefix(1);
+    skipBlanks(text);
+    if (text.empty() || (text[0] != '"' && text[0] != '\'')) return false;
+    const std::size_t end = text.find(text[0], 1);
+    if (end == text.npos) return false;
+    const std::string_view value = text.substr(1, end - 1);
+    if (value.find_first_of("&<") != value.npos) return false;
+    if (!result.emplace(name, value).second) return false;
+    text.remove_prefix(end + 1);
+  }
+}
+
+// Behind the ']' that ends a subset which starts at `text`.
+std::size_t subsetLength(std::u16string_view text) {
+  std::u16string_view rest = text;
+  while (!rest.empty() && rest[0] != u']') {
+    if (rest.starts_with(u"<!--")) {
+      rest.remove_prefix(4);
+      skipPast<std::u16string_view>(rest, u"-->");
+    } else if (rest.starts_with(u"<?")) {
+      skipPast<std::u16string_view>(rest, u"?>");
+    } else if (rest[0] == u'"' || rest[0] == u'\'') {
+      const char16_t quote = rest[0];
+      rest.remove_prefix(1);
+      skipPast<std::u16string_view>(rest, std::u16string_view(&quote, 1));
+    } else {
+      rest.remove_prefix(1);
+    }
+  }
+  return text.size() - rest.size();
+}
+
+std::u16string withPlainLineEnds(std::u16string_view text) {
+  std::u16string result;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] != u'\r') {
+      result += text[i];
+    } else if (i + 1 == text.size() || text[i + 1] != u'\n') {
+      result += u'\n';
+    }
+  }
+  return result;
+}
+
+}  // namespace
+
+chartprolog::Root chartprolog::readRoot(std::string_view text) {
+  Root root;
+  skipMisc(text);
+  if (text.size() < 2 || text[0] != '<' || text[1] == '!') return root;
+  text.remove_prefix(1);
+  const std::string_view name = takeName(text);
+  std::map<std::string_view, std::string_view> attributes;
+  if (name.empty() || !takeAttributes(text, attributes)) return root;
+
+  const std::size_t colon = name.find(':');
+  const std::string declaration =
+      colon == name.npos ? "xmlns" : "xmlns:" + std::string(name.substr(0, colon));
+  const auto namespaceUri = attributes.find(declaration);
+  const auto location = attributes.find("xsi:schemaLocation");
+  const auto instance = attributes.find("xmlns:xsi");
+  if (namespaceUri == attributes.end() || location == attributes.end() ||
+      instance == attributes.end() ||
+      instance->second != "http://www.w3.org/2001/XMLSchema-instance") {
+    return root;
+  }
+  root.isPlain = true;
+  root.namespaceUri = namespaceUri->second;
+  root.schemaLocation = location->second;
+  return root;
+}
+
+std::u16string chartprolog::internalSubset(std::string_view text, const char16_t* encoding) {
+  char* name = XMLString::transcode(encoding);
+  const TranscodeFromStr whole(reinterpret_cast<const XMLByte*>(text.data()), text.size(), name);
+  XMLString::release(&name);
+  std::u16string_view rest(whole.str(), whole.length());
+  // A comment or instruction may mention a document type: those are passed over first.
+  for (;;) {
+    const std::size_t markup = rest.find(u'<');
+    if (markup == rest.npos) return {};
+    rest.remove_prefix(markup);
+    if (rest.starts_with(u"<!DOCTYPE")) break;
+    if (rest.starts_with(u"<!--")) {
+      rest.remove_prefix(4);
+      skipPast<std::u16string_view>(rest, u"-->");
+    } else if (!skipPast<std::u16string_view>(rest, u"?>")) {
+      return {};
+    }
+  }
+  while (!rest.empty() && rest[0] != u'[' && rest[0] != u'>') {
+    const char16_t unit = rest[0];
+    rest.remove_prefix(1);
+    if (unit == u'"' || unit == u'\'') {
+      skipPast<std::u16string_view>(rest, std::u16string_view(&unit, 1));
+    }
+  }
+  if (rest.empty() || rest[0] != u'[') return {};
+  rest.remove_prefix(1);
+  return withPlainLineEnds(rest.substr(0, subsetLength(rest)));
+}

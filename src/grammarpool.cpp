@@ -1,0 +1,109 @@
+#include "grammarpool.h"
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <xercesc/framework/LocalFileInputSource.hpp>
+#include <xercesc/framework/XMLGrammarPoolImpl.hpp>
+#include <xercesc/parsers/XercesDOMParser.hpp>
+
+#include "chartbase.h"
+#include "charterrorhandler.h"
+#include "chartprolog.h"
+#include "pathfactory.h"
+
+using namespace xercesc;
+
+namespace {
+
+constexpr std::string_view chartNamespace = CHARTXML_HOST "/visualization";
+constexpr std::string_view dataNamespace = CHARTXML_HOST "/tavo/visualization";
+
+struct Schema {
+  std::string_view namespaceUri;
+  std::string_view location;
+};
+
+// grafo-1.4.xsd is grafo-2.9.xsd under its older name, and grafo-data-2.1.xsd brings it in.
+constexpr Schema schemas[] = {
+    {chartNamespace, CHARTXML_HOST "/visualization/grafo-2.9.xsd"},
+    {chartNamespace, CHARTXML_HOST "/visualization/grafo-1.4.xsd"},
+    {dataNamespace, CHARTXML_HOST "/tavo/visualization/grafo-data-2.1.xsd"},
+};
+constexpr const char* fileOfAll = "grafo-data-2.1.xsd";
+
+struct Pool {
+  std::string folder;
+  std::unique_ptr<XMLGrammarPoolImpl> grammars;
+};
+
+unsigned holders = 0;
+// More than one only in a program that changes its installation folder.
+std::vector<Pool> pools;
+
+// Null when the schemas can't be read.
+std::unique_ptr<XMLGrammarPoolImpl> readSchemas(const std::string& folder) {
+  auto grammars = std::make_unique<XMLGrammarPoolImpl>();
+  try {
+    XercesDOMParser parser(nullptr, XMLPlatformUtils::fgMemoryManager, grammars.get());
+    ChartErrorHandler handler;
+    parser.setErrorHandler(&handler);
+    parser.setEntityResolver(&handler);
+    parser.setDoNamespaces(true);
+    parser.setDoSchema(true);
+    parser.setValidationScheme(AbstractDOMParser::Val_Always);
+    parser.setDisableDefaultEntityResolution(true);
+    const ChartString path((folder + fileOfAll).c_str());
+    if (!parser.loadGrammar(LocalFileInputSource(path.xc_str()), Grammar::SchemaGrammarType,
+                            true)) {
+      return nullptr;
+    }
+  } catch (...) {
+    // Parsers meet the same failure when they read the schema themselves, and report it.
+    return nullptr;
+  }
+  grammars->lockPool();
+  return grammars;
+}
+
+bool isPairOf(std::string_view locations, const Schema& schema) {
+  constexpr std::string_view blanks = " \t\r\n";
+  const std::size_t start = locations.find_first_not_of(blanks);
+  if (start == locations.npos) return false;
+  locations = locations.substr(start, locations.find_last_not_of(blanks) + 1 - start);
+  const std::size_t gap = locations.find_first_of(blanks);
+  if (gap == locations.npos || locations.substr(0, gap) != schema.namespaceUri) return false;
+  locations.remove_prefix(locations.find_first_not_of(blanks, gap));
+  return locations == schema.location;
+}
+
+}  // namespace
+
+void grammarpool::hold() {
+  ++holders;
+}
+
+void grammarpool::drop() {
+  if (--holders == 0) pools.clear();
+}
+
+XMLGrammarPool* grammarpool::shared() {
+  if (holders == 0) return nullptr;
+  const std::string& folder = PathFactory::getPathInstance(3)->getFolder();
+  for (const Pool& pool : pools) {
+    if (pool.folder == folder) return pool.grammars.get();
+  }
+  pools.push_back({folder, readSchemas(folder)});
+  return pools.back().grammars.get();
+}
+
+bool grammarpool::serves(const XMLGrammarPool* grammars, std::string_view text) {
+  if (!grammars || grammars != shared()) return false;
+  const chartprolog::Root root = chartprolog::readRoot(text);
+  if (!root.isPlain) return false;
+  return std::any_of(std::begin(schemas), std::end(schemas), [&](const Schema& schema) {
+    return root.namespaceUri == schema.namespaceUri && isPairOf(root.schemaLocation, schema);
+  });
+}

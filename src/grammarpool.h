@@ -1,0 +1,25 @@
+// The schemas that all parsers of the process share while there is at least one ChartBase.
+#ifndef CHARTXML_GRAMMARPOOL_H
+#define CHARTXML_GRAMMARPOOL_H
+
+#include <string_view>
+
+#include <xercesc/framework/XMLGrammarPool.hpp>
+
+namespace grammarpool {
+
+// Each ChartBase holds the pools while it lives; the last one frees them.
+void hold();
+void drop();
+
+// The locked pool over the schemas of the installation's folder, read by the first call for that
+// folder. Null when nobody holds the pools or the schemas can't be read.
+xercesc::XMLGrammarPool* shared();
+
+// True for a document that a parser with this pool may read with the pool's schemas: its root is of
+// one of them and names just that one, so that it makes no difference to reading the schema anew.
+bool serves(const xercesc::XMLGrammarPool* pool, std::string_view text);
+
+}  // namespace grammarpool
+
+#endif
