@@ -130,3 +130,4 @@ void PlXBaseElement::removeAt(std::size_t index) {
 
 // Bases that links lead to, and the class that has several tags.
 LINKS(PlXBaseElement)
+LINKS(CTVariableType)
