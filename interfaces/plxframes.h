@@ -30,4 +30,14 @@ class CHARTXML_API PlXVisualization : public PlXBaseElement {
   std::unique_ptr<ModelStore> store_;
 };
 
+// STUB
+class CHARTXML_API PlXLocation : public PlXBaseElement {
+ public:
+  using PlXBaseElement::PlXBaseElement;
+  static const XMLCh _UTF_location[];
+  enum ENUM_part : int { part_left = 0, part_right = 1 };
+  ENUM_part getPart() const { return word<ENUM_part>(u"part"); }
+  void setPart(ENUM_part part) { setWord(u"part", part); }
+};
+
 #endif

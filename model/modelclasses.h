@@ -3,7 +3,9 @@
 #define CHARTXML_MODELCLASSES_H
 
 #include "plxaxis.h"
+#include "plxcoordinates.h"
 #include "plxframes.h"
 #include "plxstyle.h"
+#include "stubs.h"  // STUB
 
 #endif
