@@ -21,8 +21,13 @@ namespace dialect {
 #define ATTRIBUTE(...)
 #define WORDS(...)
 #define ELEMENT(type, constant, tag, ...) const XMLCh type::constant[] = tag;
+#define TAGGED(type, constant, tag, ...) const XMLCh type::constant[] = tag;
 #include "dialect.inc"
 #undef ELEMENT
+#undef TAGGED
+
+// From here on, a class with several tags has no row.
+#define TAGGED(...)
 
 namespace {
 
@@ -130,3 +135,6 @@ void PlXBaseElement::removeAt(std::size_t index) {
 
 // Bases that links lead to, and the class that has several tags.
 LINKS(PlXBaseElement)
+LINKS(CTVariableType)
+template CHARTXML_API CTCoordinate* PlXBaseElement::childTagged<CTCoordinate>(const XMLCh*) const;
+template CHARTXML_API CTCoordinate* PlXBaseElement::addTagged<CTCoordinate>(const XMLCh*);
