@@ -64,6 +64,7 @@ PlXBaseElement* makeView<PlXVisualization>(DOMElement*, PlXVisualization*) {
    .children = childTags,                                                     \
    .documentation = text,                                                     \
    .make = &makeView<type>},
+#define TAGGED(...) ELEMENT(__VA_ARGS__)
 #define ATTRIBUTE(attribute, valueType, text) \
   {.kind = RowKind::Attribute, .name = attribute, .documentation = text, .type = Type::valueType},
 #define WORDS(attribute, enumeration, text) \
@@ -77,6 +78,7 @@ const Row rows[] = {
 };
 #undef GROUP
 #undef ELEMENT
+#undef TAGGED
 #undef ATTRIBUTE
 #undef WORDS
 

@@ -21,8 +21,13 @@ namespace dialect {
 #define ATTRIBUTE(...)
 #define WORDS(...)
 #define ELEMENT(type, constant, tag, ...) const XMLCh type::constant[] = tag;
+#define TAGGED(type, constant, tag, ...) const XMLCh type::constant[] = tag;
 #include "dialect.inc"
 #undef ELEMENT
+#undef TAGGED
+
+// From here on, a class with several tags has no row.
+#define TAGGED(...)
 
 namespace {
 
@@ -107,7 +112,7 @@ void PlXBaseElement::removeAt(std::size_t index) {
 }
 
 // ---- the verbs, instantiated
-#define ENUMERATION(type, ...)                                                     \
+#define ENUMERATION(type, ...)                                          \
   template CHARTXML_API type PlXBaseElement::word<type>(const XMLCh*, type) const; \
   template CHARTXML_API void PlXBaseElement::setWord<type>(const XMLCh*, type);
 #include "enumerations.inc"
@@ -117,13 +122,13 @@ void PlXBaseElement::removeAt(std::size_t index) {
   template CHARTXML_API type* PlXBaseElement::link<type>(const XMLCh*) const; \
   template CHARTXML_API void PlXBaseElement::setLink<type>(const XMLCh*, type&);
 
-#define ELEMENT(type, ...)                                                         \
-  LINKS(type)                                                                      \
-  template CHARTXML_API type* PlXBaseElement::child<type>() const;                 \
-  template CHARTXML_API std::vector<type*> PlXBaseElement::children<type>() const; \
-  template CHARTXML_API type* PlXBaseElement::add<type>();                         \
-  template CHARTXML_API type* PlXBaseElement::add<type>(const XMLCh*);             \
-  template CHARTXML_API void PlXBaseElement::removeAll<type>();                    \
+#define ELEMENT(type, ...)                                                          \
+  LINKS(type)                                                                       \
+  template CHARTXML_API type* PlXBaseElement::child<type>() const;                  \
+  template CHARTXML_API std::vector<type*> PlXBaseElement::children<type>() const;  \
+  template CHARTXML_API type* PlXBaseElement::add<type>();                          \
+  template CHARTXML_API type* PlXBaseElement::add<type>(const XMLCh*);              \
+  template CHARTXML_API void PlXBaseElement::removeAll<type>();                     \
   template CHARTXML_API void PlXBaseElement::removeAt<type>(std::size_t);
 #include "dialect.inc"
 #undef ELEMENT
@@ -131,3 +136,5 @@ void PlXBaseElement::removeAt(std::size_t index) {
 // Bases that links lead to, and the class that has several tags.
 LINKS(PlXBaseElement)
 LINKS(CTVariableType)
+template CHARTXML_API CTCoordinate* PlXBaseElement::childTagged<CTCoordinate>(const XMLCh*) const;
+template CHARTXML_API CTCoordinate* PlXBaseElement::addTagged<CTCoordinate>(const XMLCh*);
