@@ -61,6 +61,3 @@ class CHARTXML_API PlXMajorTicks : public PlXBaseElement {public:
 class CHARTXML_API PlXMinorTicks : public PlXBaseElement {public:
   using PlXBaseElement::PlXBaseElement;
   static const XMLCh _UTF_minorTicks[];};
-class CHARTXML_API PlXLabel : public PlXBaseElement {public:
-  using PlXBaseElement::PlXBaseElement;
-  static const XMLCh _UTF_label[];};

@@ -3,7 +3,14 @@
 #define CHARTXML_MODELCLASSES_H
 
 #include "plxaxis.h"
+#include "plxextension.h"
+#include "plxformat.h"
 #include "plxframes.h"
+#include "plxlabel.h"
+#include "plxsources.h"
 #include "plxstyle.h"
+#include "plxstylecycle.h"
+
+#include "stubs.h"  // STUB
 
 #endif
