@@ -1,0 +1,233 @@
+#include "charttransformer.h"
+
+#include <map>
+#include <vector>
+
+#include <xercesc/dom/DOM.hpp>
+
+#include "charterrorhandler.h"
+#include "chartexception.h"
+#include "plxframes.h"
+#include "plxsources.h"
+#include "plxuni.h"
+#include "tavogotocaller.h"
+#include "xmlwriter.h"
+#include "zlib1211tavo.h"
+
+using namespace xercesc;
+
+namespace {
+
+// A document that is released at the end of its scope.
+struct Release {
+  void operator()(DOMDocument* document) const { document->release(); }
+};
+using OwnedDocument = std::unique_ptr<DOMDocument, Release>;
+
+void report(const char* message, unsigned line) {
+  ChartErrorHandler().error(ChartException(message, __FILE__, line));
+}
+
+template <class Source>
+void append(std::vector<DOMElement*>& sources, const std::vector<Source*>& objects) {
+  for (const Source* object : objects) sources.push_back(object->getImplementation());
+}
+
+// Prefixes that the chart's root declares and the data's root doesn't: sources may use them.
+void keepPrefixes(const DOMElement& chartRoot, DOMElement& dataRoot) {
+  const DOMNamedNodeMap* attributes = chartRoot.getAttributes();
+  for (XMLSize_t i = 0; i < attributes->getLength(); ++i) {
+    const DOMNode* attribute = attributes->item(i);
+    const XMLCh* name = attribute->getNodeName();
+    if (XMLString::startsWith(name, u"xmlns:") && !dataRoot.hasAttribute(name)) {
+      dataRoot.setAttribute(name, attribute->getNodeValue());
+    }
+  }
+}
+
+// The text of an element less its end: what is appended next becomes its content. `document` holds
+// nothing but the empty element and what comes before it.
+std::string openText(const DOMDocument& document) {
+  std::string text;
+  writeXml(document, text);
+  text.replace(text.size() - std::string_view("/>").size(), std::string::npos, ">");
+  return text;
+}
+
+void closeText(std::string& text, const DOMDocument& document) {
+  text += "</" + ChartString(document.getDocumentElement()->getNodeName()).toUTF8() + '>';
+}
+
+// The children of the data's root by id; the first of several counts.
+std::map<ChartString, const DOMElement*> sourcesById(const DOMElement& dataRoot) {
+  std::map<ChartString, const DOMElement*> sources;
+  for (DOMElement* source = dataRoot.getFirstElementChild(); source;
+       source = source->getNextElementSibling()) {
+    sources.emplace(source->getAttribute(PlXUni::_id), source);
+  }
+  return sources;
+}
+
+bool isPlaceholder(const DOMNode& node) {
+  return node.getNodeType() == DOMNode::ELEMENT_NODE &&
+         XMLString::equals(node.getNodeName(), PlXUserSource::_UTF_userSource);
+}
+
+// The comments and instructions that stand before or behind a root.
+std::string miscText(const DOMNode* first, const DOMNode* end) {
+  std::string text;
+  for (const DOMNode* node = first; node && node != end; node = node->getNextSibling()) {
+    if (node->getNodeType() != DOMNode::DOCUMENT_TYPE_NODE) writeXml(*node, text);
+  }
+  return text;
+}
+
+// The chart's text with the data's sources in the place of their placeholders. Everything is
+// printed from where it stands: copying would cost as much as parsing did.
+std::string mergedText(const DOMElement& chartRoot, const DOMElement& dataRoot,
+                       const XMLCh* encoding) {
+  const OwnedDocument frame(ChartBase::createPlXDocument(encoding));
+  ChartBase::mergeAttributes(&chartRoot, frame->getDocumentElement());
+  const auto sources = sourcesById(dataRoot);
+
+  std::string text = openText(*frame);
+  const DOMDocument* chart = chartRoot.getOwnerDocument();
+  text.insert(text.find("?>") + 2, miscText(chart->getFirstChild(), &chartRoot));
+  for (DOMNode* child = chartRoot.getFirstChild(); child; child = child->getNextSibling()) {
+    if (!isPlaceholder(*child)) {
+      writeXml(*child, text);
+      continue;
+    }
+    const auto source = sources.find(static_cast<DOMElement*>(child)->getAttribute(PlXUni::_id));
+    if (source != sources.end()) writeXml(*source->second, text);
+  }
+  closeText(text, *frame);
+  return text + miscText(chartRoot.getNextSibling(), nullptr);
+}
+
+}  // namespace
+
+ChartTransformer::ChartTransformer(const std::string& chartText) {
+  if (chartText.empty()) return;
+  DOMDocument* document = parseDocument(chartText);
+  if (!document) return;
+  model_ = std::make_unique<PlXVisualization>(document->getDocumentElement());
+  separateData();
+}
+
+ChartTransformer::ChartTransformer(const std::string& compressedChart,
+                                   const std::string& compressedData)
+    : compressedData_(compressedData) {
+  if (!compressedChart.starts_with('x')) return;
+  std::string text;
+  if (!zlib1211tavo::decompressString(text, compressedChart)) return;
+  try {
+    DOMDocument* document = parseDocument(text.empty() ? compressedChart : text);
+    if (document) model_ = std::make_unique<PlXVisualization>(document->getDocumentElement());
+  } catch (const TavoGoToCaller&) {
+    throw;
+  } catch (...) {
+    // The object stays without a chart.
+  }
+}
+
+ChartTransformer::~ChartTransformer() = default;
+
+void ChartTransformer::separateData() {
+  const std::vector<PlXEmbeddedSource*> embedded = model_->getEmbeddedSources();
+  std::vector<DOMElement*> sources;
+  append(sources, model_->getUserSources());
+  append(sources, model_->getDatabaseSources());
+  append(sources, model_->getDelimitedFileSources());
+  append(sources, model_->getStreamingSources());
+  append(sources, embedded);
+  if (sources.empty()) return;
+
+  std::vector<ChartString> ids;
+  for (PlXEmbeddedSource* source : embedded) {
+    // Without an id nothing would lead back from the placeholder.
+    if (!*source->getId()) source->setId(CreateUniqueId("source", *model_).xc_str());
+    ids.emplace_back(source->getId());
+  }
+  const OwnedDocument frame(createDataDocument(_utf8));
+  keepPrefixes(*model_->getImplementation(), *frame->getDocumentElement());
+  std::string text = openText(*frame);
+  for (const DOMElement* source : sources) writeXml(*source, text);
+  closeText(text, *frame);
+
+  model_->removeEmbeddedSources();
+  for (const ChartString& id : ids) model_->addUserSource(id.xc_str());
+  zlib1211tavo::compressString(text, compressedData_);
+  isDataPrinted_ = true;
+}
+
+DOMDocument* ChartTransformer::createDataDocument(const XMLCh*) {
+  return newDocument(_gsgraphSources, {{_schemaDefaultNSName, _schemaDefaultNSValue},
+                                       {_schemaInstanceName, _schemaInstanceValue},
+                                       {_schemaDataLocationName, _schemaDatabLocationValue},
+                                       {_schemaLocationName, _schemaDataLocationValue}});
+}
+
+DOMDocument* ChartTransformer::readData(Owner owner) {
+  std::string text;
+  if (compressedData_.empty() || !zlib1211tavo::decompressString(text, compressedData_)) {
+    return nullptr;
+  }
+  try {
+    return owner == Owner::Parser ? parseDocument(text) : parseOwned(text);
+  } catch (const TavoGoToCaller&) {
+    throw;
+  } catch (...) {
+    report("getDataDocument fatal error", __LINE__);
+    return nullptr;
+  }
+}
+
+DOMDocument* ChartTransformer::getDataDocument() { return readData(Owner::Parser); }
+
+std::string ChartTransformer::getXML(const XMLCh*) { return model_ ? model_->AsUTF8() : ""; }
+
+std::string ChartTransformer::getEntireXML(const XMLCh* encoding) {
+  if (!model_) return {};
+  try {
+    if (model_->getUserSources().empty()) return model_->AsUTF8();
+    const OwnedDocument data(readData(Owner::Caller));
+    if (!data) return model_->AsUTF8();
+    return mergedText(*model_->getImplementation(), *data->getDocumentElement(), encoding);
+  } catch (const TavoGoToCaller&) {
+    throw;
+  } catch (...) {
+    report("getEntireXML fatal error", __LINE__);
+    return {};
+  }
+}
+
+std::string ChartTransformer::getCompressedXML() {
+  return model_ ? compressDocument(model_->getImplementation()->getOwnerDocument())
+                : std::string();
+}
+
+std::string ChartTransformer::getCompressedData() {
+  if (!isDataPrinted_) {
+    const OwnedDocument data(readData(Owner::Caller));
+    if (data) {
+      compressedData_ = compressDocument(data.get());
+      isDataPrinted_ = true;
+    }
+  }
+  return compressedData_;
+}
+
+std::string ChartTransformer::compressDocument(const DOMDocument* document) const {
+  std::string result;
+  try {
+    std::string text;
+    if (document) writeXml(*document, text);
+    zlib1211tavo::compressString(text, result);
+  } catch (const TavoGoToCaller&) {
+    throw;
+  } catch (...) {
+    report("compressDocument fatal error", __LINE__);
+  }
+  return result;
+}

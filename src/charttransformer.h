@@ -1,0 +1,56 @@
+// ChartTransformer: one chart, its data kept apart.
+#ifndef CHARTXML_CHARTTRANSFORMER_H
+#define CHARTXML_CHARTTRANSFORMER_H
+
+#include <memory>
+#include <string>
+
+#include "chartbase.h"
+
+// Takes a chart's text, takes the data sources out into a data document that it keeps compressed,
+// and gives chart and data back together or apart. In the chart a `userSource` of the same id stands
+// for each embedded source that was taken out.
+//
+// All texts are UTF-8; the `encoding` arguments have no effect. A compressed text is a zlib stream:
+// its first byte is 'x'. An object that could make no chart of what it was given answers empty texts;
+// output operations don't throw. Only a TavoGoToCaller always passes.
+class CHARTXML_API ChartTransformer : public ChartBase {
+ public:
+  // Chart text with its data inside. Exceptions of the model leave the constructor.
+  explicit ChartTransformer(const std::string& chartText);
+  // What getCompressedXML and getCompressedData gave. The data is stored as it is and read when it
+  // is asked for. A chart that isn't compressed makes no chart.
+  ChartTransformer(const std::string& compressedChart, const std::string& compressedData);
+  ~ChartTransformer() override;
+
+  // A new empty data document, root `gs:graphSources`, that the caller releases. Null when the
+  // parser library isn't started.
+  xercesc::DOMDocument* createDataDocument(const XMLCh* encoding);
+  // The data, parsed anew at every call; the document stays the object's. Null when there is no data
+  // or it can't be read.
+  xercesc::DOMDocument* getDataDocument();
+
+  // The chart as it stands, with placeholders for its data.
+  std::string getXML(const XMLCh* encoding);
+  // The chart with each source back at the place of its placeholder; a placeholder whose source the
+  // data lacks is left out. Placeholders stay when there is no data. Changes nothing in the object.
+  std::string getEntireXML(const XMLCh* encoding);
+  std::string getCompressedXML();
+  // Empty when there is no data.
+  std::string getCompressedData();
+  // The text of any document, compressed; null counts as an empty text.
+  std::string compressDocument(const xercesc::DOMDocument* document) const;
+
+ private:
+  enum class Owner { Parser, Caller };
+
+  void separateData();
+  xercesc::DOMDocument* readData(Owner owner);
+
+  std::unique_ptr<PlXVisualization> model_;  // over a document that the parser owns
+  std::string compressedData_;
+  // True when the stored data is as compressDocument writes it: reading it again changes nothing.
+  bool isDataPrinted_ = false;
+};
+
+#endif
