@@ -82,6 +82,11 @@ const Row rows[] = {
 #undef ATTRIBUTE
 #undef WORDS
 
+// Records of all three classes have one tag; whose a record is decides.
+bool isRecord(const Element& element) {
+  return std::u16string_view(element.tag) == std::u16string_view(PlXExtension::_UTF_extension);
+}
+
 // The table in the form that is searched, made on first use.
 class Table {
  public:
@@ -112,7 +117,7 @@ class Table {
   const Element* find(std::u16string_view tag, std::u16string_view parentTag) const {
     const auto hit = byTag_.find(tag);
     if (hit == byTag_.end()) return nullptr;
-    if (hit->second->content != Content::FreeAttributes) return hit->second;
+    if (!isRecord(*hit->second)) return hit->second;
     const auto parent = byTag_.find(parentTag);
     const std::u16string_view owner = parentTag == u"visualization" ? u"PlXExtensionVis"
                                       : parent != byTag_.end() && parent->second->group &&
@@ -161,7 +166,7 @@ class Table {
     if (element.group) noteLinks(element, element.group->attributes);
     noteLinks(element, element.attributes);
     byTag_.emplace(element.tag, &element);
-    if (element.content == Content::FreeAttributes) {
+    if (isRecord(element)) {
       names_.emplace_back(element.className, element.className + std::strlen(element.className));
       extensions_.emplace(names_.back(), &element);
     }
@@ -237,7 +242,7 @@ const Element* find(const DOMElement* element) {
 }
 
 bool isLink(const Element& element, const XMLCh* attribute) {
-  if (element.content != Content::FreeAttributes) {
+  if (!isRecord(element)) {
     return std::any_of(element.links.begin(), element.links.end(),
                        [&](const XMLCh* name) { return XMLString::equals(name, attribute); });
   }

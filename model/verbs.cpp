@@ -66,7 +66,7 @@ void PlXBaseElement::setLink(const XMLCh* name, T& target) {
 
 template <class T>
 T* PlXBaseElement::childTagged(const XMLCh* tag) const {
-  return static_cast<T*>(objectOf(firstChild(tag)));
+  return dynamic_cast<T*>(objectOf(firstChild(tag)));
 }
 
 template <class T>
@@ -80,14 +80,14 @@ std::vector<T*> PlXBaseElement::children() const {
   DOMElement* element = firstChild(tagOf<T>);
   for (; element; element = element->getNextElementSibling()) {
     if (!XMLString::equals(dialect::localName(element), tagOf<T>)) continue;
-    if (auto* object = static_cast<T*>(objectOf(element))) result.push_back(object);
+    if (auto* object = dynamic_cast<T*>(objectOf(element))) result.push_back(object);
   }
   return result;
 }
 
 template <class T>
 T* PlXBaseElement::addTagged(const XMLCh* tag) {
-  return static_cast<T*>(addChild(tag, nullptr));
+  return dynamic_cast<T*>(addChild(tag, nullptr));
 }
 
 template <class T>
@@ -97,7 +97,7 @@ T* PlXBaseElement::add() {
 
 template <class T>
 T* PlXBaseElement::add(const XMLCh* id) {
-  return static_cast<T*>(addChild(tagOf<T>, id));
+  return dynamic_cast<T*>(addChild(tagOf<T>, id));
 }
 
 template <class T>
@@ -112,7 +112,7 @@ void PlXBaseElement::removeAt(std::size_t index) {
 }
 
 // ---- the verbs, instantiated
-#define ENUMERATION(type, ...)                                          \
+#define ENUMERATION(type, ...)                                                     \
   template CHARTXML_API type PlXBaseElement::word<type>(const XMLCh*, type) const; \
   template CHARTXML_API void PlXBaseElement::setWord<type>(const XMLCh*, type);
 #include "enumerations.inc"
@@ -122,13 +122,13 @@ void PlXBaseElement::removeAt(std::size_t index) {
   template CHARTXML_API type* PlXBaseElement::link<type>(const XMLCh*) const; \
   template CHARTXML_API void PlXBaseElement::setLink<type>(const XMLCh*, type&);
 
-#define ELEMENT(type, ...)                                                          \
-  LINKS(type)                                                                       \
-  template CHARTXML_API type* PlXBaseElement::child<type>() const;                  \
-  template CHARTXML_API std::vector<type*> PlXBaseElement::children<type>() const;  \
-  template CHARTXML_API type* PlXBaseElement::add<type>();                          \
-  template CHARTXML_API type* PlXBaseElement::add<type>(const XMLCh*);              \
-  template CHARTXML_API void PlXBaseElement::removeAll<type>();                     \
+#define ELEMENT(type, ...)                                                         \
+  LINKS(type)                                                                      \
+  template CHARTXML_API type* PlXBaseElement::child<type>() const;                 \
+  template CHARTXML_API std::vector<type*> PlXBaseElement::children<type>() const; \
+  template CHARTXML_API type* PlXBaseElement::add<type>();                         \
+  template CHARTXML_API type* PlXBaseElement::add<type>(const XMLCh*);             \
+  template CHARTXML_API void PlXBaseElement::removeAll<type>();                    \
   template CHARTXML_API void PlXBaseElement::removeAt<type>(std::size_t);
 #include "dialect.inc"
 #undef ELEMENT

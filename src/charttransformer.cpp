@@ -183,9 +183,13 @@ DOMDocument* ChartTransformer::readData(Owner owner) {
   }
 }
 
-DOMDocument* ChartTransformer::getDataDocument() { return readData(Owner::Parser); }
+DOMDocument* ChartTransformer::getDataDocument() {
+  return readData(Owner::Parser);
+}
 
-std::string ChartTransformer::getXML(const XMLCh*) { return model_ ? model_->AsUTF8() : ""; }
+std::string ChartTransformer::getXML(const XMLCh*) {
+  return model_ ? model_->AsUTF8() : "";
+}
 
 std::string ChartTransformer::getEntireXML(const XMLCh* encoding) {
   if (!model_) return {};
@@ -203,8 +207,7 @@ std::string ChartTransformer::getEntireXML(const XMLCh* encoding) {
 }
 
 std::string ChartTransformer::getCompressedXML() {
-  return model_ ? compressDocument(model_->getImplementation()->getOwnerDocument())
-                : std::string();
+  return model_ ? compressDocument(model_->getImplementation()->getOwnerDocument()) : std::string();
 }
 
 std::string ChartTransformer::getCompressedData() {

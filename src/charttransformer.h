@@ -8,12 +8,12 @@
 #include "chartbase.h"
 
 // Takes a chart's text, takes the data sources out into a data document that it keeps compressed,
-// and gives chart and data back together or apart. In the chart a `userSource` of the same id stands
-// for each embedded source that was taken out.
+// and gives chart and data back together or apart. In the chart a `userSource` of the same id
+// stands for each embedded source that was taken out.
 //
 // All texts are UTF-8; the `encoding` arguments have no effect. A compressed text is a zlib stream:
-// its first byte is 'x'. An object that could make no chart of what it was given answers empty texts;
-// output operations don't throw. Only a TavoGoToCaller always passes.
+// its first byte is 'x'. An object that could make no chart of what it was given answers empty
+// texts; output operations don't throw. Only a TavoGoToCaller always passes.
 class CHARTXML_API ChartTransformer : public ChartBase {
  public:
   // Chart text with its data inside. Exceptions of the model leave the constructor.
@@ -26,8 +26,8 @@ class CHARTXML_API ChartTransformer : public ChartBase {
   // A new empty data document, root `gs:graphSources`, that the caller releases. Null when the
   // parser library isn't started.
   xercesc::DOMDocument* createDataDocument(const XMLCh* encoding);
-  // The data, parsed anew at every call; the document stays the object's. Null when there is no data
-  // or it can't be read.
+  // The data, parsed anew at every call; the document stays the object's. Null when there is no
+  // data or it can't be read.
   xercesc::DOMDocument* getDataDocument();
 
   // The chart as it stands, with placeholders for its data.

@@ -1,0 +1,38 @@
+// Everything that the library offers: the document classes, the chart model and the services.
+#ifndef CHARTXML_CHARTXML_H
+#define CHARTXML_CHARTXML_H
+
+#include "chartbase.h"
+#include "charterrorhandler.h"
+#include "chartexception.h"
+#include "chartprinter.h"
+#include "chartstring.h"
+#include "charttransformer.h"
+#include "pathfactory.h"
+#include "plxaesthetics.h"
+#include "plxaxis.h"
+#include "plxbaseelement.h"
+#include "plxcoordinates.h"
+#include "plxdomains.h"
+#include "plxelements.h"
+#include "plxextension.h"
+#include "plxfacets.h"
+#include "plxformat.h"
+#include "plxframes.h"
+#include "plxgraph.h"
+#include "plxguides.h"
+#include "plxlabel.h"
+#include "plxlabeling.h"
+#include "plxmappings.h"
+#include "plxsources.h"
+#include "plxstatistics.h"
+#include "plxstyle.h"
+#include "plxstylecycle.h"
+#include "plxtransforms.h"
+#include "plxuni.h"
+#include "plxvariables.h"
+#include "tavogotocaller.h"
+#include "textconversion.h"
+#include "zlib1211tavo.h"
+
+#endif
