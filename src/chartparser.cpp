@@ -13,6 +13,7 @@
 #include "charterrorhandler.h"
 #include "chartprolog.h"
 #include "grammarpool.h"
+#include "tavogotocaller.h"
 
 using namespace xercesc;
 
@@ -49,7 +50,7 @@ class HandlerLoan {
 ChartParser::ChartParser() : ChartParser(grammarpool::shared()) {}
 
 ChartParser::ChartParser(XMLGrammarPool* grammars)
-    : XercesDOMParser(nullptr, XMLPlatformUtils::fgMemoryManager, grammars), grammars_(grammars) {
+    : XercesDOMParser(nullptr, &memory, grammars), grammars_(grammars) {
   setValidationScheme(Val_Always);
   setDoNamespaces(true);
   setDoSchema(true);
@@ -60,7 +61,8 @@ ChartParser::ChartParser(XMLGrammarPool* grammars)
   setSecurityManager(&bounds_);
 }
 
-void ChartParser::parseText(const std::string& text) {
+// Exceptions end here: those of the parser hold memory that goes with it.
+bool ChartParser::parseText(const std::string& text) {
   const HandlerLoan loan(*this);
   useCachedGrammarInParse(grammarpool::serves(grammars_, text));
   depth_ = 0;
@@ -68,10 +70,17 @@ void ChartParser::parseText(const std::string& text) {
   hasDoctype_ = false;
   characters_ = 0;
   text_ = &text;
-  const MemBufInputSource source(reinterpret_cast<const XMLByte*>(text.data()), text.size(),
-                                 "ChartBase", false);
-  parse(source);
-  if (!isEnded_) refuse(u"the document could not be read to its end");
+  try {
+    const MemBufInputSource source(reinterpret_cast<const XMLByte*>(text.data()), text.size(),
+                                   "ChartBase", false);
+    parse(source);
+    if (!isEnded_) refuse(u"the document could not be read to its end");
+    return true;
+  } catch (const TavoGoToCaller&) {
+    throw;
+  } catch (...) {
+    return false;
+  }
 }
 
 void ChartParser::dropDocument() {

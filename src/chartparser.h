@@ -7,17 +7,24 @@
 #include <xercesc/parsers/XercesDOMParser.hpp>
 #include <xercesc/util/SecurityManager.hpp>
 
+#include "parsermemory.h"
+
+// A base, so that it outlives the parser that takes from it.
+struct ChartParserMemory {
+  ParserMemory memory;
+};
+
 // Schema-validating, with namespaces, without ignorable white space; entities are replaced by their
 // text. A value that breaks its schema type is no error. Nothing is read but the text and, through
 // ChartErrorHandler, the installation's folder of schemas. A bound that is passed is a fatal error
 // at its place in the text.
-class ChartParser : public xercesc::XercesDOMParser {
+class ChartParser : private ChartParserMemory, public xercesc::XercesDOMParser {
  public:
   ChartParser();
 
-  // Parses under a ChartErrorHandler of its own; throws what ends the parse. The document is that
-  // of getDocument().
-  void parseText(const std::string& text);
+  // Parses under a ChartErrorHandler of its own, which logs what ends the parse; false then. The
+  // document is that of getDocument(). Only a TavoGoToCaller passes.
+  bool parseText(const std::string& text);
 
   // Frees what a failed parse has left; documents of earlier parses are untouched.
   void dropDocument();
