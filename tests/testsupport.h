@@ -2,6 +2,7 @@
 #ifndef CHARTXML_TESTSUPPORT_H
 #define CHARTXML_TESTSUPPORT_H
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -58,6 +59,11 @@ class LogFolder {
   // Names are behind a backslash, which is part of the name.
   std::string file(const std::string& name) const { return path_ + "/\\" + name; }
   std::string log() const { return readFile(file("chartxml_error.log")); }
+  std::size_t logSize() const {
+    std::error_code none;
+    const auto size = std::filesystem::file_size(file("chartxml_error.log"), none);
+    return none ? 0 : size;
+  }
   std::vector<std::string> files() const {
     std::vector<std::string> names;
     for (const auto& entry : std::filesystem::directory_iterator(path_)) {
