@@ -1,0 +1,431 @@
+#include "basetemplate.h"
+
+#include <xercesc/dom/DOM.hpp>
+#include <xercesc/util/XMLString.hpp>
+
+#include "chartbase.h"
+#include "dialect.h"
+#include "domwalk.h"
+#include "plxaesthetics.h"
+#include "plxaxis.h"
+#include "plxcoordinates.h"
+#include "plxdomains.h"
+#include "plxelements.h"
+#include "plxformat.h"
+#include "plxframes.h"
+#include "plxgraph.h"
+#include "plxlabeling.h"
+#include "plxstatistics.h"
+#include "plxstyle.h"
+#include "plxtransforms.h"
+#include "plxuni.h"
+#include "plxvariables.h"
+
+using namespace xercesc;
+
+#define CONSTANT(name, text) const XMLCh BaseTemplate::name[] = u"" text;
+#include "basetemplate.inc"
+#undef CONSTANT
+
+namespace {
+
+template <class Base, class T>
+void append(std::vector<Base*>& all, const std::vector<T*>& some) {
+  all.insert(all.end(), some.begin(), some.end());
+}
+
+// The objects of the elements of that tag at or below `root`, in document order; what has no object
+// of the class is skipped.
+template <class T>
+std::vector<T*> objectsByTag(const PlXBaseElement& root, const XMLCh* tag) {
+  std::vector<T*> objects;
+  walkElements(root.getImplementation(), [&](DOMElement* element) {
+    if (XMLString::equals(dialect::localName(element), tag)) {
+      if (auto* object = dynamic_cast<T*>(root.objectOf(element))) objects.push_back(object);
+    }
+    return true;
+  });
+  return objects;
+}
+
+// The coordinate that an element has for a role; null for roles that are none of x, y and z.
+CTCoordinate* coordinateOf(const CTElementType& element, const ChartString& role) {
+  if (role.equals(PlXUni::_x)) return element.getX();
+  if (role.equals(PlXUni::_y)) return element.getY();
+  if (role.equals(PlXUni::_z)) return element.getZ();
+  return nullptr;
+}
+
+CTVariableType* variableOf(const CTCoordinate* coordinate) {
+  return coordinate ? coordinate->getVariable() : nullptr;
+}
+
+// The role of a dimension at a 1-based position in the block of a 0-based index.
+const XMLCh* roleAt(unsigned position, std::size_t block) {
+  switch (position) {
+    case 1:
+      return PlXUni::_x;
+    case 2:
+      return block == 0 ? PlXUni::_y : block == 1 ? BaseTemplate::_y2 : nullptr;
+    case 3:
+      return PlXUni::_z;
+    default:
+      return nullptr;
+  }
+}
+
+// True when `block` is the one at a 0-based index among its parent's coordinates.
+bool isBlockAt(const DOMNode& block, unsigned long index) {
+  const DOMNode* parent = block.getParentNode();
+  if (!parent) return false;
+  unsigned long position = 0;
+  for (const DOMNode* node = parent->getFirstChild(); node; node = node->getNextSibling()) {
+    if (!XMLString::equals(dialect::localName(node), PlXUni::_coordinates)) continue;
+    if (node == &block) return position == index;
+    ++position;
+  }
+  return false;
+}
+
+template <class Carrier>
+PlXCategoricalDomain* domainOf(const Carrier& carrier) {
+  if (auto* domain = dynamic_cast<PlXCategoricalDomain*>(carrier.getDomain())) return domain;
+  const CTVariableType* variable = carrier.getVariable();
+  return variable ? variable->getCategoricalDomain() : nullptr;
+}
+
+template <class Carrier>
+PlXCategoricalDomain* firstDomain(const std::vector<Carrier*>& carriers) {
+  for (const Carrier* carrier : carriers) {
+    if (PlXCategoricalDomain* domain = domainOf(*carrier)) return domain;
+  }
+  return nullptr;
+}
+
+// The domain behind what a legend shows of an element. Labelings stand behind the transparencies,
+// before the splits; visibilities show in no legend.
+PlXCategoricalDomain* legendDomain(const CTElementType& element) {
+  std::vector<CTAesthetic*> first;
+  append(first, element.getStyleBys());
+  append(first, element.getDashs());
+  append(first, element.getShapes());
+  append(first, element.getSizes());
+  append(first, element.getRotations());
+  append(first, element.getColors());
+  append(first, element.getOffsets());
+  append(first, element.getPatterns());
+  append(first, element.getTransparencys());
+  if (PlXCategoricalDomain* domain = firstDomain(first)) return domain;
+  if (PlXCategoricalDomain* domain = firstDomain(element.getLabelings())) return domain;
+  if (PlXCategoricalDomain* domain = firstDomain(element.getSplits())) return domain;
+  return firstDomain(element.getColorComponents());
+}
+
+// The raw value behind a label in a variable's own format.
+ChartString rawValue(const CTVariableType& variable, const ChartString& label) {
+  const std::vector<PlXFormat*> formats = variable.getFormats();
+  if (formats.empty()) return {};
+  for (const PlXRelabel* relabel : formats.front()->getRelabels()) {
+    if (label.equals(relabel->getTo())) return relabel->getFrom();
+  }
+  return {};
+}
+
+}  // namespace
+
+BaseTemplate::BaseTemplate(const PlXVisualization* source, PlXVisualization& target,
+                           const DOMElement* command)
+    : target(target), source(source), command(command) {}
+
+BaseTemplate::BaseTemplate(const PlXVisualization* source, PlXVisualization& target)
+    : BaseTemplate(source, target, nullptr) {}
+
+BaseTemplate::~BaseTemplate() = default;
+
+bool BaseTemplate::ProcessCommand() {
+  return false;
+}
+
+bool BaseTemplate::getBooleanAttribute(const DOMElement* element, const XMLCh* name,
+                                       bool defaultValue) const {
+  const XMLCh* text = element ? element->getAttribute(name) : nullptr;
+  if (XMLString::equals(text, PlXUni::_true)) return true;
+  return XMLString::equals(text, PlXUni::_false) ? false : defaultValue;
+}
+
+ChartString BaseTemplate::CreateUniqueId(const ChartString& base) const {
+  return ChartBase::CreateUniqueId(base, target);
+}
+
+ChartString BaseTemplate::CreateUniqueId(const char* base) const {
+  return CreateUniqueId(ChartString(base));
+}
+
+PlXStyle* BaseTemplate::addStyle(PlXBaseElement& element, const XMLCh* id) {
+  const ChartString styleId = id && *id ? ChartString(id) : CreateUniqueId(PlXUni::_style);
+  if (PlXStyle* style = element.getStyleById(styleId.xc_str())) return style;
+  PlXStyle* container = element.getStyleById(ChartBase::_container);
+  if (!container) {
+    container = element.getVisualization()->addStyle();
+    container->setId(ChartBase::_container);
+  }
+  PlXStyle* style = container->addStyle();
+  style->setId(styleId.xc_str());
+  return style;
+}
+
+const std::vector<PlXGraph*>& BaseTemplate::addressedGraphs() const {
+  if (!graphs_) {
+    std::vector<PlXGraph*> all = objectsByTag<PlXGraph>(target, PlXUni::_graph);
+    const ChartString position(command ? command->getAttribute(PlXUni::_graph) : nullptr);
+    const unsigned long number = position.convertToInteger();
+    if (number > 0) {
+      PlXGraph* one = number <= all.size() ? all[number - 1] : nullptr;
+      all.assign(one ? 1 : 0, one);
+    }
+    graphs_ = std::move(all);
+  }
+  return *graphs_;
+}
+
+unsigned BaseTemplate::getGraphs(std::vector<PlXGraph*>& graphs) const {
+  append(graphs, addressedGraphs());
+  return static_cast<unsigned>(addressedGraphs().size());
+}
+
+void BaseTemplate::getAllElements(const PlXGraph& graph, std::vector<CTElementType*>& elements) {
+  append(elements, graph.getPoints());
+  append(elements, graph.getLines());
+  append(elements, graph.getEdges());
+  append(elements, graph.getPaths());
+  append(elements, graph.getIntervals());
+  append(elements, graph.getAreas());
+  append(elements, graph.getPolygons());
+  append(elements, graph.getSchemas());
+}
+
+void BaseTemplate::getAllElementsByType(const XMLCh* tagName,
+                                        std::vector<CTElementType*>& elements) const {
+  append(elements, objectsByTag<CTElementType>(target, tagName));
+}
+
+unsigned BaseTemplate::getIntervalElements(std::vector<PlXInterval*>& intervals, bool polar) const {
+  for (const PlXGraph* graph : addressedGraphs()) {
+    if (isGraphPolar(*graph) == polar) append(intervals, graph->getIntervals());
+  }
+  return static_cast<unsigned>(intervals.size());
+}
+
+std::vector<CTElementType*> BaseTemplate::getElementsWithSummaryStatistics(
+    const PlXGraph& graph) const {
+  std::vector<CTElementType*> elements;
+  getAllElements(graph, elements);
+  std::erase_if(elements, [](const CTElementType* element) {
+    const std::vector<PlXSummaryStatistic*> statistics = element->getSummaryStatistics();
+    if (statistics.empty()) return true;
+    const auto method = statistics.front()->getMethod();
+    return method != PlXSummaryStatistic::method_percentCount &&
+           method != PlXSummaryStatistic::method_count;
+  });
+  return elements;
+}
+
+CTElementType* BaseTemplate::getFirstSPLOMElement(const PlXGraph& graph) const {
+  const auto isQuotient = [](const CTCoordinate* coordinate) {
+    const PlXExpressionVariable* variable =
+        coordinate ? coordinate->getExpressionVariable() : nullptr;
+    return variable && ChartString(variable->getExpression()).ContainsString(u"/");
+  };
+  std::vector<CTElementType*> elements;
+  getAllElements(graph, elements);
+  for (CTElementType* element : elements) {
+    if (isQuotient(element->getX()) && isQuotient(element->getY())) return element;
+  }
+  return nullptr;
+}
+
+std::vector<CTAesthetic*> BaseTemplate::getAesthetics(const CTElementType& element) const {
+  std::vector<CTAesthetic*> aesthetics;
+  append(aesthetics, element.getStyleBys());
+  append(aesthetics, element.getDashs());
+  append(aesthetics, element.getShapes());
+  append(aesthetics, element.getSizes());
+  append(aesthetics, element.getRotations());
+  append(aesthetics, element.getColors());
+  append(aesthetics, element.getOffsets());
+  append(aesthetics, element.getPatterns());
+  append(aesthetics, element.getTransparencys());
+  append(aesthetics, element.getSplits());
+  append(aesthetics, element.getColorComponents());
+  append(aesthetics, element.getVisibilitys());
+  return aesthetics;
+}
+
+std::vector<PlXDimension*> BaseTemplate::getDimensionsByRole(const PlXGraph& graph,
+                                                             const ChartString& role) const {
+  std::vector<PlXDimension*> dimensions;
+  const std::vector<PlXCoordinates*> blocks = graph.getCoordinatess();
+  for (std::size_t block = 0; block < blocks.size(); ++block) {
+    unsigned position = 0;
+    DOMElement* child = blocks[block]->getImplementation()->getFirstElementChild();
+    for (; child; child = child->getNextElementSibling()) {
+      PlXBaseElement* object = graph.objectOf(child);
+      auto* dimension = dynamic_cast<PlXDimension*>(object);
+      // A reference takes a position but is no dimension of this block.
+      if (!dimension && !dynamic_cast<PlXDimensionReference*>(object)) continue;
+      const XMLCh* childRole = roleAt(++position, block);
+      if (dimension && childRole && role.equals(childRole)) dimensions.push_back(dimension);
+    }
+  }
+  return dimensions;
+}
+
+CTVariableType* BaseTemplate::clusterVariable(const PlXGraph& graph,
+                                              const ChartString& role) const {
+  for (const PlXDimension* dimension : getDimensionsByRole(graph, role)) {
+    if (CTVariableType* variable = dimension->getClusterVariable()) return variable;
+  }
+  return nullptr;
+}
+
+CTVariableType* BaseTemplate::getElementVariable(const CTElementType& element,
+                                                 const ChartString& role) const {
+  if (role.equals(PlXUni::_x) && !addressedGraphs().empty()) {
+    if (CTVariableType* cluster = clusterVariable(*addressedGraphs().front(), role)) {
+      return cluster;
+    }
+  }
+  return variableOf(coordinateOf(element, role));
+}
+
+PlXCategoricalDomain* BaseTemplate::getCategoricalDomain(const PlXGraph& graph,
+                                                         const ChartString& role,
+                                                         const CTElementType* element) const {
+  if (element && (role.equals(PlXUni::_x) || role.equals(PlXUni::_z))) {
+    const CTVariableType* variable = variableOf(coordinateOf(*element, role));
+    PlXCategoricalDomain* domain = variable ? variable->getCategoricalDomain() : nullptr;
+    if (domain) return domain;
+  }
+  if (element && role.equals(PlXUni::_legend)) {
+    if (PlXCategoricalDomain* domain = legendDomain(*element)) return domain;
+  }
+  for (const PlXDimension* dimension : getDimensionsByRole(graph, role)) {
+    if (auto* domain = dynamic_cast<PlXCategoricalDomain*>(dimension->getDomain())) return domain;
+  }
+  return nullptr;
+}
+
+ChartString BaseTemplate::getCategoryValue(const PlXGraph& graph, const XMLCh* role,
+                                           const ChartString& label) const {
+  const ChartString roleName(role);
+  const CTVariableType* cluster =
+      roleName.equals(PlXUni::_x) ? clusterVariable(graph, roleName) : nullptr;
+  std::vector<CTElementType*> elements;
+  getAllElements(graph, elements);
+  for (const CTElementType* element : elements) {
+    const CTVariableType* variable =
+        cluster ? cluster : variableOf(coordinateOf(*element, roleName));
+    ChartString value = variable ? rawValue(*variable, label) : ChartString();
+    if (!value.empty()) return value;
+  }
+  return {};
+}
+
+std::vector<PlXLegend*> BaseTemplate::getLegends() const {
+  return objectsByTag<PlXLegend>(target, PlXUni::_legend);
+}
+
+std::vector<CTVariableType*> BaseTemplate::getLegendVariables(const PlXGraph& graph,
+                                                              const ChartString& role) const {
+  std::vector<CTVariableType*> variables;
+  const bool isLegend = role.equals(PlXUni::_legend);
+  std::vector<CTElementType*> elements;
+  getAllElements(graph, elements);
+  for (const CTElementType* element : elements) {
+    const CTVariableType* own = getElementVariable(*element, role);
+    for (const CTAesthetic* aesthetic : getAesthetics(*element)) {
+      CTVariableType* shown = aesthetic->getVariable();
+      if (shown && (isLegend || shown == own)) variables.push_back(shown);
+    }
+  }
+  return variables;
+}
+
+void BaseTemplate::CloneLegendEntry(const ChartString& aestheticId, PlXBaseElement& aesthetic) {
+  for (PlXLegend* legend : getLegends()) {
+    for (const PlXLegendTarget* entry : legend->getLegendTargets()) {
+      if (!aestheticId.equals(entry->GetAttribute(PlXUni::_target))) continue;
+      legend->addLegendTarget(CreateUniqueId(PlXUni::_legendTarget).xc_str(), aesthetic);
+    }
+  }
+}
+
+bool BaseTemplate::isGraphPolar(const PlXGraph& graph) const {
+  for (const PlXCoordinates* block : graph.getCoordinatess()) {
+    if (!block->getPolarTransforms().empty()) return true;
+  }
+  return false;
+}
+
+bool BaseTemplate::isGraphClustered(const PlXGraph& graph) const {
+  return clusterVariable(graph, PlXUni::_x) || clusterVariable(graph, PlXUni::_z);
+}
+
+bool BaseTemplate::isChartTrue3D(const PlXGraph& graph) const {
+  bool hasAxis = false;
+  for (const PlXDimension* dimension : getDimensionsByRole(graph, PlXUni::_z)) {
+    hasAxis = hasAxis || !dimension->getAxiss().empty();
+  }
+  if (!hasAxis) return false;
+  std::vector<CTElementType*> elements;
+  getAllElements(graph, elements);
+  for (const CTElementType* element : elements) {
+    if (element->getZ()) return true;
+  }
+  return false;
+}
+
+bool BaseTemplate::isRoleCategorical(const PlXGraph& graph, const ChartString& role) const {
+  if (clusterVariable(graph, role)) return true;
+  for (const CTCoordinate* coordinate : objectsByTag<CTCoordinate>(graph, role.xc_str())) {
+    const CTVariableType* variable = coordinate->getVariable();
+    if (variable && variable->getCategorical()) return true;
+  }
+  return false;
+}
+
+bool BaseTemplate::isAxisDerived(const PlXAxis& axis) const {
+  return axis.getTransform() != PlXAxis::transform_none;
+}
+
+bool BaseTemplate::isIntervalRangeElement(const CTElementType& element) const {
+  if (!dynamic_cast<const PlXInterval*>(&element)) return false;
+  for (const PlXSummaryStatistic* statistic : element.getSummaryStatistics()) {
+    if (statistic->getMethod() == PlXSummaryStatistic::method_range) return true;
+  }
+  return false;
+}
+
+bool BaseTemplate::doesCoordinateMatch(const CTElementType& element,
+                                       const ChartString& coordinate) const {
+  const unsigned long index = coordinate.convertToInteger();
+  const PlXCoordinates* block = element.getCoordinates();
+  return block ? isBlockAt(*block->getImplementation(), index) : index == 0;
+}
+
+bool BaseTemplate::doesCoordinateMatch(const PlXBaseElement& element,
+                                       const ChartString& role) const {
+  DOMNode* node = element.getImplementation();
+  while (node && !XMLString::equals(dialect::localName(node), PlXUni::_coordinates)) {
+    node = node->getParentNode();
+  }
+  return node && isBlockAt(*node, role.equals(_y2) ? 1 : 0);
+}
+
+void BaseTemplate::addZDimension(const PlXGraph& graph) {
+  for (PlXCoordinates* block : graph.getCoordinatess()) {
+    if (block->getDimensions().size() + block->getDimensionReferences().size() == 2) {
+      block->addDimension();
+    }
+  }
+}

@@ -1,0 +1,141 @@
+// BaseTemplate: the frame of every template command, and the questions that commands ask a chart.
+#ifndef CHARTXML_BASETEMPLATE_H
+#define CHARTXML_BASETEMPLATE_H
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <xercesc/util/XercesDefs.hpp>
+
+#include "chartstring.h"
+#include "export.h"
+
+XERCES_CPP_NAMESPACE_BEGIN
+class DOMElement;
+XERCES_CPP_NAMESPACE_END
+
+class CTAesthetic;
+class CTElementType;
+class CTVariableType;
+class PlXAxis;
+class PlXBaseElement;
+class PlXCategoricalDomain;
+class PlXDimension;
+class PlXGraph;
+class PlXInterval;
+class PlXLegend;
+class PlXStyle;
+class PlXVisualization;
+
+// A command is made for one element of a template, asked once to apply itself, and destroyed; it
+// keeps nothing between commands. It edits the target alone. Where a source chart is given, whose
+// objects have the ids of the target's, what an object there states is left alone in the target.
+//
+// Roles name dimensions by their position in a coordinates block: `x`, `y` and `z` are the first
+// three, `y2` is the second of the second block; `legend` names the aesthetics.
+//
+// Queries find nothing rather than fail: null, false, 0 or an empty list. Objects belong to the
+// target.
+class CHARTXML_API BaseTemplate {
+ public:
+#define CONSTANT(name, text) static const XMLCh name[sizeof(u"" text) / sizeof(XMLCh)];
+#include "basetemplate.inc"
+#undef CONSTANT
+
+  // None is owned; `source` may be null, and `command` stays in its template's document.
+  BaseTemplate(const PlXVisualization* source, PlXVisualization& target,
+               const xercesc::DOMElement* command);
+  // For the queries alone: every graph is addressed.
+  BaseTemplate(const PlXVisualization* source, PlXVisualization& target);
+  BaseTemplate(const BaseTemplate&) = delete;
+  BaseTemplate& operator=(const BaseTemplate&) = delete;
+  virtual ~BaseTemplate();
+
+  // Applies the command; what the answer means is each command's affair. This one does nothing and
+  // answers false.
+  virtual bool ProcessCommand();
+
+  // True for exactly "true", false for exactly "false".
+  bool getBooleanAttribute(const xercesc::DOMElement* element, const XMLCh* name,
+                           bool defaultValue) const;
+  // As ChartBase::CreateUniqueId, in the target.
+  ChartString CreateUniqueId(const ChartString& base) const;
+  ChartString CreateUniqueId(const char* base) const;
+  // A style of that id, made under the chart's container style if there is none. Null or an empty
+  // id makes a new one, "style" and a number. The caller links it to what it styles.
+  PlXStyle* addStyle(PlXBaseElement& element, const XMLCh* id);
+
+  // ---- graphs and elements
+  // Appends the graphs that the command's attribute `graph` addresses, in containers too: all for 0
+  // or none, else that of the 1-based position. Answers how many.
+  unsigned getGraphs(std::vector<PlXGraph*>& graphs) const;
+  // Appends all elements by kind: points first, then lines, edges, paths, intervals, areas,
+  // polygons and schemas.
+  static void getAllElements(const PlXGraph& graph, std::vector<CTElementType*>& elements);
+  // Appends the elements of that tag from the whole chart.
+  void getAllElementsByType(const XMLCh* tagName, std::vector<CTElementType*>& elements) const;
+  // Appends the intervals of the addressed graphs that are polar, or of those that aren't. Answers
+  // the size of the list.
+  unsigned getIntervalElements(std::vector<PlXInterval*>& intervals, bool polar) const;
+  // Elements whose first summary is a count or a percent of counts.
+  std::vector<CTElementType*> getElementsWithSummaryStatistics(const PlXGraph& graph) const;
+  // The first element that draws expressions with "/" on x and y, as scatterplot matrices do.
+  CTElementType* getFirstSPLOMElement(const PlXGraph& graph) const;
+  // In the fixed order: style-bys, dashes, shapes, sizes, rotations, colours, offsets, patterns,
+  // transparencies, splits, colour components, visibilities.
+  std::vector<CTAesthetic*> getAesthetics(const CTElementType& element) const;
+
+  // ---- dimensions, variables and domains
+  std::vector<PlXDimension*> getDimensionsByRole(const PlXGraph& graph,
+                                                 const ChartString& role) const;
+  // Of role `x` the cluster variable of the first addressed graph comes first.
+  CTVariableType* getElementVariable(const CTElementType& element, const ChartString& role) const;
+  // Looked for at the element, which may be null, and then at the dimensions of the role.
+  PlXCategoricalDomain* getCategoricalDomain(const PlXGraph& graph, const ChartString& role,
+                                             const CTElementType* element) const;
+  // The raw value that a label stands for.
+  ChartString getCategoryValue(const PlXGraph& graph, const XMLCh* role,
+                               const ChartString& label) const;
+
+  // ---- legends
+  std::vector<PlXLegend*> getLegends() const;
+  // For `legend` every variable that an aesthetic shows, for another role those that are the
+  // element's variable of that role. In element order, with repetitions.
+  std::vector<CTVariableType*> getLegendVariables(const PlXGraph& graph,
+                                                  const ChartString& role) const;
+  // Gives the aesthetic an entry for each entry that the aesthetic of that id has in any legend.
+  void CloneLegendEntry(const ChartString& aestheticId, PlXBaseElement& aesthetic);
+
+  // ---- predicates
+  bool isGraphPolar(const PlXGraph& graph) const;
+  bool isGraphClustered(const PlXGraph& graph) const;
+  // A dimension `z` has an axis and an element has a place on it.
+  bool isChartTrue3D(const PlXGraph& graph) const;
+  bool isRoleCategorical(const PlXGraph& graph, const ChartString& role) const;
+  bool isAxisDerived(const PlXAxis& axis) const;
+  bool isIntervalRangeElement(const CTElementType& element) const;
+  // True when the element is in the coordinates block of that 0-based index; an empty text is 0,
+  // and an element that names no block is in the first.
+  bool doesCoordinateMatch(const CTElementType& element, const ChartString& coordinate) const;
+  // True when the nearest block around the element is the one of the role: for `y2` the second of
+  // its graph, else the first.
+  bool doesCoordinateMatch(const PlXBaseElement& element, const ChartString& role) const;
+
+  // Adds a dimension to every block of the graph that has exactly two, references included.
+  void addZDimension(const PlXGraph& graph);
+
+ protected:
+  PlXVisualization& target;
+  const PlXVisualization* source;
+  const xercesc::DOMElement* command;
+
+ private:
+  const std::vector<PlXGraph*>& addressedGraphs() const;
+  CTVariableType* clusterVariable(const PlXGraph& graph, const ChartString& role) const;
+
+  // Found once: no command adds or removes graphs.
+  mutable std::optional<std::vector<PlXGraph*>> graphs_;
+};
+
+#endif
