@@ -47,10 +47,10 @@ class HandlerLoan {
 
 }  // namespace
 
-ChartParser::ChartParser() : ChartParser(grammarpool::shared()) {}
+ChartParser::ChartParser(grammarpool::Kind kind) : ChartParser(kind, grammarpool::shared(kind)) {}
 
-ChartParser::ChartParser(XMLGrammarPool* grammars)
-    : XercesDOMParser(nullptr, &memory, grammars), grammars_(grammars) {
+ChartParser::ChartParser(grammarpool::Kind kind, XMLGrammarPool* grammars)
+    : XercesDOMParser(nullptr, &memory, grammars), kind_(kind), grammars_(grammars) {
   setValidationScheme(Val_Always);
   setDoNamespaces(true);
   setDoSchema(true);
@@ -62,9 +62,9 @@ ChartParser::ChartParser(XMLGrammarPool* grammars)
 }
 
 // Exceptions end here: those of the parser hold memory that goes with it.
-bool ChartParser::parseText(const std::string& text) {
+bool ChartParser::parseText(const std::string& text, const char* sourceName) {
   const HandlerLoan loan(*this);
-  useCachedGrammarInParse(grammarpool::serves(grammars_, text));
+  useCachedGrammarInParse(grammarpool::serves(kind_, grammars_, text));
   depth_ = 0;
   isEnded_ = false;
   hasDoctype_ = false;
@@ -72,7 +72,7 @@ bool ChartParser::parseText(const std::string& text) {
   text_ = &text;
   try {
     const MemBufInputSource source(reinterpret_cast<const XMLByte*>(text.data()), text.size(),
-                                   "ChartBase", false);
+                                   sourceName, false);
     parse(source);
     if (!isEnded_) refuse(u"the document could not be read to its end");
     return true;

@@ -7,6 +7,7 @@
 #include <xercesc/parsers/XercesDOMParser.hpp>
 #include <xercesc/util/SecurityManager.hpp>
 
+#include "grammarpool.h"
 #include "parsermemory.h"
 
 // A base, so that it outlives the parser that takes from it.
@@ -20,11 +21,12 @@ struct ChartParserMemory {
 // at its place in the text.
 class ChartParser : private ChartParserMemory, public xercesc::XercesDOMParser {
  public:
-  ChartParser();
+  explicit ChartParser(grammarpool::Kind kind);
 
   // Parses under a ChartErrorHandler of its own, which logs what ends the parse; false then. The
-  // document is that of getDocument(). Only a TavoGoToCaller passes.
-  bool parseText(const std::string& text);
+  // document is that of getDocument(). The log names the text by `sourceName`. Only a
+  // TavoGoToCaller passes.
+  bool parseText(const std::string& text, const char* sourceName);
 
   // Frees what a failed parse has left; documents of earlier parses are untouched.
   void dropDocument();
@@ -50,10 +52,11 @@ class ChartParser : private ChartParserMemory, public xercesc::XercesDOMParser {
   void endIntSubset() override;
 
  private:
-  explicit ChartParser(xercesc::XMLGrammarPool* grammars);
+  ChartParser(grammarpool::Kind kind, xercesc::XMLGrammarPool* grammars);
   void countText(XMLSize_t characters);
   [[noreturn]] void refuse(const XMLCh* reason);
 
+  const grammarpool::Kind kind_;
   const xercesc::XMLGrammarPool* grammars_;  // null for schemas of its own
   xercesc::SecurityManager bounds_;
   unsigned depth_ = 0;

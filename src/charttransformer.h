@@ -38,12 +38,21 @@ class CHARTXML_API ChartTransformer : public ChartBase {
   std::string getCompressedXML();
   // Empty when there is no data.
   std::string getCompressedData();
+  // Applies a template to the chart. False without a chart and for a failure that stopped the run;
+  // true all the same for a text that is no template and for commands that failed, which the log
+  // tells. With the dumps on (DumpChartXMLOptions), chart and template are written before, and the
+  // chart after.
+  bool applyTemplate(const std::string& templateText);
+  // Gives a chart without popups its default popups. False without a chart or with popups.
+  bool addPopups();
+
   // The text of any document, compressed; null counts as an empty text.
   std::string compressDocument(const xercesc::DOMDocument* document) const;
 
  private:
   enum class Owner { Parser, Caller };
 
+  void dump(const std::string& prefix, unsigned counter, PRINTTYPE type);
   void separateData();
   xercesc::DOMDocument* readData(Owner owner);
 

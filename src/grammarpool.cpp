@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -18,23 +19,43 @@ using namespace xercesc;
 
 namespace {
 
-constexpr std::string_view chartNamespace = CHARTXML_HOST "/visualization";
-constexpr std::string_view dataNamespace = CHARTXML_HOST "/tavo/visualization";
-
 struct Schema {
   std::string_view namespaceUri;
   std::string_view location;
 };
 
-// grafo-1.4.xsd is grafo-2.9.xsd under its older name, and grafo-data-2.1.xsd brings it in.
-constexpr Schema schemas[] = {
+constexpr std::string_view chartNamespace = CHARTXML_HOST "/visualization";
+constexpr std::string_view dataNamespace = CHARTXML_HOST "/tavo/visualization";
+constexpr std::string_view newerTemplates =
+    CHARTXML_HOST "/software/analytics/tavo/xml/visualization";
+
+// grafo-1.4.xsd is grafo-2.9.xsd under its older name.
+constexpr Schema chartSchemas[] = {
     {chartNamespace, CHARTXML_HOST "/visualization/grafo-2.9.xsd"},
     {chartNamespace, CHARTXML_HOST "/visualization/grafo-1.4.xsd"},
     {dataNamespace, CHARTXML_HOST "/tavo/visualization/grafo-data-2.1.xsd"},
 };
-constexpr const char* fileOfAll = "grafo-data-2.1.xsd";
+constexpr Schema templateSchemas[] = {
+    {dataNamespace, CHARTXML_HOST "/tavo/visualization/grafo-template-1.0.xsd"},
+    {newerTemplates,
+     CHARTXML_HOST "/software/analytics/tavo/xml/visualization/grafo-template-3.5.xsd"},
+};
+
+std::span<const Schema> schemasOf(grammarpool::Kind kind) {
+  if (kind == grammarpool::Kind::Templates) return templateSchemas;
+  return chartSchemas;
+}
+
+// What brings in all schemas of a kind: the data schema imports that of charts.
+std::vector<const char*> filesOf(grammarpool::Kind kind) {
+  if (kind == grammarpool::Kind::Templates) {
+    return {"grafo-template-1.0.xsd", "grafo-template-3.5.xsd"};
+  }
+  return {"grafo-data-2.1.xsd"};
+}
 
 struct Pool {
+  grammarpool::Kind kind;
   std::string folder;
   std::unique_ptr<XMLGrammarPoolImpl> grammars;
 };
@@ -44,7 +65,7 @@ unsigned holders = 0;
 std::vector<Pool> pools;
 
 // Null when the schemas can't be read.
-std::unique_ptr<XMLGrammarPoolImpl> readSchemas(const std::string& folder) {
+std::unique_ptr<XMLGrammarPoolImpl> readSchemas(grammarpool::Kind kind, const std::string& folder) {
   auto grammars = std::make_unique<XMLGrammarPoolImpl>();
   try {
     XercesDOMParser parser(nullptr, XMLPlatformUtils::fgMemoryManager, grammars.get());
@@ -55,10 +76,12 @@ std::unique_ptr<XMLGrammarPoolImpl> readSchemas(const std::string& folder) {
     parser.setDoSchema(true);
     parser.setValidationScheme(AbstractDOMParser::Val_Always);
     parser.setDisableDefaultEntityResolution(true);
-    const ChartString path((folder + fileOfAll).c_str());
-    if (!parser.loadGrammar(LocalFileInputSource(path.xc_str()), Grammar::SchemaGrammarType,
-                            true)) {
-      return nullptr;
+    for (const char* file : filesOf(kind)) {
+      const ChartString path((folder + file).c_str());
+      if (!parser.loadGrammar(LocalFileInputSource(path.xc_str()), Grammar::SchemaGrammarType,
+                              true)) {
+        return nullptr;
+      }
     }
   } catch (...) {
     // Parsers meet the same failure when they read the schema themselves, and report it.
@@ -89,21 +112,22 @@ void grammarpool::drop() {
   if (--holders == 0) pools.clear();
 }
 
-XMLGrammarPool* grammarpool::shared() {
+XMLGrammarPool* grammarpool::shared(Kind kind) {
   if (holders == 0) return nullptr;
   const std::string& folder = PathFactory::getPathInstance(3)->getFolder();
   for (const Pool& pool : pools) {
-    if (pool.folder == folder) return pool.grammars.get();
+    if (pool.kind == kind && pool.folder == folder) return pool.grammars.get();
   }
-  pools.push_back({folder, readSchemas(folder)});
+  pools.push_back({kind, folder, readSchemas(kind, folder)});
   return pools.back().grammars.get();
 }
 
-bool grammarpool::serves(const XMLGrammarPool* grammars, std::string_view text) {
-  if (!grammars || grammars != shared()) return false;
+bool grammarpool::serves(Kind kind, const XMLGrammarPool* grammars, std::string_view text) {
+  if (!grammars || grammars != shared(kind)) return false;
   const chartprolog::Root root = chartprolog::readRoot(text);
   if (!root.isPlain) return false;
-  return std::any_of(std::begin(schemas), std::end(schemas), [&](const Schema& schema) {
+  const std::span<const Schema> schemas = schemasOf(kind);
+  return std::any_of(schemas.begin(), schemas.end(), [&](const Schema& schema) {
     return root.namespaceUri == schema.namespaceUri && isPairOf(root.schemaLocation, schema);
   });
 }

@@ -12,13 +12,17 @@ namespace grammarpool {
 void hold();
 void drop();
 
-// The locked pool over the schemas of the installation's folder, read by the first call for that
-// folder. Null when nobody holds the pools or the schemas can't be read.
-xercesc::XMLGrammarPool* shared();
+// Templates have schemas apart from those of charts: one of their namespaces is that of data
+// documents.
+enum class Kind { Charts, Templates };
+
+// The locked pool over the schemas of that kind in the installation's folder, read by the first
+// call for that folder. Null when nobody holds the pools or the schemas can't be read.
+xercesc::XMLGrammarPool* shared(Kind kind);
 
 // True for a document that a parser with this pool may read with the pool's schemas: its root is of
 // one of them and names just that one, so that it makes no difference to reading the schema anew.
-bool serves(const xercesc::XMLGrammarPool* pool, std::string_view text);
+bool serves(Kind kind, const xercesc::XMLGrammarPool* pool, std::string_view text);
 
 }  // namespace grammarpool
 

@@ -174,11 +174,19 @@ PlXStyle* BaseTemplate::addStyle(PlXBaseElement& element, const XMLCh* id) {
   return style;
 }
 
+ChartString BaseTemplate::attribute(const XMLCh* name) const {
+  return command ? command->getAttribute(name) : nullptr;
+}
+
+const PlXBaseElement* BaseTemplate::sourceObject(const PlXBaseElement& object) const {
+  if (!source) return nullptr;
+  return source->objectOf(source->getElementById(object.GetAttribute(PlXUni::_id)));
+}
+
 const std::vector<PlXGraph*>& BaseTemplate::addressedGraphs() const {
   if (!graphs_) {
     std::vector<PlXGraph*> all = objectsByTag<PlXGraph>(target, PlXUni::_graph);
-    const ChartString position(command ? command->getAttribute(PlXUni::_graph) : nullptr);
-    const unsigned long number = position.convertToInteger();
+    const unsigned long number = attribute(PlXUni::_graph).convertToInteger();
     if (number > 0) {
       PlXGraph* one = number <= all.size() ? all[number - 1] : nullptr;
       all.assign(one ? 1 : 0, one);

@@ -126,11 +126,20 @@ class CHARTXML_API BaseTemplate {
   void addZDimension(const PlXGraph& graph);
 
  protected:
+  // The attribute of the command; empty when there is none.
+  ChartString attribute(const XMLCh* name) const;
+  // The object of the source chart that has the id of this one and its class; null without either.
+  template <class T>
+  const T* sourceOf(const T& object) const {
+    return dynamic_cast<const T*>(sourceObject(object));
+  }
+
   PlXVisualization& target;
   const PlXVisualization* source;
   const xercesc::DOMElement* command;
 
  private:
+  const PlXBaseElement* sourceObject(const PlXBaseElement& object) const;
   const std::vector<PlXGraph*>& addressedGraphs() const;
   CTVariableType* clusterVariable(const PlXGraph& graph, const ChartString& role) const;
 

@@ -1,0 +1,111 @@
+#include "applytemplate.h"
+
+#include <sstream>
+
+#include <xercesc/dom/DOM.hpp>
+#include <xercesc/util/XMLString.hpp>
+
+#include "charterrorhandler.h"
+#include "chartexception.h"
+#include "chartprinter.h"
+#include "commands.h"
+#include "tavogotocaller.h"
+
+using namespace xercesc;
+
+namespace {
+
+template <class T>
+std::unique_ptr<BaseTemplate> makeCommand(const PlXVisualization* source, PlXVisualization& target,
+                                          const DOMElement* command) {
+  return std::make_unique<T>(source, target, command);
+}
+
+#define COMMAND(element, type, sentence) {u"" element, sentence, &makeCommand<type>},
+constexpr Command allCommands[] = {
+#include "commands.inc"
+};
+#undef COMMAND
+
+std::string printed(const DOMElement* element) {
+  std::ostringstream text;
+  ChartPrinter().Print(element, text, true);
+  return text.str();
+}
+
+// Reports what stops the run, to be thrown.
+ChartException stopping(const DOMElement* element, unsigned line) {
+  const ChartException e(
+      "Fatal Error occurred while applying template command: " + printed(element), __FILE__, line);
+  ChartErrorHandler().error(e);
+  return e;
+}
+
+enum class Outcome { True, False, Failed, Stopped };
+
+Outcome run(BaseTemplate& command) {
+  try {
+    return command.ProcessCommand() ? Outcome::True : Outcome::False;
+  } catch (const TavoGoToCaller&) {
+    return Outcome::Stopped;
+  } catch (...) {
+    // A command that failed is passed over; it has reported what it chose to.
+    return Outcome::Failed;
+  }
+}
+
+// Failed also for an element that is no command.
+Outcome dispatch(const PlXVisualization* source, PlXVisualization& target,
+                 const DOMElement* element) {
+  try {
+    const Command* command = commandNamed(element->getTagName());
+    if (command) return run(*command->make(source, target, element));
+    ChartErrorHandler().error(ChartException(
+        "Unsupported Template element encountered (" + printed(element) + ")", __FILE__, __LINE__));
+    return Outcome::Failed;
+  } catch (const XMLException& e) {
+    ChartErrorHandler().error(e);
+    return Outcome::Failed;
+  } catch (const DOMException& e) {
+    ChartErrorHandler().error(e);  // throws it on
+    throw;
+  } catch (...) {
+    return Outcome::Stopped;
+  }
+}
+
+}  // namespace
+
+std::span<const Command> commands() {
+  return allCommands;
+}
+
+const Command* commandNamed(const XMLCh* element) {
+  for (const Command& command : allCommands) {
+    if (XMLString::equals(command.element, element)) return &command;
+  }
+  return nullptr;
+}
+
+bool ApplyTemplate::process(const PlXVisualization* source, PlXVisualization& target,
+                            DOMElement* root) {
+  if (!root) return false;
+  bool answer = true;
+  for (const DOMNode* child = root->getFirstChild(); child; child = child->getNextSibling()) {
+    if (child->getNodeType() != DOMNode::ELEMENT_NODE) continue;
+    const auto* element = static_cast<const DOMElement*>(child);
+    switch (dispatch(source, target, element)) {
+      case Outcome::True:
+        answer = true;
+        break;
+      case Outcome::False:
+        break;
+      case Outcome::Failed:
+        answer = false;
+        break;
+      case Outcome::Stopped:
+        throw stopping(element, __LINE__);
+    }
+  }
+  return answer;
+}

@@ -1,0 +1,22 @@
+// ApplyTemplate: the dispatcher of a template's commands.
+#ifndef CHARTXML_APPLYTEMPLATE_H
+#define CHARTXML_APPLYTEMPLATE_H
+
+#include <xercesc/util/XercesDefs.hpp>
+
+XERCES_CPP_NAMESPACE_BEGIN
+class DOMElement;
+XERCES_CPP_NAMESPACE_END
+
+class PlXVisualization;
+
+class ApplyTemplate {
+ public:
+  // Runs the element children of `root` in document order, each command to its end before the next.
+  // False for a null root, and when the last children were skipped or failed; true when there are
+  // none. A command that fails is passed over, and an element that is no command is reported. What
+  // stops the run is thrown: a ChartException that has been reported, or a DOMException.
+  bool process(const PlXVisualization* source, PlXVisualization& target, xercesc::DOMElement* root);
+};
+
+#endif

@@ -1,0 +1,49 @@
+// ChartTemplate: a document of editing commands, and its run over a chart.
+#ifndef CHARTXML_CHARTTEMPLATE_H
+#define CHARTXML_CHARTTEMPLATE_H
+
+#include <memory>
+#include <string>
+
+#include <xercesc/util/XercesDefs.hpp>
+
+#include "export.h"
+
+XERCES_CPP_NAMESPACE_BEGIN
+class DOMElement;
+XERCES_CPP_NAMESPACE_END
+
+class ChartParser;
+class PlXVisualization;
+
+// A template's root is `template` with one child element for each command. The commands run in
+// document order, and what they changed stays when a later one fails.
+//
+// A ChartBase must live as long as the object does.
+class CHARTXML_API ChartTemplate {
+ public:
+  // Neither is owned. Of the source, which may be null, commands leave alone what an object of the
+  // same id states.
+  ChartTemplate(PlXVisualization& target, PlXVisualization* source);
+  ChartTemplate(const ChartTemplate&) = delete;
+  ChartTemplate& operator=(const ChartTemplate&) = delete;
+  ~ChartTemplate();
+
+  // Parses and keeps a template. One that can't be parsed is reported, and applyTemplate() does
+  // nothing then. What goes wrong otherwise is reported and thrown as a ChartException; only a
+  // TavoGoToCaller passes unchanged.
+  void setTemplate(const std::string& text);
+  // Null for a text that is no valid template; the element stays the object's.
+  xercesc::DOMElement* parseTemplate(const std::string& text);
+  // Runs the template that was set, if any, and answers the target. A failure that stops the run is
+  // reported and thrown as a ChartException; only a TavoGoToCaller passes unchanged.
+  PlXVisualization& applyTemplate();
+
+ private:
+  PlXVisualization& target_;
+  const PlXVisualization* source_;
+  std::unique_ptr<ChartParser> parser_;
+  xercesc::DOMElement* root_ = nullptr;
+};
+
+#endif
