@@ -7,7 +7,6 @@
 
 #include "charterrorhandler.h"
 #include "chartexception.h"
-#include "charttemplate.h"
 #include "dialect.h"
 #include "plxframes.h"
 #include "plxsources.h"
@@ -235,46 +234,4 @@ std::string ChartTransformer::compressDocument(const DOMDocument* document) cons
     report("compressDocument fatal error", __LINE__);
   }
   return result;
-}
-
-void ChartTransformer::dump(const std::string& prefix, unsigned counter, PRINTTYPE type) {
-  printString(getEntireXML(_utf8), prefix, ".xml", counter, type);
-}
-
-bool ChartTransformer::applyTemplate(const std::string& templateText) {
-  static unsigned counter = 1;
-  if (!model_) return false;
-  if (willPrintString(PRINT_BEFORE_TEMPLATE)) {
-    dump("Xml_before_template_", counter, PRINT_BEFORE_TEMPLATE);
-    printString(templateText, "Template_", ".sgt", counter, PRINT_TEMPLATE);
-  }
-  bool isApplied = true;
-  try {
-    ChartTemplate chartTemplate(*model_, nullptr);
-    chartTemplate.setTemplate(templateText);
-    chartTemplate.applyTemplate();
-  } catch (const TavoGoToCaller&) {
-    throw;
-  } catch (...) {
-    isApplied = false;  // and reported where it happened
-  }
-  if (willPrintString(PRINT_AFTER_TEMPLATE)) {
-    dump("Xml_after_template_", counter++, PRINT_AFTER_TEMPLATE);
-  }
-  return isApplied;
-}
-
-bool ChartTransformer::addPopups() {
-  static unsigned counter = 1;
-  if (!model_ || !model_->getPopups().empty()) return false;
-  applyTemplate(
-      "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\"?>"
-      "<template TAVO-Version=\"2.10\" xmlns=\"" CHARTXML_HOST
-      "/software/analytics/tavo/xml/visualization\" "
-      "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" xsi:schemaLocation=\"" CHARTXML_HOST
-      "/software/analytics/tavo/xml/visualization " CHARTXML_HOST
-      "/software/analytics/tavo/xml/visualization/grafo-template-3.5.xsd\">"
-      "<addPopups x=\"true\" y=\"true\" z=\"true\" legend=\"true\"/></template>");
-  if (willPrintString(PRINT_PARSE_ERROR)) dump("xml_with_popups", counter++, PRINT_PARSE_ERROR);
-  return true;
 }

@@ -1,0 +1,48 @@
+// The operations of ChartTransformer that run templates. They stand here, and not with the class,
+// since the class knows nothing of commands.
+#include "charttemplate.h"
+#include "charttransformer.h"
+#include "plxframes.h"
+#include "tavogotocaller.h"
+
+void ChartTransformer::dump(const std::string& prefix, unsigned counter, PRINTTYPE type) {
+  printString(getEntireXML(_utf8), prefix, ".xml", counter, type);
+}
+
+bool ChartTransformer::applyTemplate(const std::string& templateText) {
+  static unsigned counter = 1;
+  if (!model_) return false;
+  if (willPrintString(PRINT_BEFORE_TEMPLATE)) {
+    dump("Xml_before_template_", counter, PRINT_BEFORE_TEMPLATE);
+    printString(templateText, "Template_", ".sgt", counter, PRINT_TEMPLATE);
+  }
+  bool isApplied = true;
+  try {
+    ChartTemplate chartTemplate(*model_, nullptr);
+    chartTemplate.setTemplate(templateText);
+    chartTemplate.applyTemplate();
+  } catch (const TavoGoToCaller&) {
+    throw;
+  } catch (...) {
+    isApplied = false;  // and reported where it happened
+  }
+  if (willPrintString(PRINT_AFTER_TEMPLATE)) {
+    dump("Xml_after_template_", counter++, PRINT_AFTER_TEMPLATE);
+  }
+  return isApplied;
+}
+
+bool ChartTransformer::addPopups() {
+  static unsigned counter = 1;
+  if (!model_ || !model_->getPopups().empty()) return false;
+  applyTemplate(
+      "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\"?>"
+      "<template TAVO-Version=\"2.10\" xmlns=\"" CHARTXML_HOST
+      "/software/analytics/tavo/xml/visualization\" "
+      "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" xsi:schemaLocation=\"" CHARTXML_HOST
+      "/software/analytics/tavo/xml/visualization " CHARTXML_HOST
+      "/software/analytics/tavo/xml/visualization/grafo-template-3.5.xsd\">"
+      "<addPopups x=\"true\" y=\"true\" z=\"true\" legend=\"true\"/></template>");
+  if (willPrintString(PRINT_PARSE_ERROR)) dump("xml_with_popups", counter++, PRINT_PARSE_ERROR);
+  return true;
+}
