@@ -10,6 +10,7 @@ export LC_ALL=C
 
 folder=$(mktemp -d) || exit 1
 trap 'rm -rf "$folder"' EXIT
+examples=$(dirname "$transcript")/../../examples
 cp "$(dirname "$transcript")"/*.xml "$folder"
 cd "$folder" || exit 1
 
