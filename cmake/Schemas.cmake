@@ -2,8 +2,7 @@
 # of templates in each namespace under the name of every version that a template may state.
 set(CHARTXML_SCHEMAS ${PROJECT_BINARY_DIR}/${CHARTXML_DATADIR}/schemas)
 
-# A link to the whole folder, as in build trees of before: what is made in it would land in the
-# repository.
+# Through a link to the whole folder, what is made below would land in the repository.
 if(IS_SYMLINK ${CHARTXML_SCHEMAS})
   file(REMOVE ${CHARTXML_SCHEMAS})
 endif()
