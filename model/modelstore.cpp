@@ -15,6 +15,14 @@ bool holdsData(const dialect::Element* row) {
   return row && row->content == dialect::Content::Data;
 }
 
+// The root's object may be that of another visualization.
+void freeElement(const PlXBaseElement& object) {
+  DOMElement* element = object.getImplementation();
+  if (!element) return;
+  const XMLCh* tag = dialect::localName(element);
+  if (element->getUserData(tag) == &object) element->setUserData(tag, nullptr, nullptr);
+}
+
 }  // namespace
 
 // A node that is released while its object lives leaves the object without an element.
@@ -32,18 +40,20 @@ class ModelStore::ReleaseWatch : public DOMUserDataHandler {
 };
 
 ModelStore::~ModelStore() {
-  for (const auto& object : objects_) {
-    DOMElement* element = object->getImplementation();
-    if (!element) continue;
-    const XMLCh* tag = dialect::localName(element);
-    if (element->getUserData(tag) == object.get()) element->setUserData(tag, nullptr, nullptr);
-  }
+  for (const auto& object : objects_) freeElement(*object);
+  freeElement(owner_);
 }
 
 PlXBaseElement* ModelStore::make(DOMElement* element, const dialect::Element* row) {
-  PlXBaseElement* object = row ? row->make(element, &owner_) : nullptr;
-  if (!object) return nullptr;
-  objects_.emplace_back(object);
+  if (!row) return nullptr;
+  PlXBaseElement* object = row->make(element, &owner_);
+  if (object) {
+    objects_.emplace_back(object);
+  } else if (element == owner_.getImplementation()) {
+    object = &owner_;
+  } else {
+    return nullptr;
+  }
   element->setUserData(row->tag, object, &ReleaseWatch::instance());
   if (linksIndexed_) noteLinks(*object);
   return object;

@@ -10,6 +10,7 @@
 #include "numbertext.h"
 #include "plxframes.h"
 #include "plxstyle.h"
+#include "plxvariables.h"
 #include "utf.h"
 
 using namespace xercesc;
@@ -60,9 +61,10 @@ PlXBaseElement::~PlXBaseElement() = default;
 
 PlXVisualization* PlXBaseElement::getVisualization() const {
   if (visualization_ || !element_) return visualization_;
+  // The root's object is the visualization itself, or a graph in charts of the older form.
   const DOMElement* root = element_->getOwnerDocument()->getDocumentElement();
-  return root ? static_cast<PlXVisualization*>(root->getUserData(dialect::localName(root)))
-              : nullptr;
+  const void* object = root ? root->getUserData(dialect::localName(root)) : nullptr;
+  return object ? static_cast<const PlXBaseElement*>(object)->visualization_ : nullptr;
 }
 
 PlXBaseElement* PlXBaseElement::objectOf(DOMElement* element) const {
@@ -154,7 +156,9 @@ void PlXBaseElement::setAttribute(const XMLCh* name, const XMLCh* value) {
   }
   element_->setAttribute(name, value);
   if (XMLString::equals(name, idName)) declareId(element_);
-  if (visualization_) visualization_->store().noteAttribute(element_, name);
+  if (PlXVisualization* visualization = getVisualization()) {
+    visualization->store().noteAttribute(element_, name);
+  }
 }
 
 const XMLCh* PlXBaseElement::contentOrText(const XMLCh* name) const {
@@ -203,9 +207,14 @@ PlXBaseElement* PlXBaseElement::addChild(const XMLCh* tag, const XMLCh* id) {
   PlXVisualization* visualization = getVisualization();
   if (!visualization) return nullptr;
   if (!element_) {
-    // The place has been released: the child lives on its own, in no chart.
+    // The place has been released: the child lives on its own, in no chart. The class of a record
+    // depends on its parent, so a variable is stood in for.
     DOMDocument* document = visualization->getImplementation()->getOwnerDocument();
-    return visualization->store().objectOf(document->createElement(tag));
+    DOMElement* element = document->createElement(tag);
+    if (dynamic_cast<const CTVariableType*>(this)) {
+      document->createElement(PlXSourceVariable::_UTF_sourceVariable)->appendChild(element);
+    }
+    return visualization->store().objectOf(element);
   }
   DOMElement* element = newElement(*element_, tag);
   if (id) element->setAttribute(idName, id);
