@@ -136,7 +136,8 @@ class Writer {
   void writeDoctype(const DOMDocumentType& doctype) {
     out_ += "<!DOCTYPE ";
     write(doctype.getName(), Place::Raw);
-    if (const XMLCh* publicId = doctype.getPublicId()) {
+    // The parser gives an empty public identifier where there is none.
+    if (const XMLCh* publicId = doctype.getPublicId(); publicId && *publicId) {
       out_ += " PUBLIC ";
       writeQuoted(publicId);
     } else if (doctype.getSystemId()) {

@@ -59,6 +59,14 @@ void reportParse(const std::string& text, const char* message, unsigned line) {
   report(message, line);
 }
 
+// Starts the parser library for a scope.
+struct LibraryUse {
+  LibraryUse() { ChartBase::initialize(); }
+  LibraryUse(const LibraryUse&) = delete;
+  LibraryUse& operator=(const LibraryUse&) = delete;
+  ~LibraryUse() { ChartBase::terminate(); }
+};
+
 }  // namespace
 
 ChartBase::ChartBase() {
@@ -164,19 +172,11 @@ int ChartBase::AddAttributeDoc(DOMDocument* doc, DOMElement* element, const XMLC
 }
 
 bool ChartBase::ValidXML(const std::string& text) {
-  initialize();
-  bool isValid = true;
-  try {
-    ChartParser parser;
-    parser.parseText(text);
-  } catch (const TavoGoToCaller&) {
-    terminate();
-    throw;
-  } catch (...) {
-    reportParse(text, "XML stream validation error", __LINE__);
-    isValid = false;
-  }
-  terminate();
+  // Without an object the parser library may not have been started.
+  const LibraryUse use;
+  ChartParser parser;
+  const bool isValid = parser.parseText(text);
+  if (!isValid) reportParse(text, "XML stream validation error", __LINE__);
   return isValid;
 }
 
@@ -221,16 +221,10 @@ ChartParser& ChartBase::parser() {
 }
 
 bool ChartBase::parse(const std::string& text) {
-  try {
-    parser().parseText(text);
-    return true;
-  } catch (const TavoGoToCaller&) {
-    throw;
-  } catch (...) {
-    reportParse(text, "parseDocument fatal error while parsing", __LINE__);
-    if (parser_) parser_->dropDocument();
-    return false;
-  }
+  if (parser().parseText(text)) return true;
+  reportParse(text, "parseDocument fatal error while parsing", __LINE__);
+  parser().dropDocument();
+  return false;
 }
 
 DOMDocument* ChartBase::parseDocument(const std::string& text) {

@@ -110,7 +110,8 @@ class CHARTXML_API ChartBase {
   // Parses with schema validation. The document stays the object's and lives as long, also across
   // later calls. Null, and the text in a dump, when the parse ends in a failure: text that isn't
   // well-formed or valid, but for values that break their type; nesting over 4,096 levels; over
-  // 10,000 references to entities, or an entity of over 4,096 characters.
+  // 10,000 references to entities, an entity of over 4,096 characters, or over a million characters
+  // that entities and default attributes add.
   xercesc::DOMDocument* parseDocument(const std::string& text);
   // For documents that belong to the caller; null is passed over.
   void releaseDocument(xercesc::DOMDocument* doc);

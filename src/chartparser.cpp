@@ -13,15 +13,17 @@
 #include "charterrorhandler.h"
 #include "chartprolog.h"
 #include "grammarpool.h"
+#include "tavogotocaller.h"
 
 using namespace xercesc;
 
 namespace {
 
 constexpr unsigned deepestLevel = 4096;
-// Together they bound what entities can make of a text: 40 million characters.
 constexpr XMLSize_t mostExpansions = 10000;
 constexpr XMLSize_t longestEntity = 4096;
+// What entities and default attributes may add to the characters of the text itself.
+constexpr std::size_t mostAdded = 1 << 20;
 
 // Resets what was lent to the parser for one parse.
 class HandlerLoan {
@@ -48,7 +50,7 @@ class HandlerLoan {
 ChartParser::ChartParser() : ChartParser(grammarpool::shared()) {}
 
 ChartParser::ChartParser(XMLGrammarPool* grammars)
-    : XercesDOMParser(nullptr, XMLPlatformUtils::fgMemoryManager, grammars), grammars_(grammars) {
+    : XercesDOMParser(nullptr, &memory, grammars), grammars_(grammars) {
   setValidationScheme(Val_Always);
   setDoNamespaces(true);
   setDoSchema(true);
@@ -59,18 +61,46 @@ ChartParser::ChartParser(XMLGrammarPool* grammars)
   setSecurityManager(&bounds_);
 }
 
-void ChartParser::parseText(const std::string& text) {
+// Exceptions end here: those of the parser hold memory that goes with it.
+bool ChartParser::parseText(const std::string& text) {
   const HandlerLoan loan(*this);
   useCachedGrammarInParse(grammarpool::serves(grammars_, text));
   depth_ = 0;
+  isEnded_ = false;
+  hasDoctype_ = false;
+  characters_ = 0;
   text_ = &text;
-  const MemBufInputSource source(reinterpret_cast<const XMLByte*>(text.data()), text.size(),
-                                 "ChartBase", false);
-  parse(source);
+  try {
+    const MemBufInputSource source(reinterpret_cast<const XMLByte*>(text.data()), text.size(),
+                                   "ChartBase", false);
+    parse(source);
+    if (!isEnded_) refuse(u"the document could not be read to its end");
+    return true;
+  } catch (const TavoGoToCaller&) {
+    throw;
+  } catch (...) {
+    return false;
+  }
 }
 
 void ChartParser::dropDocument() {
   if (DOMDocument* document = adoptDocument()) document->release();
+}
+
+// Values are checked by datatype validators, whose exceptions come here as errors of the
+// exceptions' own domain. So does an exception that ends the whole scan, which parseText() tells by
+// its effect.
+void ChartParser::error(const unsigned int code, const XMLCh* const domain, const ErrTypes type,
+                        const XMLCh* const text, const XMLCh* const systemId,
+                        const XMLCh* const publicId, const XMLFileLoc line,
+                        const XMLFileLoc column) {
+  if (type == ErrType_Error && XMLString::equals(domain, XMLUni::fgExceptDomain)) return;
+  XercesDOMParser::error(code, domain, type, text, systemId, publicId, line, column);
+}
+
+void ChartParser::endDocument() {
+  isEnded_ = true;
+  XercesDOMParser::endDocument();
 }
 
 void ChartParser::startElement(const XMLElementDecl& declaration, const unsigned int uriId,
@@ -78,6 +108,9 @@ void ChartParser::startElement(const XMLElementDecl& declaration, const unsigned
                                const XMLSize_t attributeCount, const bool isEmpty,
                                const bool isRoot) {
   if (++depth_ > deepestLevel) refuse(u"elements are nested too deep");
+  for (XMLSize_t i = 0; hasDoctype_ && i < attributeCount; ++i) {
+    countText(XMLString::stringLen(attributes.elementAt(i)->getValue()));
+  }
   XercesDOMParser::startElement(declaration, uriId, prefix, attributes, attributeCount, isEmpty,
                                 isRoot);
 }
@@ -86,6 +119,20 @@ void ChartParser::endElement(const XMLElementDecl& declaration, const unsigned i
                              const bool isRoot, const XMLCh* const prefix) {
   --depth_;
   XercesDOMParser::endElement(declaration, uriId, isRoot, prefix);
+}
+
+void ChartParser::docCharacters(const XMLCh* const characters, const XMLSize_t length,
+                                const bool isCData) {
+  if (hasDoctype_) countText(length);
+  XercesDOMParser::docCharacters(characters, length, isCData);
+}
+
+// Only a document type can make a text longer than it is.
+void ChartParser::doctypeDecl(const DTDElementDecl& root, const XMLCh* const publicId,
+                              const XMLCh* const systemId, const bool hasInternalSubset,
+                              const bool hasExternalSubset) {
+  hasDoctype_ = true;
+  XercesDOMParser::doctypeDecl(root, publicId, systemId, hasInternalSubset, hasExternalSubset);
 }
 
 void ChartParser::entityDecl(const DTDEntityDecl& entity, const bool isParameter,
@@ -101,6 +148,11 @@ void ChartParser::endIntSubset() {
       chartprolog::internalSubset(*text_, getScanner()->getReaderMgr()->getCurrentEncodingStr());
   if (!subset.empty()) fInternalSubset.set(subset.c_str());
   XercesDOMParser::endIntSubset();
+}
+
+void ChartParser::countText(XMLSize_t characters) {
+  characters_ += characters;
+  if (characters_ > text_->size() + mostAdded) refuse(u"entities make the text too long");
 }
 
 void ChartParser::refuse(const XMLCh* reason) {

@@ -7,6 +7,7 @@
 
 #include "charterrorhandler.h"
 #include "chartexception.h"
+#include "dialect.h"
 #include "plxframes.h"
 #include "plxsources.h"
 #include "plxuni.h"
@@ -70,7 +71,7 @@ std::map<ChartString, const DOMElement*> sourcesById(const DOMElement& dataRoot)
 
 bool isPlaceholder(const DOMNode& node) {
   return node.getNodeType() == DOMNode::ELEMENT_NODE &&
-         XMLString::equals(node.getNodeName(), PlXUserSource::_UTF_userSource);
+         XMLString::equals(dialect::localName(&node), PlXUserSource::_UTF_userSource);
 }
 
 // The comments and instructions that stand before or behind a root.

@@ -1,0 +1,207 @@
+// A chart and its data, apart and together again.
+#include "charttransformer.h"
+
+#include <gtest/gtest.h>
+
+#include <xercesc/dom/DOM.hpp>
+
+#include "testsupport.h"
+#include "zlib1211tavo.h"
+
+using namespace xercesc;
+
+namespace {
+
+const std::string first =
+    "<embeddedSource id=\"a\"><names>x;y</names><row>1;&lt;</row></embeddedSource>";
+const std::string second = "<embeddedSource id=\"b\"><row>2</row></embeddedSource>";
+
+std::string inflated(const std::string& text) {
+  std::string result;
+  EXPECT_TRUE(zlib1211tavo::decompressString(result, text));
+  return result;
+}
+
+std::string packed(const std::string& text) {
+  std::string result;
+  EXPECT_TRUE(zlib1211tavo::compressString(text, result));
+  return result;
+}
+
+// The content between a root's tags.
+std::string content(const std::string& text) {
+  const std::size_t start = text.find('>', text.find("xmlns")) + 1;
+  return text.substr(start, text.rfind("</") - start);
+}
+
+TEST(Transformer, PutsPlaceholdersForEmbeddedSources) {
+  ChartTransformer chart(chartText(first + second + "<graph id=\"g\"/><userSource id=\"u\"/>"));
+  EXPECT_EQ(content(chart.getXML(nullptr)),
+            "<graph id=\"g\"/><userSource id=\"u\"/><userSource id=\"a\"/><userSource id=\"b\"/>");
+  EXPECT_EQ(content(chart.getEntireXML(nullptr)),
+            "<graph id=\"g\"/><userSource id=\"u\"/>" + first + second);
+  EXPECT_EQ(content(inflated(chart.getCompressedData())),
+            "<userSource id=\"u\"/>" + first + second);
+}
+
+TEST(Transformer, CopiesTheOtherKindsInOrder) {
+  const std::string others =
+      "<streamingSource id=\"s\"/><delimitedFileSource id=\"f\"/><databaseSource id=\"d\"/>";
+  ChartTransformer chart(chartText(others + first));
+  EXPECT_EQ(content(inflated(chart.getCompressedData())),
+            "<databaseSource id=\"d\"/><delimitedFileSource id=\"f\"/><streamingSource id=\"s\"/>" +
+                first);
+  ChartTransformer external(chartText(others));
+  EXPECT_EQ(content(external.getXML(nullptr)), others);
+  EXPECT_NE(external.getCompressedData(), "");
+}
+
+TEST(Transformer, KeepsChartsWithoutSourcesAsTheyAre) {
+  const std::string text =
+      chartText("<graph id=\"g\"/>", "<!-- before --><?pi data?>") + "<!-- after -->";
+  ChartTransformer chart(text);
+  EXPECT_EQ(chart.getEntireXML(nullptr), chart.getXML(nullptr));
+  EXPECT_EQ(chart.getCompressedData(), "");
+  EXPECT_EQ(chart.getDataDocument(), nullptr);
+  EXPECT_NE(chart.getXML(nullptr).find("<!-- before --><?pi data?><visualization"),
+            std::string::npos);
+}
+
+TEST(Transformer, LosesNothingAroundTheRoot) {
+  const std::string prefixed = "<o:embeddedSource xmlns:p=\"urn:p\" p:x=\"1\" id=\"a\"/>";
+  ChartTransformer chart(chartText("<!-- in --> " + first + "<?in pi?>", "<!-- before -->",
+                                   " xmlns:o=\"urn:o\" o:free=\"1\"") +
+                         "<?after all?>");
+  ChartTransformer again(chart.getCompressedXML(), chart.getCompressedData());
+  const std::string text = again.getEntireXML(nullptr);
+  EXPECT_EQ(content(text), "<!-- in --><?in pi?>" + first);
+  EXPECT_NE(text.find("?><!-- before --><visualization"), std::string::npos);
+  EXPECT_NE(text.find(" xmlns:o=\"urn:o\""), std::string::npos);
+  EXPECT_NE(text.find("</visualization><?after all?>"), std::string::npos);
+}
+
+TEST(Transformer, KeepsThePrefixesOfItsData) {
+  const std::string text =
+      "<c:visualization xmlns:c='" CHARTXML_HOST
+      "/visualization' "
+      "xmlns:xsi='http://www.w3.org/2001/XMLSchema-instance' xsi:schemaLocation='" CHARTXML_HOST
+      "/visualization " CHARTXML_HOST
+      "/visualization/grafo-2.9.xsd'>"
+      "<c:embeddedSource id='a'><c:row>1</c:row></c:embeddedSource></c:visualization>";
+  ChartTransformer chart(text);
+  EXPECT_EQ(content(chart.getXML(nullptr)), "<c:userSource id=\"a\"/>");
+  EXPECT_EQ(content(chart.getEntireXML(nullptr)),
+            "<c:embeddedSource id=\"a\"><c:row>1</c:row></c:embeddedSource>");
+  EXPECT_TRUE(ChartBase::ValidXML(chart.getEntireXML(nullptr)));
+}
+
+TEST(Transformer, GivesSourcesWithoutAnIdOne) {
+  ChartTransformer chart(
+      chartText("<embeddedSource><row>1</row></embeddedSource>"
+                "<embeddedSource><row>2</row></embeddedSource>"));
+  EXPECT_EQ(content(chart.getEntireXML(nullptr)),
+            "<embeddedSource id=\"source1\"><row>1</row></embeddedSource>"
+            "<embeddedSource id=\"source2\"><row>2</row></embeddedSource>");
+}
+
+TEST(Transformer, DropsPlaceholdersThatTheDataLacks) {
+  ChartTransformer chart(chartText(first));
+  const std::string data = chart.getCompressedData();
+  ChartTransformer other(
+      packed(chartText("<userSource id=\"none\"/><userSource id=\"a\"/><graph id=\"g\"/>")), data);
+  EXPECT_EQ(content(other.getEntireXML(nullptr)), first + "<graph id=\"g\"/>");
+  EXPECT_EQ(inflated(other.getCompressedData()), inflated(data));
+}
+
+TEST(Transformer, ComesBackFromItsCompressedForms) {
+  for (const std::string& file : exampleFiles()) {
+    ChartTransformer chart(readFile(file));
+    const std::string entire = chart.getEntireXML(nullptr);
+    ASSERT_NE(entire, "") << file;
+    ChartTransformer again(chart.getCompressedXML(), chart.getCompressedData());
+    EXPECT_EQ(again.getXML(nullptr), chart.getXML(nullptr)) << file;
+    EXPECT_EQ(again.getEntireXML(nullptr), entire) << file;
+    EXPECT_EQ(again.getCompressedData(), chart.getCompressedData()) << file;
+
+    ChartTransformer whole(entire);
+    EXPECT_EQ(whole.getXML(nullptr), chart.getXML(nullptr)) << file;
+    EXPECT_EQ(whole.getEntireXML(nullptr), entire) << file;
+    ChartBase base;
+    const DOMDocument* data = chart.getDataDocument();
+    EXPECT_EQ(data == nullptr, chart.getCompressedData().empty()) << file;
+    if (data) {
+      EXPECT_TRUE(data->isEqualNode(whole.getDataDocument())) << file;
+    }
+  }
+}
+
+TEST(Transformer, AnswersEmptyWithoutAChart) {
+  const std::string data = packed("not a data document");
+  struct Case {
+    std::string chart;
+    std::string data;
+  };
+  const Case cases[] = {{"", ""},
+                        {chartText(), data},  // not compressed
+                        {"x", data},          // no stream
+                        {packed(""), data},   // read as it stands, which is no XML
+                        {packed("<broken"), data}};
+  for (const Case& each : cases) {
+    ChartTransformer chart(each.chart, each.data);
+    EXPECT_EQ(chart.getXML(nullptr), "");
+    EXPECT_EQ(chart.getEntireXML(nullptr), "");
+    EXPECT_EQ(chart.getCompressedXML(), "");
+    EXPECT_EQ(chart.getDataDocument(), nullptr);
+    EXPECT_EQ(chart.getCompressedData(), each.data);
+  }
+  EXPECT_EQ(ChartTransformer("").getXML(nullptr), "");
+  EXPECT_EQ(ChartTransformer("<broken").getXML(nullptr), "");
+}
+
+TEST(Transformer, ShowsPlaceholdersWhenTheDataIsDamaged) {
+  ChartTransformer chart(chartText(first));
+  for (const std::string& data : {std::string(), std::string("x"), packed("<a"), packed("")}) {
+    ChartTransformer other(chart.getCompressedXML(), data);
+    EXPECT_EQ(other.getEntireXML(nullptr), chart.getXML(nullptr));
+  }
+}
+
+TEST(Transformer, CompressesAnyDocument) {
+  ChartTransformer chart(chartText(first));
+  EXPECT_EQ(inflated(chart.compressDocument(nullptr)), "");
+  DOMDocument* empty = chart.createDataDocument(nullptr);
+  EXPECT_TRUE(ChartBase::ValidXML(inflated(chart.compressDocument(empty))));
+  chart.releaseDocument(empty);
+}
+
+TEST(Compression, RefusesWhatIsNotOneWholeStream) {
+  const std::string text(100000, 'a');
+  const std::string stream = packed(text);
+  std::string out;
+  EXPECT_TRUE(zlib1211tavo::decompressString(out, stream, text.size()));
+  EXPECT_EQ(out, text);
+  EXPECT_FALSE(zlib1211tavo::decompressString(out, stream, text.size() - 1));
+  EXPECT_FALSE(zlib1211tavo::decompressString(out, stream, text.size() + 1));
+  EXPECT_FALSE(zlib1211tavo::decompressString(out, stream, ~0ul));
+  EXPECT_EQ(out, "");
+  EXPECT_FALSE(zlib1211tavo::decompressString(out, stream + "x"));
+  for (std::size_t i = 0; i < stream.size(); ++i) {
+    EXPECT_FALSE(zlib1211tavo::decompressString(out, stream.substr(0, i)));
+  }
+}
+
+TEST(Compression, HasALimit) {
+  const std::size_t limit = zlib1211tavo::getInflateLimit();
+  const std::string text(10000, 'a');
+  const std::string stream = packed(text);
+  std::string out;
+  for (const auto& [bytes, isTaken] :
+       {std::pair<std::size_t, bool>{9999, false}, {10000, true}, {~0ul, true}}) {
+    zlib1211tavo::setInflateLimit(bytes);
+    EXPECT_EQ(zlib1211tavo::decompressString(out, stream), isTaken);
+    EXPECT_EQ(zlib1211tavo::decompressString(out, stream, text.size()), isTaken);
+  }
+  zlib1211tavo::setInflateLimit(limit);
+}
+
+}  // namespace
