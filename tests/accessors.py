@@ -42,9 +42,17 @@ ARGUMENTS = {
     "PlXScale::ENUM_method": "PlXScale::method_log",
     "PlXStyle&": "*chart.addStyle()",
 }
-# Types of values, and the dialect's for them.
-VALUE_TYPES = {"const XMLCh*": "Text", "bool": "Flag", "double": "Number", "int": "Integer",
-               "unsigned": "Integer", "long": "Integer", "unsigned long": "Integer"}
+# Types of values: the dialect's for them, and values. Flags are told by 0 and 1.
+WHOLE = ("Integer", "0", "7", "2147483647")
+VALUE_TYPES = {
+    "const XMLCh*": ("Text", "", "plain", r''' <b>&\"it's\"</b>\n\t\r ]]> \U0001F4C8\u00E9 '''),
+    "bool": ("Flag", "1", "0"),
+    "double": ("Number", "0.1", "-1e-300", "1.7976931348623157e+308", "5e-324", "0", "1e+21"),
+    "int": (*WHOLE, "-2147483648"),
+    "unsigned": (*WHOLE, "4294967295"),
+    "long": (*WHOLE, "9223372036854775807", "-9223372036854775808"),
+    "unsigned long": (*WHOLE, "9223372036854775807"),
+}
 # What accessors do, and their forms: result, name, parameters. V is the type of a value.
 FORMS = {
     "getter": (r"V", r"get(\w+)", r""),
@@ -135,12 +143,11 @@ def property_row(classes, cls, key, result, target=None):
     enumerators = enum_of(classes, cls.name, result)
     value = f"{cls.name}::{result}" if enumerators and "::" not in result else result
     taken = f"as<{target}>(*o.objectOf(o.getElementById(v)))" if target else f"take<{value}>(v)"
-    absent = 'u""' if value == "const XMLCh*" else f"spell<{value}>({{}})"
-    samples = (", ".join(f"spell({e})" for e in enumerators).join("{}") if enumerators else
-               None if target else f"samples<{value}>()")
+    absent = f"spell<{value}>({{}})" if value != "const XMLCh*" else 'u""'
+    kind, *samples = VALUE_TYPES.get(value, ("Link" if target else "Word",))
+    samples = [f"spell({e})" for e in enumerators or []] or [f'u"{text}"' for text in samples]
     return row(
-        cls, key, type="dialect::Type::" + VALUE_TYPES.get(value, "Link" if target else "Word"),
-        samples=samples, absent=ABSENT.get(f"{cls.name}::{key}", absent),
+        cls, key, type="dialect::Type::" + kind, samples="{" + ", ".join(samples) + "}", absent=ABSENT.get(f"{cls.name}::{key}", absent),
         get=function(cls, "one" if target else "getter", key, "{{ return spell({}); }}"),
         set=function(cls, "setter", key, "{{ {}; }}", ", const XMLCh* v", taken),
         isPresent=function(cls, "present", key, "{{ return {}; }}"),

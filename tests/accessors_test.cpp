@@ -4,11 +4,7 @@
 
 #include <set>
 
-#include <xercesc/framework/MemBufInputSource.hpp>
-#include <xercesc/parsers/XercesDOMParser.hpp>
-
 #include "accessorwalk.h"
-#include "charterrorhandler.h"
 
 using namespace xercesc;
 
@@ -23,47 +19,68 @@ std::string label(const Row& row, const Accessor& accessor) {
   return std::string(row.className) + "::" + accessor.name;
 }
 
-// All that breaks the schema. ValidXML() lets values pass that break their attribute's type.
-class Breaches : public ChartErrorHandler {
- public:
-  using ChartErrorHandler::error;
-  void error(const SAXParseException& e) override { text_ += utf::toUtf8(e.getMessage()) + "\n"; }
-  std::string of(const std::string& text) {
-    XercesDOMParser parser;
-    parser.setValidationScheme(XercesDOMParser::Val_Always);
-    parser.setDoNamespaces(true);
-    parser.setDoSchema(true);
-    parser.setErrorHandler(this);
-    parser.setEntityResolver(this);
-    parser.parse(MemBufInputSource(reinterpret_cast<const XMLByte*>(text.data()), text.size(), ""));
-    return text_;
+// Both ways between enumerators and words. Of several words for a number the first is written;
+// numbers without a word are passed over.
+void expectWords(PlXBaseElement& object, const Property& property, const Attribute& attribute) {
+  std::map<std::u16string, std::u16string> first;
+  std::set<std::u16string> texts;
+  for (const auto& [number, word] : attribute.words->words) {
+    EXPECT_TRUE(texts.insert(word).second);
+    first.emplace(spell(number), word);
+    object.SetAttribute(attribute.name, word);
+    EXPECT_EQ(property.get(object), spell(number));
+    property.set(object, spell(number).c_str());
+    property.set(object, u"999");
+    EXPECT_EQ(object.GetAttribute(attribute.name), first[spell(number)]);
   }
-
- private:
-  std::string text_;
-};
-
-// Calls test(object, property, attribute) for every property of every class.
-template <class Test>
-void forEachProperty(const Chart& chart, Test test) {
-  for (const Element& row : dialect::elements()) {
-    for (const Property& property : propertiesOf(row)) {
-      SCOPED_TRACE(label(row, property));
-      test(chart.full(row), property, *attributeOf(row, property));
-    }
-  }
+  for (const std::u16string& number : property.samples) EXPECT_TRUE(first.contains(number));
+  EXPECT_EQ(first.size(), property.samples.size());
+  property.set(object, u"0");
+  EXPECT_EQ(object.getImplementation()->hasAttribute(attribute.name), first.contains(u"0"));
 }
 
-TEST(Accessors, AreOfEveryAttribute) {
+void expectAbsent(PlXBaseElement& object, const Property& property, const Attribute& attribute) {
+  EXPECT_EQ(property.get(object), property.absent);
+  EXPECT_FALSE(object.getImplementation()->hasAttribute(attribute.name));
+  EXPECT_FALSE(property.isPresent && property.isPresent(object));
+}
+
+TEST(Accessors, ReadAnyTextAsTheTableSays) {
   const std::set<std::string> handWritten = {"PlXStyle.width", "PlXStyle.font-size",
                                              "PlXStyle.size", "CTCoordinate.variable"};
+  const Chart chart;
+  std::set<const Attribute*> seen;
+  std::set<const dialect::Words*> words = {nullptr};
   for (const Element& row : dialect::elements()) {
-    std::set<const Attribute*> seen;
+    PlXBaseElement& object = chart.full(row);
     for (const Property& property : propertiesOf(row)) {
+      SCOPED_TRACE(label(row, property));
       const Attribute* attribute = *seen.insert(attributeOf(row, property)).first;
-      ASSERT_TRUE(attribute) << label(row, property);
-      EXPECT_EQ(property.type, attribute->type == Type::Id ? Type::Text : attribute->type)
-          << label(row, property);
+      ASSERT_TRUE(attribute);
+      EXPECT_EQ(property.type, attribute->type == Type::Id ? Type::Text : attribute->type);
+      words.insert(attribute->words);
+      const auto reads = [&](const XMLCh* text) {
+        object.SetAttribute(attribute->name, text);
+        return property.get(object);
+      };
+      expectAbsent(object, property, *attribute);
+      reads(u"text");
+      if (property.remove) property.remove(object);
+      if (property.type == Type::Text) property.set(object, nullptr);
+      if (property.remove || property.type == Type::Text) {
+        expectAbsent(object, property, *attribute);
+      } else {
+        EXPECT_EQ(property.get(object), property.type == Type::Flag ? u"0" : property.absent);
+      }
+      EXPECT_TRUE(property.type != Type::Flag || reads(u"1") == u"1");
+      for (const Element& other : dialect::elements()) {
+        if (!property.gives || property.gives(&chart.full(other))) continue;
+        chart.full(other).SetAttribute(u"id", u"otherKind");
+        EXPECT_EQ(reads(u"otherKind"), property.absent);
+        chart.full(other).SetAttribute(u"id", nullptr);
+      }
+      if (property.type == Type::Word) expectWords(object, property, *attribute);
+      reads(nullptr);
     }
     for (const Attribute* attribute : attributesOf(row)) {
       const std::string name = row.className + ("." + utf::toUtf8(attribute->name));
@@ -72,6 +89,7 @@ TEST(Accessors, AreOfEveryAttribute) {
           << name;
     }
   }
+  EXPECT_EQ(words.size(), dialect::enumerations().size() + 1);
 }
 
 TEST(Accessors, ReadBackWhatTheyWrote) {
@@ -105,7 +123,6 @@ TEST(Accessors, ReadBackWhatTheyWrote) {
     }
     const std::string text = chart.root->AsUTF8();
     EXPECT_TRUE(ChartBase::ValidXML(text));
-    EXPECT_EQ(Breaches().of(text), "");
     const Chart again(text);
     ASSERT_TRUE(again.root) << text;
     const std::vector<PlXBaseElement*> read = again.objects();
@@ -115,75 +132,13 @@ TEST(Accessors, ReadBackWhatTheyWrote) {
       const auto& [property, value] = setting;
       SCOPED_TRACE(label(property, property));
       EXPECT_EQ(property.get(*read[index]), value);
-      std::u16string stated = read[index]->GetAttribute(attribute->name);
-      if (attribute->type == Type::Number) stated = spell(take<double>(stated.c_str()));
-      if (attribute->type == Type::Flag) stated = spell(stated == u"true");
-      EXPECT_EQ(stated,
-                attribute->words ? attribute->words->textOf(take<int>(value.c_str())) : value);
+      const XMLCh* const flags[] = {u"false", u"true"};
+      std::u16string text = value;
+      if (property.type == Type::Flag) text = flags[take<int>(value.c_str())];
+      if (property.type == Type::Word) text = attribute->words->textOf(take<int>(value.c_str()));
+      EXPECT_EQ(read[index]->GetAttribute(attribute->name), text);
     }
   }
-}
-
-TEST(Accessors, ReadWhatIsNotStatedAsPromised) {
-  const Chart chart;
-  forEachProperty(chart, [&](auto& object, const Property& property, const Attribute& attribute) {
-    const auto expectAbsent = [&] {
-      EXPECT_EQ(property.get(object), property.absent);
-      EXPECT_FALSE(object.getImplementation()->hasAttribute(attribute.name));
-      EXPECT_FALSE(property.isPresent && property.isPresent(object));
-    };
-    const auto reads = [&](const XMLCh* text) {
-      object.SetAttribute(attribute.name, text);
-      return property.get(object);
-    };
-    expectAbsent();
-    if (property.remove) {
-      reads(u"1");
-      property.remove(object);
-      expectAbsent();
-    }
-    if (property.type != Type::Text) {
-      EXPECT_EQ(reads(u"no such word"), property.type == Type::Flag ? u"0" : property.absent);
-    } else {
-      reads(u"text");
-      property.set(object, nullptr);
-      expectAbsent();
-    }
-    for (const Element& other : dialect::elements()) {
-      if (!property.gives || property.gives(&chart.full(other))) continue;
-      chart.full(other).SetAttribute(u"id", u"otherKind");
-      EXPECT_EQ(reads(u"otherKind"), property.absent);
-      chart.full(other).SetAttribute(u"id", nullptr);
-    }
-    reads(nullptr);
-  });
-}
-
-// Both ways between enumerators and words, through each attribute that has them. Of several words
-// for a number the first is written; numbers without a word are passed over.
-TEST(Accessors, ReadAndWriteEveryWord) {
-  const Chart chart;
-  std::set<const dialect::Words*> seen;
-  forEachProperty(chart, [&](auto& object, const Property& property, const Attribute& attribute) {
-    if (property.type != Type::Word) return;
-    seen.insert(attribute.words);
-    std::map<std::u16string, std::u16string> first;
-    std::set<std::u16string> texts;
-    for (const auto& [number, word] : attribute.words->words) {
-      EXPECT_TRUE(texts.insert(word).second);
-      first.emplace(spell(number), word);
-      object.SetAttribute(attribute.name, word);
-      EXPECT_EQ(property.get(object), spell(number));
-      property.set(object, spell(number).c_str());
-      property.set(object, u"999");
-      EXPECT_EQ(object.GetAttribute(attribute.name), first[spell(number)]);
-    }
-    for (const std::u16string& number : property.samples) EXPECT_TRUE(first.contains(number));
-    EXPECT_EQ(first.size(), property.samples.size());
-    property.set(object, u"0");
-    EXPECT_EQ(object.getImplementation()->hasAttribute(attribute.name), first.contains(u"0"));
-  });
-  EXPECT_EQ(seen.size(), dialect::enumerations().size());
 }
 
 // What adders write of their arguments, less the numbers of made ids.
@@ -197,9 +152,9 @@ const std::map<std::string_view, std::string> statedByAdders = {
     {"conditionalstyle", " style=style when=argument"},
     {"descriptiongroup", " target=visualization"},
     {"description", " name=mean"},
-    {"legendtarget", " id=added target=visualization"}};
+    {"legendtarget", " target=visualization"}};
 
-void expectStated(const PlXBaseElement& added, std::string_view name, const std::string& other) {
+std::string stated(const PlXBaseElement& added) {
   std::string text;
   const DOMNamedNodeMap* attributes = added.getImplementation()->getAttributes();
   for (XMLSize_t i = 0; i < attributes->getLength(); ++i) {
@@ -207,7 +162,7 @@ void expectStated(const PlXBaseElement& added, std::string_view name, const std:
             utf::toUtf8(attributes->item(i)->getNodeValue());
     while (!text.ends_with("0.5") && std::isdigit(text.back())) text.pop_back();
   }
-  EXPECT_EQ(text, statedByAdders.contains(name) ? statedByAdders.at(name) : other);
+  return text;
 }
 
 TEST(Accessors, AddAndRemoveChildren) {
@@ -220,18 +175,20 @@ TEST(Accessors, AddAndRemoveChildren) {
     for (const Children& children : childrenOf(row)) {
       SCOPED_TRACE(label(row, children));
       ASSERT_TRUE(tagOf(row, children));
+      const auto known = statedByAdders.find(children.name);
+      const std::string arguments = known != statedByAdders.end() ? known->second : "";
       std::vector<PlXBaseElement*> expected;
       if (children.all) expected = children.all(object);
       if (!children.all && children.one) expected = {children.one(object)};
       EXPECT_EQ(expected.size(), children.all || children.one ? 1u : 0u);
       for (int i = 0; children.add && i < 2; ++i) {
         expected.push_back(children.add(*chart.root, object, nullptr));
-        expectStated(*expected.back(), children.name, "");
+        EXPECT_EQ(stated(*expected.back()), arguments);
       }
       if (children.addWithId) {
         id += u'1';
         expected.push_back(children.addWithId(*chart.root, object, id.c_str()));
-        expectStated(*expected.back(), children.name, " id=added");
+        EXPECT_EQ(stated(*expected.back()), " id=added" + arguments);
         EXPECT_EQ(object.getElementById(id.c_str()), expected.back()->getImplementation());
       }
       const auto expectChildren = [&] {

@@ -4,7 +4,6 @@
 #define CHARTXML_ACCESSORWALK_H
 
 #include <cstdlib>
-#include <limits>
 #include <map>
 #include <memory>
 #include <string>
@@ -16,6 +15,7 @@
 
 #include "chartbase.h"
 #include "dialect.h"
+#include "numbertext.h"
 #include "plxframes.h"
 #include "utf.h"
 
@@ -27,8 +27,7 @@ std::u16string spell(T value) {
   } else if constexpr (std::is_pointer_v<T>) {
     return value ? value->GetAttribute(u"id") : u"(null)";
   } else if constexpr (std::is_same_v<T, double>) {
-    char text[32];
-    return {text, text + std::snprintf(text, sizeof text, "%.17g", value)};
+    return utf::toUtf16(numbertext::shortest(value));
   } else {
     return utf::toUtf16(std::to_string(static_cast<long>(value)));
   }
@@ -43,20 +42,6 @@ T take(const XMLCh* text) {
     return std::strtod(utf::toUtf8(text).c_str(), nullptr);
   } else {
     return static_cast<T>(std::stol(utf::toUtf8(text)));
-  }
-}
-
-template <class T>
-std::vector<std::u16string> samples() {
-  using Limits = std::numeric_limits<T>;
-  if constexpr (std::is_same_v<T, const XMLCh*>) {
-    return {u" <b>&amp; \"it's\"</b>\n\tline\r\n ]]> \U0001F4C8\u00E9\uFFFD ", u"", u"plain"};
-  } else if constexpr (std::is_same_v<T, double>) {
-    return {spell(0.1), spell(-1e-300), spell(Limits::max()), spell(0.0), spell(1e21)};
-  } else if constexpr (std::is_same_v<T, unsigned long>) {
-    return samples<long>();  // the model holds no more, and as much below 0
-  } else {
-    return {spell(Limits::max()), spell(Limits::min()), spell(T(1))};
   }
 }
 
