@@ -254,7 +254,7 @@ unsigned ChartBase::removeAllChildren(DOMNode* node) {
 }
 
 bool ChartBase::insertBeforeSiblings(DOMElement* parent, DOMElement* child,
-                                     ConstChartStringSet names) {
+                                     ConstChartStringSet names) {  // NOLINT(performance-*)
   DOMNode* sibling = parent->getFirstChild();
   while (sibling && !names.contains(sibling->getNodeName())) sibling = sibling->getNextSibling();
   parent->insertBefore(child, sibling);
