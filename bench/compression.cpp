@@ -24,31 +24,35 @@ std::string deflated(const std::string& text, int level) {
   return packed;
 }
 
-std::string deflated(const std::string& text) {
+std::string byLibrary(const std::string& text, int) {
   std::string packed;
   zlib1211tavo::compressString(text, packed);
   return packed;
 }
 
-void addText(const std::string& label, const std::string& text) {
-  const std::string name = "compressString/" + label;
-  const std::size_t reference = deflated(text, defaultLevel).size();
-  const Run byDefault = [text] { deflated(text, defaultLevel); };
-  measureBytes(name + "/bytes of level 6", 1.1, deflated(text).size(), reference);
-  measureTime(
-      name + "/time of level 6", noLimit, 15, [text] { deflated(text); }, byDefault);
+// `packed` answers a text compressed in the way that is measured.
+void addPair(const std::string& name, double limit, std::function<std::string()> text,
+             std::string (*packed)(const std::string&, int), int level) {
+  measureBytes(name + "/bytes of level 6", limit, [=]() -> Sizes {
+    const std::string whole = text();
+    return {packed(whole, level).size(), deflated(whole, defaultLevel).size()};
+  });
+  measureTime(name + "/time of level 6", noLimit, 9, [=]() -> Pair {
+    const std::string whole = text();
+    return {[=] { packed(whole, level); }, [=] { deflated(whole, defaultLevel); }};
+  });
+}
+
+void addText(const std::string& label, std::function<std::string()> text) {
+  addPair("compressString/" + label, 1.1, text, byLibrary, 0);
   for (int level = 1; level <= 9; ++level) {
-    const std::string levelName = "level " + std::to_string(level) + "/" + label;
-    measureBytes(levelName + "/bytes of level 6", noLimit, deflated(text, level).size(), reference);
-    measureTime(
-        levelName + "/time of level 6", noLimit, 9, [text, level] { deflated(text, level); },
-        byDefault);
+    addPair("level " + std::to_string(level) + "/" + label, noLimit, text, deflated, level);
   }
 }
 
 }  // namespace
 
 void addCompression() {
-  addText("chart", chartOfBytes(100'000));
-  addText("data", rowsText(20'000));
+  addText("chart", [] { return chartOfBytes(100'000); });
+  addText("data", [] { return rowsText(20'000); });
 }

@@ -14,12 +14,14 @@
 #include "plxsources.h"
 #include "plxstyle.h"
 
+using namespace xercesc;
+
 namespace {
 
 // A chart that is edited through its model.
 struct Model {
-  explicit Model(const ChartSize& size)
-      : root(base.parseDocument(chartText(size))->getDocumentElement()) {}
+  explicit Model(const std::string& text) : root(base.parseDocument(text)->getDocumentElement()) {}
+  explicit Model(const ChartSize& size) : Model(chartText(size)) {}
 
   ChartBase base;
   PlXVisualization root;
@@ -36,6 +38,10 @@ void addChart(const std::string& label, int count, SizeOf sizeOf) {
   measureGrowth("growth/constructor/" + label, count, [sizeOf](int n) -> Run {
     const std::string text = chartText(sizeOf(n));
     return [text] { const ChartTransformer chart(text); };
+  });
+  measureGrowth("growth/PlXVisualization/" + label, count, [sizeOf](int n) -> Run {
+    const std::string text = chartText(sizeOf(n));
+    return [text] { const Model model(text); };
   });
   measureGrowth("growth/getXML/" + label, count, [sizeOf](int n) -> Run {
     const auto chart = std::make_shared<ChartTransformer>(chartText(sizeOf(n)));
@@ -77,6 +83,16 @@ void addAdding() {
   });
   addLoop("CreateUniqueId", 2000, smallChart, [](PlXVisualization& root, int) {
     root.addStyle()->setId(ChartBase::CreateUniqueId("fresh", root).xc_str());
+  });
+}
+
+void addReleasing() {
+  measureGrowth("growth/releaseDocument of a chart that was built", 2000, [](int n) -> Run {
+    const auto base = std::make_shared<ChartBase>();
+    DOMDocument* document = ChartBase::createPlXDocument(nullptr);
+    PlXVisualization root(document->getDocumentElement());
+    for (int i = 0; i < n; ++i) root.addStyle()->setColor(u"black");
+    return [base, document] { base->releaseDocument(document); };
   });
 }
 
@@ -126,6 +142,7 @@ void addGrowth() {
   addChart("rows", 2000, [](int n) { return ChartSize{.rows = n}; });
   addChart("sources", 500, [](int n) { return ChartSize{.rows = n, .sources = n}; });
   addAdding();
+  addReleasing();
   addLinking();
   addRemoving();
 }

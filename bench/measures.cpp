@@ -36,26 +36,38 @@ void tell(benchmark::State& state, double subject, double reference, double limi
   state.counters["limit"] = limit;
 }
 
-// `subject` and `reference` answer the seconds of one run.
-void registerPairs(const std::string& name, double limit, int runs, std::function<double()> subject,
-                   std::function<double()> reference) {
+// The seconds of one run of each.
+struct Timed {
+  std::function<double()> subject;
+  std::function<double()> reference;
+};
+
+void registerPairs(const std::string& name, double limit, int runs,
+                   std::function<Timed()> prepare) {
   benchmark::RegisterBenchmark(name.c_str(),
                                [=](benchmark::State& state) {
+                                 const Timed timed = prepare();
                                  std::vector<double> subjects;
                                  std::vector<double> references;
                                  for ([[maybe_unused]] auto iteration : state) {
-                                   // By turns first, so that neither always meets the other's
-                                   // caches.
-                                   if (subjects.size() % 2) references.push_back(reference());
-                                   subjects.push_back(subject());
-                                   if (references.size() < subjects.size())
-                                     references.push_back(reference());
+                                   // Each comes first by turns, so that neither always finds what
+                                   // the other has left in the caches.
+                                   const bool isOdd = subjects.size() % 2;
+                                   if (isOdd) references.push_back(timed.reference());
+                                   subjects.push_back(timed.subject());
+                                   if (!isOdd) references.push_back(timed.reference());
                                    state.SetIterationTime(subjects.back());
                                  }
                                  tell(state, medianOf(subjects), medianOf(references), limit);
                                })
       ->Iterations(runs)
       ->UseManualTime();
+}
+
+void registerOnce(const std::string& name, std::function<void(benchmark::State&)> measure) {
+  benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State& state) {
+    for ([[maybe_unused]] auto iteration : state) measure(state);
+  })->Iterations(1);
 }
 
 double peakOf(const Prepare& prepare, int size) {
@@ -67,28 +79,27 @@ double peakOf(const Prepare& prepare, int size) {
 
 }  // namespace
 
-void measureTime(const std::string& name, double limit, int runs, Run subject, Run reference) {
-  registerPairs(
-      name, limit, runs, [subject] { return secondsOf(subject); },
-      [reference] { return secondsOf(reference); });
+void measureTime(const std::string& name, double limit, int runs, std::function<Pair()> prepare) {
+  registerPairs(name, limit, runs, [=]() -> Timed {
+    const Pair pair = prepare();
+    return {[pair] { return secondsOf(pair.subject); },
+            [pair] { return secondsOf(pair.reference); }};
+  });
 }
 
 void measureGrowth(const std::string& name, int size, Prepare prepare) {
-  registerPairs(
-      name + "/time", growthLimit, growthRuns, [=] { return secondsOf(prepare(10 * size)); },
-      [=] { return secondsOf(prepare(size)); });
-  benchmark::RegisterBenchmark((name + "/memory").c_str(), [=](benchmark::State& state) {
-    for ([[maybe_unused]] auto iteration : state) {
-      tell(state, peakOf(prepare, 10 * size), peakOf(prepare, size), growthLimit);
-    }
-  })->Iterations(1);
+  registerPairs(name + "/time", growthLimit, growthRuns, [=]() -> Timed {
+    return {[=] { return secondsOf(prepare(10 * size)); },
+            [=] { return secondsOf(prepare(size)); }};
+  });
+  registerOnce(name + "/memory", [=](benchmark::State& state) {
+    tell(state, peakOf(prepare, 10 * size), peakOf(prepare, size), growthLimit);
+  });
 }
 
-void measureBytes(const std::string& name, double limit, std::size_t subject,
-                  std::size_t reference) {
-  benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State& state) {
-    for ([[maybe_unused]] auto iteration : state) {
-      tell(state, static_cast<double>(subject), static_cast<double>(reference), limit);
-    }
-  })->Iterations(1);
+void measureBytes(const std::string& name, double limit, std::function<Sizes()> sizes) {
+  registerOnce(name, [=](benchmark::State& state) {
+    const Sizes both = sizes();
+    tell(state, static_cast<double>(both.subject), static_cast<double>(both.reference), limit);
+  });
 }

@@ -10,9 +10,15 @@ using Run = std::function<void()>;
 // For a figure that is only told.
 constexpr double noLimit = 0;
 
-// The figure is the time of `subject` over that of `reference`: the ratio of the medians over as
-// many runs of each, which take turns. Time is the thread's CPU time.
-void measureTime(const std::string& name, double limit, int runs, Run subject, Run reference);
+struct Pair {
+  Run subject;
+  Run reference;
+};
+
+// The figure is the time of the subject over that of the reference: the ratio of the medians over
+// as many runs of each, which take turns. Time is the thread's CPU time. `prepare` is called once,
+// outside of it.
+void measureTime(const std::string& name, double limit, int runs, std::function<Pair()> prepare);
 
 // Makes what one run needs, outside of the measured time; the run is called once.
 using Prepare = std::function<Run(int size)>;
@@ -21,9 +27,13 @@ using Prepare = std::function<Run(int size)>;
 // of one of `size`.
 void measureGrowth(const std::string& name, int size, Prepare prepare);
 
+struct Sizes {
+  std::size_t subject;
+  std::size_t reference;
+};
+
 // The figure is a ratio of two sizes in bytes.
-void measureBytes(const std::string& name, double limit, std::size_t subject,
-                  std::size_t reference);
+void measureBytes(const std::string& name, double limit, std::function<Sizes()> sizes);
 
 // Each registers the measures of its part.
 void addParsing();

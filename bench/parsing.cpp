@@ -11,36 +11,47 @@
 
 namespace {
 
-void addChart(const std::string& label, std::size_t bytes, int runs) {
-  const std::string text = chartOfBytes(bytes);
-  const Run transformer = [text] { const ChartTransformer chart(text); };
-  measureTime("constructor/" + label + "/new parser", 1.35, runs, transformer, [text] {
-    const auto parser = baseline::newParser();
-    baseline::parse(*parser, text);
-  });
-  const std::shared_ptr<xercesc::XercesDOMParser> reused = baseline::newParser();
-  measureTime("constructor/" + label + "/reused parser", noLimit, runs, transformer,
-              [text, reused] {
-                baseline::parse(*reused, text);
-                reused->resetDocumentPool();
-              });
+Run transforming(const std::string& text) {
+  return [text] { const ChartTransformer chart(text); };
 }
 
-void addData(int rows, int runs) {
-  const std::string text = chartText({.rows = rows});
+void addChart(const std::string& label, std::size_t bytes, int runs) {
+  measureTime("constructor/" + label + "/new parser", 1.35, runs, [=]() -> Pair {
+    const std::string text = chartOfBytes(bytes);
+    return {transforming(text), [text] {
+              const auto parser = baseline::newParser();
+              baseline::parse(*parser, text);
+            }};
+  });
+  measureTime("constructor/" + label + "/reused parser", noLimit, runs, [=]() -> Pair {
+    const std::string text = chartOfBytes(bytes);
+    const std::shared_ptr<xercesc::XercesDOMParser> parser = baseline::newParser();
+    return {transforming(text), [text, parser] {
+              baseline::parse(*parser, text);
+              parser->resetDocumentPool();
+            }};
+  });
+}
+
+std::string dataOf(const std::string& text) {
   std::string data;
   if (!zlib1211tavo::decompressString(data, ChartTransformer(text).getCompressedData())) {
     throw std::runtime_error("the chart has no data");
   }
-  measureTime(
-      "constructor/20000 rows/parse and compress", 1.6, runs,
-      [text] { const ChartTransformer chart(text); },
-      [text, data] {
-        const auto parser = baseline::newParser();
-        baseline::parse(*parser, text);
-        std::string packed;
-        zlib1211tavo::compressString(data, packed);
-      });
+  return data;
+}
+
+void addData(int rows, int runs) {
+  const std::string name = "constructor/" + std::to_string(rows) + " rows/parse and compress";
+  measureTime(name, 1.6, runs, [rows]() -> Pair {
+    const std::string text = chartText({.rows = rows});
+    return {transforming(text), [text, data = dataOf(text)] {
+              const auto parser = baseline::newParser();
+              baseline::parse(*parser, text);
+              std::string packed;
+              zlib1211tavo::compressString(data, packed);
+            }};
+  });
 }
 
 }  // namespace

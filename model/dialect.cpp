@@ -114,16 +114,19 @@ class Table {
 
   std::span<const Element> elements() const { return elements_; }
 
-  const Element* find(std::u16string_view tag, std::u16string_view parentTag) const {
+  // The first of several rows of the tag.
+  const Element* find(std::u16string_view tag) const {
     const auto hit = byTag_.find(tag);
-    if (hit == byTag_.end()) return nullptr;
-    if (!isRecord(*hit->second)) return hit->second;
-    const auto parent = byTag_.find(parentTag);
-    const std::u16string_view owner = parentTag == u"visualization" ? u"PlXExtensionVis"
-                                      : parent != byTag_.end() && parent->second->group &&
-                                              !std::strcmp(parent->second->group->name, "variable")
-                                          ? u"PlXExtensionSV"
-                                          : u"PlXExtension";
+    return hit != byTag_.end() ? hit->second : nullptr;
+  }
+
+  const Element* findRecord(std::u16string_view parentTag) const {
+    const Element* parent = find(parentTag);
+    const std::u16string_view owner =
+        parentTag == u"visualization" ? u"PlXExtensionVis"
+        : parent && parent->group && !std::strcmp(parent->group->name, "variable")
+            ? u"PlXExtensionSV"
+            : u"PlXExtension";
     return extensions_.at(owner);
   }
 
@@ -231,14 +234,18 @@ const XMLCh* localName(const DOMNode* element) {
 }
 
 const Element* find(std::u16string_view tag, std::u16string_view parentTag) {
-  return table().find(tag, parentTag);
+  const Element* row = table().find(tag);
+  return row && isRecord(*row) ? table().findRecord(parentTag) : row;
 }
 
+// Looks for the parent only where it counts: that costs more than all the rest.
 const Element* find(const DOMElement* element) {
+  const Element* row = table().find(localName(element));
+  if (!row || !isRecord(*row)) return row;
   const DOMNode* parent = element->getParentNode();
   const bool isNested = parent && parent->getNodeType() == DOMNode::ELEMENT_NODE;
-  return find(localName(element),
-              isNested ? std::u16string_view(localName(parent)) : std::u16string_view());
+  return table().findRecord(isNested ? std::u16string_view(localName(parent))
+                                     : std::u16string_view());
 }
 
 bool isLink(const Element& element, const XMLCh* attribute) {

@@ -24,6 +24,10 @@ class ModelStore {
   ModelStore(const ModelStore&) = delete;
   ModelStore& operator=(const ModelStore&) = delete;
 
+  // To be told when nobody will look at the document any more: the store's end then leaves dead
+  // objects on the elements. The document is to be deleted, as release() would tell them of it.
+  void endWithDocument() { endsWithDocument_ = true; }
+
   // Makes the objects of a subtree in one pass, root included, and declares its identifiers.
   // Elements that have an object keep it; rows of data are passed over.
   void build(xercesc::DOMElement* root);
@@ -60,6 +64,7 @@ class ModelStore {
   // the attribute's text decides.
   std::unordered_multimap<std::u16string, Link> links_;
   bool linksIndexed_ = false;
+  bool endsWithDocument_ = false;
   std::unordered_map<std::u16string, unsigned long> lastNumbers_;
 };
 
