@@ -82,11 +82,6 @@ const Row rows[] = {
 #undef ATTRIBUTE
 #undef WORDS
 
-// Records of all three classes have one tag; whose a record is decides.
-bool isRecord(const Element& element) {
-  return std::u16string_view(element.tag) == std::u16string_view(PlXExtension::_UTF_extension);
-}
-
 // The table in the form that is searched, made on first use.
 class Table {
  public:
@@ -160,8 +155,8 @@ class Table {
       child.rank += first;
       children.push_back(child);
     }
-    return {row.name, row.label, row.documentation, row.content, row.make, group, children, {},
-            {},       {}};
+    return {row.name, row.label, row.documentation, row.content, row.make, group, children, {}, {},
+            {},       false};
   }
 
   void finish(Element& element) {
@@ -169,7 +164,10 @@ class Table {
     if (element.group) noteLinks(element, element.group->attributes);
     noteLinks(element, element.attributes);
     byTag_.emplace(element.tag, &element);
-    if (isRecord(element)) {
+    // Records of all three classes have one tag; whose a record is decides.
+    element.isRecord =
+        std::u16string_view(element.tag) == std::u16string_view(PlXExtension::_UTF_extension);
+    if (element.isRecord) {
       names_.emplace_back(element.className, element.className + std::strlen(element.className));
       extensions_.emplace(names_.back(), &element);
     }
@@ -235,13 +233,13 @@ const XMLCh* localName(const DOMNode* element) {
 
 const Element* find(std::u16string_view tag, std::u16string_view parentTag) {
   const Element* row = table().find(tag);
-  return row && isRecord(*row) ? table().findRecord(parentTag) : row;
+  return row && row->isRecord ? table().findRecord(parentTag) : row;
 }
 
 // Looks for the parent only where it counts: that costs more than all the rest.
 const Element* find(const DOMElement* element) {
   const Element* row = table().find(localName(element));
-  if (!row || !isRecord(*row)) return row;
+  if (!row || !row->isRecord) return row;
   const DOMNode* parent = element->getParentNode();
   const bool isNested = parent && parent->getNodeType() == DOMNode::ELEMENT_NODE;
   return table().findRecord(isNested ? std::u16string_view(localName(parent))
@@ -249,7 +247,7 @@ const Element* find(const DOMElement* element) {
 }
 
 bool isLink(const Element& element, const XMLCh* attribute) {
-  if (!isRecord(element)) {
+  if (!element.isRecord) {
     return std::any_of(element.links.begin(), element.links.end(),
                        [&](const XMLCh* name) { return XMLString::equals(name, attribute); });
   }
