@@ -30,6 +30,16 @@ bool holdsData(const dialect::Element* row) {
   return row && row->content == dialect::Content::Data;
 }
 
+// False for an object that isn't on its element: the root's may be that of another visualization.
+bool freeElement(const PlXBaseElement& object) {
+  DOMElement* element = object.getImplementation();
+  if (!element) return false;
+  const XMLCh* tag = dialect::localName(element);
+  if (element->getUserData(tag) != &object) return false;
+  element->setUserData(tag, nullptr, nullptr);
+  return true;
+}
+
 }  // namespace
 
 // A node that is released while its object lives leaves the object without an element.
@@ -50,19 +60,23 @@ ModelStore::~ModelStore() {
   if (endsWithDocument_) return;
   std::size_t freed = 0;
   for (const auto& object : objects_) {
-    DOMElement* element = object->getImplementation();
-    if (!element) continue;
-    const XMLCh* tag = dialect::localName(element);
-    if (element->getUserData(tag) != object.get()) continue;
-    element->setUserData(tag, nullptr, nullptr);
-    if (freed++ % 8 == 0) element->setUserData(u"chartxml.ballast", &ballast, nullptr);
+    if (freeElement(*object) && freed++ % 8 == 0) {
+      object->getImplementation()->setUserData(u"chartxml.ballast", &ballast, nullptr);
+    }
   }
+  freeElement(owner_);
 }
 
 PlXBaseElement* ModelStore::make(DOMElement* element, const dialect::Element* row) {
-  PlXBaseElement* object = row ? row->make(element, &owner_) : nullptr;
-  if (!object) return nullptr;
-  objects_.emplace_back(object);
+  if (!row) return nullptr;
+  PlXBaseElement* object = row->make(element, &owner_);
+  if (object) {
+    objects_.emplace_back(object);
+  } else if (element == owner_.getImplementation()) {
+    object = &owner_;
+  } else {
+    return nullptr;
+  }
   element->setUserData(row->tag, object, &ReleaseWatch::instance());
   if (linksIndexed_) noteLinks(*object);
   return object;

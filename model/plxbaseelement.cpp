@@ -10,6 +10,7 @@
 #include "numbertext.h"
 #include "plxframes.h"
 #include "plxstyle.h"
+#include "plxvariables.h"
 #include "utf.h"
 
 using namespace xercesc;
@@ -41,9 +42,10 @@ PlXBaseElement::~PlXBaseElement() = default;
 
 PlXVisualization* PlXBaseElement::getVisualization() const {
   if (visualization_ || !element_) return visualization_;
+  // The root's object is the visualization itself, or a graph in charts of the older form.
   const DOMElement* root = element_->getOwnerDocument()->getDocumentElement();
-  return root ? static_cast<PlXVisualization*>(root->getUserData(dialect::localName(root)))
-              : nullptr;
+  const void* object = root ? root->getUserData(dialect::localName(root)) : nullptr;
+  return object ? static_cast<const PlXBaseElement*>(object)->visualization_ : nullptr;
 }
 
 PlXBaseElement* PlXBaseElement::objectOf(DOMElement* element) const {
@@ -129,15 +131,16 @@ void PlXBaseElement::clear(const XMLCh* name) {
 
 void PlXBaseElement::setAttribute(const XMLCh* name, const XMLCh* value) {
   if (!element_) return;
+  PlXVisualization* visualization = getVisualization();
   const bool isId = XMLString::equals(name, idName);
-  if (isId && visualization_) visualization_->store().noteFreeId(text(idName));
+  if (isId && visualization) visualization->store().noteFreeId(text(idName));
   if (!value) {
     element_->removeAttribute(name);
     return;
   }
   element_->setAttribute(name, value);
   if (isId) declareId(element_);
-  if (visualization_) visualization_->store().noteAttribute(element_, name);
+  if (visualization) visualization->store().noteAttribute(element_, name);
 }
 
 const XMLCh* PlXBaseElement::contentOrText(const XMLCh* name) const {
@@ -186,9 +189,14 @@ PlXBaseElement* PlXBaseElement::addChild(const XMLCh* tag, const XMLCh* id) {
   PlXVisualization* visualization = getVisualization();
   if (!visualization) return nullptr;
   if (!element_) {
-    // The place has been released: the child lives on its own, in no chart.
+    // The place has been released: the child lives on its own, in no chart. The class of a record
+    // depends on its parent, so a variable is stood in for.
     DOMDocument* document = visualization->getImplementation()->getOwnerDocument();
-    return visualization->store().objectOf(document->createElement(tag));
+    DOMElement* element = document->createElement(tag);
+    if (dynamic_cast<const CTVariableType*>(this)) {
+      document->createElement(PlXSourceVariable::_UTF_sourceVariable)->appendChild(element);
+    }
+    return visualization->store().objectOf(element);
   }
   DOMElement* element = newElement(*element_, tag);
   if (id) element->setAttribute(idName, id);
