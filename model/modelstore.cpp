@@ -1,5 +1,7 @@
 #include "modelstore.h"
 
+#include <algorithm>
+
 #include "dialect.h"
 #include "domwalk.h"
 #include "plxframes.h"
@@ -11,16 +13,31 @@ namespace {
 
 const XMLCh idName[] = u"id";
 
+// Stays on some of the elements when their objects go: whenever a node is released, the document
+// looks for the first entry of its table of user data from the table's start, which takes as long
+// as the table once was if that has been emptied.
+char ballast;
+
+// What is nearer is looked at each time, so that edits by DOM operations count; farther away the
+// store goes by what it remembers, so that loops over large charts take linear time.
+constexpr unsigned near = 8;
+
+std::size_t hashOf(std::u16string_view id) {
+  return std::hash<std::u16string_view>()(id);
+}
+
 bool holdsData(const dialect::Element* row) {
   return row && row->content == dialect::Content::Data;
 }
 
-// The root's object may be that of another visualization.
-void freeElement(const PlXBaseElement& object) {
+// False for an object that isn't on its element: the root's may be that of another visualization.
+bool freeElement(const PlXBaseElement& object) {
   DOMElement* element = object.getImplementation();
-  if (!element) return;
+  if (!element) return false;
   const XMLCh* tag = dialect::localName(element);
-  if (element->getUserData(tag) == &object) element->setUserData(tag, nullptr, nullptr);
+  if (element->getUserData(tag) != &object) return false;
+  element->setUserData(tag, nullptr, nullptr);
+  return true;
 }
 
 }  // namespace
@@ -40,7 +57,13 @@ class ModelStore::ReleaseWatch : public DOMUserDataHandler {
 };
 
 ModelStore::~ModelStore() {
-  for (const auto& object : objects_) freeElement(*object);
+  if (endsWithDocument_) return;
+  std::size_t freed = 0;
+  for (const auto& object : objects_) {
+    if (freeElement(*object) && freed++ % 8 == 0) {
+      object->getImplementation()->setUserData(u"chartxml.ballast", &ballast, nullptr);
+    }
+  }
   freeElement(owner_);
 }
 
@@ -77,24 +100,67 @@ void ModelStore::build(DOMElement* root) {
   });
 }
 
+// The place is looked for from the last child backwards. Names are pooled by the document: a run of
+// equal siblings costs one look-up.
+PlXBaseElement* ModelStore::insert(DOMElement* parent, DOMElement* child) {
+  const dialect::Element* row = dialect::find(parent);
+  const unsigned rank = row ? row->rankOf(dialect::localName(child)) : 0;
+  DOMNode* place = nullptr;
+  const XMLCh* lastName = nullptr;
+  unsigned passed = 0;
+  for (DOMNode* node = row ? parent->getLastChild() : nullptr; node;
+       node = node->getPreviousSibling()) {
+    if (node->getNodeType() != DOMNode::ELEMENT_NODE) continue;
+    const XMLCh* name = dialect::localName(node);
+    if (name != lastName && row->rankOf(name) <= rank) break;
+    lastName = name;
+    place = node;
+    if (++passed != near) continue;
+    if (DOMNode* known = knownPlace(parent, *row, rank)) {
+      place = known;
+      break;
+    }
+  }
+  parent->insertBefore(child, place);
+  PlXBaseElement* object = objectOf(child);
+  if (passed >= near && object) lastChildren_[{parent, rank}] = object;
+  return object;
+}
+
+// Null when nothing is remembered that still holds.
+DOMNode* ModelStore::knownPlace(const DOMElement* parent, const dialect::Element& row,
+                                unsigned rank) const {
+  const auto known = lastChildren_.find({parent, rank});
+  if (known == lastChildren_.end()) return nullptr;
+  DOMElement* last = known->second->getImplementation();
+  if (!last || last->getParentNode() != parent) return nullptr;
+  // Children of lower ranks may have been written behind it.
+  do {
+    last = last->getNextElementSibling();
+  } while (last && row.rankOf(dialect::localName(last)) <= rank);
+  return last;
+}
+
 void ModelStore::noteAttribute(DOMElement* element, const XMLCh* name) {
   if (!linksIndexed_) return;
   const dialect::Element* row = dialect::find(element);
   const PlXBaseElement* holder = objectOf(element);
   if (!row || !holder || !dialect::isLink(*row, name)) return;
-  links_.emplace(element->getAttribute(name), Link{holder, name});
+  noteLink(*holder, *element->getAttributeNode(name));
+}
+
+void ModelStore::noteLink(const PlXBaseElement& holder, const DOMNode& attribute) {
+  links_.emplace(hashOf(attribute.getNodeValue()), Link{&holder, attribute.getNodeName()});
 }
 
 void ModelStore::noteLinks(const PlXBaseElement& object) {
   DOMElement* element = object.getImplementation();
   const dialect::Element* row = element ? dialect::find(element) : nullptr;
-  if (!row) return;
+  if (!row || !row->mayHoldLinks()) return;
   const DOMNamedNodeMap* attributes = element->getAttributes();
   for (XMLSize_t i = 0; i < attributes->getLength(); ++i) {
     const DOMNode* attribute = attributes->item(i);
-    if (dialect::isLink(*row, attribute->getNodeName())) {
-      links_.emplace(attribute->getNodeValue(), Link{&object, attribute->getNodeName()});
-    }
+    if (dialect::isLink(*row, attribute->getNodeName())) noteLink(object, *attribute);
   }
 }
 
@@ -125,13 +191,11 @@ void ModelStore::remove(DOMElement* element) {
 void ModelStore::removeLinks(const std::u16string& id) {
   // Another element of that id, in a damaged document, keeps its links.
   if (owner_.doesIdExist(id.c_str())) return;
-  const auto [first, last] = links_.equal_range(id);
+  const auto [first, last] = links_.equal_range(hashOf(id));
   for (auto link = first; link != last; ++link) {
     const auto& [holder, attribute] = link->second;
     DOMElement* element = holder->getImplementation();
-    if (element && id == element->getAttribute(attribute.c_str())) {
-      element->removeAttribute(attribute.c_str());
-    }
+    if (element && id == element->getAttribute(attribute)) element->removeAttribute(attribute);
   }
   links_.erase(first, last);
 }
@@ -146,6 +210,32 @@ std::u16string ModelStore::freshId(const XMLCh* stem) {
   return id;
 }
 
+std::u16string ModelStore::firstFreeId(const XMLCh* stem) {
+  unsigned long& first = firstNumbers_[stem];
+  const DOMDocument* document = owner_.getImplementation()->getOwnerDocument();
+  std::u16string id;
+  unsigned long number = 0;
+  do {
+    number = number + 1 < near ? number + 1 : std::max(number + 1, first);
+    id = stem + utf::toUtf16(std::to_string(number));
+  } while (document->getElementById(id.c_str()));
+  first = number;
+  return id;
+}
+
+void ModelStore::noteFreeId(std::u16string_view id) {
+  if (firstNumbers_.empty()) return;
+  unsigned long number = 0;
+  unsigned long place = 1;
+  // Any of the digits at the end may be the first of the number.
+  for (std::size_t i = id.size(); i > 0 && id[i - 1] >= u'0' && id[i - 1] <= u'9'; --i) {
+    number += place * (id[i - 1] - u'0');
+    place *= 10;
+    const auto first = firstNumbers_.find(std::u16string(id.substr(0, i - 1)));
+    if (first != firstNumbers_.end()) first->second = std::min(first->second, number);
+  }
+}
+
 void declareId(DOMElement* element) {
   DOMAttr* id = element->getAttributeNode(idName);
   if (!id || id->isId()) return;
@@ -156,5 +246,8 @@ void declareId(DOMElement* element) {
 
 void withdrawId(DOMElement* element) {
   const DOMAttr* id = element->getAttributeNode(idName);
-  if (id && id->isId()) element->setIdAttribute(idName, false);
+  if (!id || !id->isId()) return;
+  element->setIdAttribute(idName, false);
+  const PlXVisualization* visualization = PlXBaseElement(element).getVisualization();
+  if (visualization) visualization->store().noteFreeId(id->getValue());
 }

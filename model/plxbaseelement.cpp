@@ -33,25 +33,6 @@ DOMElement* newElement(const DOMElement& parent, const XMLCh* tag) {
   return parent.getOwnerDocument()->createElementNS(parent.getNamespaceURI(), name.c_str());
 }
 
-// The sibling that a child of `tag` is written before, null for the end. Looked for from the last
-// child backwards, so that adding in canonical order costs one step. Names are pooled by the
-// document: a run of equal siblings costs one look-up.
-DOMNode* placeFor(const DOMElement& parent, const XMLCh* tag) {
-  const dialect::Element* row = dialect::find(&parent);
-  if (!row) return nullptr;
-  const unsigned rank = row->rankOf(tag);
-  DOMNode* place = nullptr;
-  const XMLCh* lastName = nullptr;
-  for (DOMNode* node = parent.getLastChild(); node; node = node->getPreviousSibling()) {
-    if (node->getNodeType() != DOMNode::ELEMENT_NODE) continue;
-    const XMLCh* name = dialect::localName(node);
-    if (name != lastName && row->rankOf(name) <= rank) break;
-    lastName = name;
-    place = node;
-  }
-  return place;
-}
-
 }  // namespace
 
 PlXBaseElement::PlXBaseElement(DOMElement* element, PlXVisualization* owner)
@@ -150,15 +131,16 @@ void PlXBaseElement::clear(const XMLCh* name) {
 
 void PlXBaseElement::setAttribute(const XMLCh* name, const XMLCh* value) {
   if (!element_) return;
+  PlXVisualization* visualization = getVisualization();
+  const bool isId = XMLString::equals(name, idName);
+  if (isId && visualization) visualization->store().noteFreeId(text(idName));
   if (!value) {
     element_->removeAttribute(name);
     return;
   }
   element_->setAttribute(name, value);
-  if (XMLString::equals(name, idName)) declareId(element_);
-  if (PlXVisualization* visualization = getVisualization()) {
-    visualization->store().noteAttribute(element_, name);
-  }
+  if (isId) declareId(element_);
+  if (visualization) visualization->store().noteAttribute(element_, name);
 }
 
 const XMLCh* PlXBaseElement::contentOrText(const XMLCh* name) const {
@@ -218,8 +200,7 @@ PlXBaseElement* PlXBaseElement::addChild(const XMLCh* tag, const XMLCh* id) {
   }
   DOMElement* element = newElement(*element_, tag);
   if (id) element->setAttribute(idName, id);
-  element_->insertBefore(element, placeFor(*element_, tag));
-  return visualization->store().objectOf(element);
+  return visualization->store().insert(element_, element);
 }
 
 void PlXBaseElement::removeChild(PlXBaseElement& child) {
