@@ -96,13 +96,13 @@ class CHARTXML_API PlXFormat : public CTFormatType {
     return static_cast<unsigned long>(integer(u"minimumIntegerDigits"));
   }
   void setMinimumIntegerDigits(unsigned long digits) {
-    setInteger(u"minimumIntegerDigits", digits);
+    setInteger(u"minimumIntegerDigits", static_cast<long>(digits));
   }
   unsigned long getMaximumIntegerDigits() const {
     return static_cast<unsigned long>(integer(u"maximumIntegerDigits"));
   }
   void setMaximumIntegerDigits(unsigned long digits) {
-    setInteger(u"maximumIntegerDigits", digits);
+    setInteger(u"maximumIntegerDigits", static_cast<long>(digits));
   }
   unsigned getMinimumFractionDigits() const {
     return static_cast<unsigned>(integer(u"minimumFractionDigits"));

@@ -82,11 +82,6 @@ const Row rows[] = {
 #undef ATTRIBUTE
 #undef WORDS
 
-// Records of all three classes have one tag; whose a record is decides.
-bool isRecord(const Element& element) {
-  return std::u16string_view(element.tag) == std::u16string_view(PlXExtension::_UTF_extension);
-}
-
 // The table in the form that is searched, made on first use.
 class Table {
  public:
@@ -114,16 +109,19 @@ class Table {
 
   std::span<const Element> elements() const { return elements_; }
 
-  const Element* find(std::u16string_view tag, std::u16string_view parentTag) const {
+  // The first of several rows of the tag.
+  const Element* find(std::u16string_view tag) const {
     const auto hit = byTag_.find(tag);
-    if (hit == byTag_.end()) return nullptr;
-    if (!isRecord(*hit->second)) return hit->second;
-    const auto parent = byTag_.find(parentTag);
-    const std::u16string_view owner = parentTag == u"visualization" ? u"PlXExtensionVis"
-                                      : parent != byTag_.end() && parent->second->group &&
-                                              !std::strcmp(parent->second->group->name, "variable")
-                                          ? u"PlXExtensionSV"
-                                          : u"PlXExtension";
+    return hit != byTag_.end() ? hit->second : nullptr;
+  }
+
+  const Element* findRecord(std::u16string_view parentTag) const {
+    const Element* parent = find(parentTag);
+    const std::u16string_view owner =
+        parentTag == u"visualization" ? u"PlXExtensionVis"
+        : parent && parent->group && !std::strcmp(parent->group->name, "variable")
+            ? u"PlXExtensionSV"
+            : u"PlXExtension";
     return extensions_.at(owner);
   }
 
@@ -157,8 +155,8 @@ class Table {
       child.rank += first;
       children.push_back(child);
     }
-    return {row.name, row.label, row.documentation, row.content, row.make, group, children, {},
-            {},       {}};
+    return {row.name, row.label, row.documentation, row.content, row.make, group, children, {}, {},
+            {},       false};
   }
 
   void finish(Element& element) {
@@ -166,7 +164,10 @@ class Table {
     if (element.group) noteLinks(element, element.group->attributes);
     noteLinks(element, element.attributes);
     byTag_.emplace(element.tag, &element);
-    if (isRecord(element)) {
+    // Records of all three classes have one tag; whose a record is decides.
+    element.isRecord =
+        std::u16string_view(element.tag) == std::u16string_view(PlXExtension::_UTF_extension);
+    if (element.isRecord) {
       names_.emplace_back(element.className, element.className + std::strlen(element.className));
       extensions_.emplace(names_.back(), &element);
     }
@@ -231,18 +232,22 @@ const XMLCh* localName(const DOMNode* element) {
 }
 
 const Element* find(std::u16string_view tag, std::u16string_view parentTag) {
-  return table().find(tag, parentTag);
+  const Element* row = table().find(tag);
+  return row && row->isRecord ? table().findRecord(parentTag) : row;
 }
 
+// Looks for the parent only where it counts: that costs more than all the rest.
 const Element* find(const DOMElement* element) {
+  const Element* row = table().find(localName(element));
+  if (!row || !row->isRecord) return row;
   const DOMNode* parent = element->getParentNode();
   const bool isNested = parent && parent->getNodeType() == DOMNode::ELEMENT_NODE;
-  return find(localName(element),
-              isNested ? std::u16string_view(localName(parent)) : std::u16string_view());
+  return table().findRecord(isNested ? std::u16string_view(localName(parent))
+                                     : std::u16string_view());
 }
 
 bool isLink(const Element& element, const XMLCh* attribute) {
-  if (!isRecord(element)) {
+  if (!element.isRecord) {
     return std::any_of(element.links.begin(), element.links.end(),
                        [&](const XMLCh* name) { return XMLString::equals(name, attribute); });
   }

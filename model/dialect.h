@@ -87,9 +87,11 @@ struct Element {
   std::vector<Attribute> attributes;  // less those of the group
   std::unordered_map<std::u16string_view, unsigned> ranks;
   std::vector<const XMLCh*> links;  // the names of all attributes of Type::Link
+  bool isRecord = false;            // an extension record, which may have more links by role
 
   // The place of a child among its siblings; unknown children come last.
   unsigned rankOf(std::u16string_view childTag) const;
+  bool mayHoldLinks() const { return isRecord || !links.empty(); }
 };
 
 // All rows, in the table's order.

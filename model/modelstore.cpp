@@ -1,5 +1,7 @@
 #include "modelstore.h"
 
+#include <algorithm>
+
 #include "dialect.h"
 #include "domwalk.h"
 #include "plxframes.h"
@@ -11,11 +13,34 @@ namespace {
 
 const XMLCh idName[] = u"id";
 
+// Stays on some of the elements when their objects go: whenever a node is released, the document
+// looks for the first entry of its table of user data from the table's start, which takes as long
+// as the table once was if that has been emptied.
+char ballast;
+
 // Of all documents of the process: what is known of taken numbers is asked again after any.
 unsigned long allWithdrawals = 0;
 
+// What is nearer is looked at each time, so that edits by DOM operations count; farther away the
+// store goes by what it remembers, so that loops over large charts take linear time.
+constexpr unsigned near = 8;
+
+std::size_t hashOf(std::u16string_view id) {
+  return std::hash<std::u16string_view>()(id);
+}
+
 bool holdsData(const dialect::Element* row) {
   return row && row->content == dialect::Content::Data;
+}
+
+// False for an object that isn't on its element: the root's may be that of another visualization.
+bool freeElement(const PlXBaseElement& object) {
+  DOMElement* element = object.getImplementation();
+  if (!element) return false;
+  const XMLCh* tag = dialect::localName(element);
+  if (element->getUserData(tag) != &object) return false;
+  element->setUserData(tag, nullptr, nullptr);
+  return true;
 }
 
 }  // namespace
@@ -35,18 +60,26 @@ class ModelStore::ReleaseWatch : public DOMUserDataHandler {
 };
 
 ModelStore::~ModelStore() {
+  if (endsWithDocument_) return;
+  std::size_t freed = 0;
   for (const auto& object : objects_) {
-    DOMElement* element = object->getImplementation();
-    if (!element) continue;
-    const XMLCh* tag = dialect::localName(element);
-    if (element->getUserData(tag) == object.get()) element->setUserData(tag, nullptr, nullptr);
+    if (freeElement(*object) && freed++ % 8 == 0) {
+      object->getImplementation()->setUserData(u"chartxml.ballast", &ballast, nullptr);
+    }
   }
+  freeElement(owner_);
 }
 
 PlXBaseElement* ModelStore::make(DOMElement* element, const dialect::Element* row) {
-  PlXBaseElement* object = row ? row->make(element, &owner_) : nullptr;
-  if (!object) return nullptr;
-  objects_.emplace_back(object);
+  if (!row) return nullptr;
+  PlXBaseElement* object = row->make(element, &owner_);
+  if (object) {
+    objects_.emplace_back(object);
+  } else if (element == owner_.getImplementation()) {
+    object = &owner_;
+  } else {
+    return nullptr;
+  }
   element->setUserData(row->tag, object, &ReleaseWatch::instance());
   if (linksIndexed_) noteLinks(*object);
   return object;
@@ -70,24 +103,67 @@ void ModelStore::build(DOMElement* root) {
   });
 }
 
+// The place is looked for from the last child backwards. Names are pooled by the document: a run of
+// equal siblings costs one look-up.
+PlXBaseElement* ModelStore::insert(DOMElement* parent, DOMElement* child) {
+  const dialect::Element* row = dialect::find(parent);
+  const unsigned rank = row ? row->rankOf(dialect::localName(child)) : 0;
+  DOMNode* place = nullptr;
+  const XMLCh* lastName = nullptr;
+  unsigned passed = 0;
+  for (DOMNode* node = row ? parent->getLastChild() : nullptr; node;
+       node = node->getPreviousSibling()) {
+    if (node->getNodeType() != DOMNode::ELEMENT_NODE) continue;
+    const XMLCh* name = dialect::localName(node);
+    if (name != lastName && row->rankOf(name) <= rank) break;
+    lastName = name;
+    place = node;
+    if (++passed != near) continue;
+    if (DOMNode* known = knownPlace(parent, *row, rank)) {
+      place = known;
+      break;
+    }
+  }
+  parent->insertBefore(child, place);
+  PlXBaseElement* object = objectOf(child);
+  if (passed >= near && object) lastChildren_[{parent, rank}] = object;
+  return object;
+}
+
+// Null when nothing is remembered that still holds.
+DOMNode* ModelStore::knownPlace(const DOMElement* parent, const dialect::Element& row,
+                                unsigned rank) const {
+  const auto known = lastChildren_.find({parent, rank});
+  if (known == lastChildren_.end()) return nullptr;
+  DOMElement* last = known->second->getImplementation();
+  if (!last || last->getParentNode() != parent) return nullptr;
+  // Children of lower ranks may have been written behind it.
+  do {
+    last = last->getNextElementSibling();
+  } while (last && row.rankOf(dialect::localName(last)) <= rank);
+  return last;
+}
+
 void ModelStore::noteAttribute(DOMElement* element, const XMLCh* name) {
   if (!linksIndexed_) return;
   const dialect::Element* row = dialect::find(element);
   const PlXBaseElement* holder = objectOf(element);
   if (!row || !holder || !dialect::isLink(*row, name)) return;
-  links_.emplace(element->getAttribute(name), Link{holder, name});
+  noteLink(*holder, *element->getAttributeNode(name));
+}
+
+void ModelStore::noteLink(const PlXBaseElement& holder, const DOMNode& attribute) {
+  links_.emplace(hashOf(attribute.getNodeValue()), Link{&holder, attribute.getNodeName()});
 }
 
 void ModelStore::noteLinks(const PlXBaseElement& object) {
   DOMElement* element = object.getImplementation();
   const dialect::Element* row = element ? dialect::find(element) : nullptr;
-  if (!row) return;
+  if (!row || !row->mayHoldLinks()) return;
   const DOMNamedNodeMap* attributes = element->getAttributes();
   for (XMLSize_t i = 0; i < attributes->getLength(); ++i) {
     const DOMNode* attribute = attributes->item(i);
-    if (dialect::isLink(*row, attribute->getNodeName())) {
-      links_.emplace(attribute->getNodeValue(), Link{&object, attribute->getNodeName()});
-    }
+    if (dialect::isLink(*row, attribute->getNodeName())) noteLink(object, *attribute);
   }
 }
 
@@ -118,13 +194,11 @@ void ModelStore::remove(DOMElement* element) {
 void ModelStore::removeLinks(const std::u16string& id) {
   // Another element of that id, in a damaged document, keeps its links.
   if (owner_.doesIdExist(id.c_str())) return;
-  const auto [first, last] = links_.equal_range(id);
+  const auto [first, last] = links_.equal_range(hashOf(id));
   for (auto link = first; link != last; ++link) {
     const auto& [holder, attribute] = link->second;
     DOMElement* element = holder->getImplementation();
-    if (element && id == element->getAttribute(attribute.c_str())) {
-      element->removeAttribute(attribute.c_str());
-    }
+    if (element && id == element->getAttribute(attribute)) element->removeAttribute(attribute);
   }
   links_.erase(first, last);
 }

@@ -2,9 +2,12 @@
 #ifndef CHARTXML_MODELSTORE_H
 #define CHARTXML_MODELSTORE_H
 
+#include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include <xercesc/dom/DOM.hpp>
@@ -24,6 +27,10 @@ class ModelStore {
   ModelStore(const ModelStore&) = delete;
   ModelStore& operator=(const ModelStore&) = delete;
 
+  // To be told when nobody will look at the document any more: the store's end then leaves dead
+  // objects on the elements. The document is to be deleted, as release() would tell them of it.
+  void endWithDocument() { endsWithDocument_ = true; }
+
   // Makes the objects of a subtree in one pass, root included, and declares its identifiers.
   // Elements that have an object keep it; rows of data are passed over.
   void build(xercesc::DOMElement* root);
@@ -31,6 +38,10 @@ class ModelStore {
   // The object over an element, made now if there is none; null when the dialect has no class for
   // it.
   PlXBaseElement* objectOf(xercesc::DOMElement* element);
+
+  // Writes a new child at its canonical place: behind the last sibling that its parent's row
+  // doesn't want behind it. Answers the child's object, as objectOf() does.
+  PlXBaseElement* insert(xercesc::DOMElement* parent, xercesc::DOMElement* child);
 
   // Takes a subtree out of the document: its identifiers are withdrawn and links to them from
   // elsewhere are removed. The elements stay owned by the document, and the objects safe.
@@ -46,24 +57,30 @@ class ModelStore {
  private:
   struct Link {
     const PlXBaseElement* holder;
-    std::u16string attribute;
+    const XMLCh* attribute;  // pooled by the document
   };
   class ReleaseWatch;
 
+  xercesc::DOMNode* knownPlace(const xercesc::DOMElement* parent, const dialect::Element& row,
+                               unsigned rank) const;
   PlXBaseElement* make(xercesc::DOMElement* element, const dialect::Element* row);
+  void noteLink(const PlXBaseElement& holder, const xercesc::DOMNode& attribute);
   void noteLinks(const PlXBaseElement& object);
   void indexLinks();
   void removeLinks(const std::u16string& id);
 
   PlXVisualization& owner_;
   std::vector<std::unique_ptr<PlXBaseElement>> objects_;
-  // Target id to the links that name it, filled by the first removal. An entry may be out of date:
-  // the attribute's text decides.
-  std::unordered_multimap<std::u16string, Link> links_;
+  // The hash of an id to the links that name it, filled by the first removal. An entry may be out
+  // of date, or of another id: the attribute's text decides.
+  std::unordered_multimap<std::size_t, Link> links_;
   bool linksIndexed_ = false;
+  bool endsWithDocument_ = false;
   // Stem to the number up to which all are taken; good until an identifier is withdrawn.
   std::unordered_map<std::u16string, unsigned long> takenNumbers_;
   unsigned long withdrawals_ = 0;
+  // The child that insert() last wrote for a parent and a rank, where that isn't near the end.
+  std::map<std::pair<const xercesc::DOMElement*, unsigned>, const PlXBaseElement*> lastChildren_;
 };
 
 // Makes the "id" attribute of an element in the document an identifier of the document; what has

@@ -10,6 +10,7 @@
 #include "numbertext.h"
 #include "plxframes.h"
 #include "plxstyle.h"
+#include "plxvariables.h"
 #include "utf.h"
 
 using namespace xercesc;
@@ -32,25 +33,6 @@ DOMElement* newElement(const DOMElement& parent, const XMLCh* tag) {
   return parent.getOwnerDocument()->createElementNS(parent.getNamespaceURI(), name.c_str());
 }
 
-// The sibling that a child of `tag` is written before, null for the end. Looked for from the last
-// child backwards, so that adding in canonical order costs one step. Names are pooled by the
-// document: a run of equal siblings costs one look-up.
-DOMNode* placeFor(const DOMElement& parent, const XMLCh* tag) {
-  const dialect::Element* row = dialect::find(&parent);
-  if (!row) return nullptr;
-  const unsigned rank = row->rankOf(tag);
-  DOMNode* place = nullptr;
-  const XMLCh* lastName = nullptr;
-  for (DOMNode* node = parent.getLastChild(); node; node = node->getPreviousSibling()) {
-    if (node->getNodeType() != DOMNode::ELEMENT_NODE) continue;
-    const XMLCh* name = dialect::localName(node);
-    if (name != lastName && row->rankOf(name) <= rank) break;
-    lastName = name;
-    place = node;
-  }
-  return place;
-}
-
 }  // namespace
 
 PlXBaseElement::PlXBaseElement(DOMElement* element, PlXVisualization* owner)
@@ -60,9 +42,10 @@ PlXBaseElement::~PlXBaseElement() = default;
 
 PlXVisualization* PlXBaseElement::getVisualization() const {
   if (visualization_ || !element_) return visualization_;
+  // The root's object is the visualization itself, or a graph in charts of the older form.
   const DOMElement* root = element_->getOwnerDocument()->getDocumentElement();
-  return root ? static_cast<PlXVisualization*>(root->getUserData(dialect::localName(root)))
-              : nullptr;
+  const void* object = root ? root->getUserData(dialect::localName(root)) : nullptr;
+  return object ? static_cast<const PlXBaseElement*>(object)->visualization_ : nullptr;
 }
 
 PlXBaseElement* PlXBaseElement::objectOf(DOMElement* element) const {
@@ -148,6 +131,7 @@ void PlXBaseElement::clear(const XMLCh* name) {
 
 void PlXBaseElement::setAttribute(const XMLCh* name, const XMLCh* value) {
   if (!element_) return;
+  PlXVisualization* visualization = getVisualization();
   const bool isId = XMLString::equals(name, idName);
   if (isId) withdrawId(element_);
   if (!value) {
@@ -156,7 +140,7 @@ void PlXBaseElement::setAttribute(const XMLCh* name, const XMLCh* value) {
   }
   element_->setAttribute(name, value);
   if (isId) declareId(element_);
-  if (visualization_) visualization_->store().noteAttribute(element_, name);
+  if (visualization) visualization->store().noteAttribute(element_, name);
 }
 
 const XMLCh* PlXBaseElement::contentOrText(const XMLCh* name) const {
@@ -205,14 +189,18 @@ PlXBaseElement* PlXBaseElement::addChild(const XMLCh* tag, const XMLCh* id) {
   PlXVisualization* visualization = getVisualization();
   if (!visualization) return nullptr;
   if (!element_) {
-    // The place has been released: the child lives on its own, in no chart.
+    // The place has been released: the child lives on its own, in no chart. The class of a record
+    // depends on its parent, so a variable is stood in for.
     DOMDocument* document = visualization->getImplementation()->getOwnerDocument();
-    return visualization->store().objectOf(document->createElement(tag));
+    DOMElement* element = document->createElement(tag);
+    if (dynamic_cast<const CTVariableType*>(this)) {
+      document->createElement(PlXSourceVariable::_UTF_sourceVariable)->appendChild(element);
+    }
+    return visualization->store().objectOf(element);
   }
   DOMElement* element = newElement(*element_, tag);
   if (id) element->setAttribute(idName, id);
-  element_->insertBefore(element, placeFor(*element_, tag));
-  return visualization->store().objectOf(element);
+  return visualization->store().insert(element_, element);
 }
 
 void PlXBaseElement::removeChild(PlXBaseElement& child) {

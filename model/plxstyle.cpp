@@ -69,7 +69,8 @@ std::u16string joined(const Parts& parts) {
 
 void PlXStyle::getPreferredMinMax(const ChartString& text, ChartString& preferred,
                                   ChartString& minimum, ChartString& maximum) {
-  const ChartString copy = text;  // it may be one of the results
+  // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): it may be one of the results
+  const ChartString copy = text;
   const Parts parts = partsOf(copy.view());
   preferred = ChartString(parts[0]);
   minimum = ChartString(parts[1]);

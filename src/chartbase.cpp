@@ -29,9 +29,6 @@ namespace {
 const XMLCh olderSchemaLocation[] =
     u"" CHARTXML_HOST "/visualization " CHARTXML_HOST "/visualization/grafo-1.4.xsd";
 
-// What the log calls a text that has no file.
-constexpr const char* sourceName = "ChartBase";
-
 constexpr double systemMissing = -1.7976931348623157e308;
 
 void report(const ChartString& message, unsigned line) {
@@ -177,8 +174,8 @@ int ChartBase::AddAttributeDoc(DOMDocument* doc, DOMElement* element, const XMLC
 bool ChartBase::ValidXML(const std::string& text) {
   // Without an object the parser library may not have been started.
   const LibraryUse use;
-  ChartParser parser(grammarpool::Kind::Charts);
-  const bool isValid = parser.parseText(text, sourceName);
+  ChartParser parser;
+  const bool isValid = parser.parseText(text);
   if (!isValid) reportParse(text, "XML stream validation error", __LINE__);
   return isValid;
 }
@@ -192,8 +189,8 @@ ChartString ChartBase::getToken(const XMLCh* text, const XMLCh* delimiters, unsi
 }
 
 ChartString ChartBase::CreateUniqueId(const ChartString& prefix, PlXVisualization& visualization) {
-  const ChartString stem = prefix.empty() ? ChartString(PlXUni::_id) : prefix;
-  return ChartString(visualization.store().firstFreeId(stem.xc_str()));
+  const XMLCh* stem = prefix.empty() ? PlXUni::_id : prefix.xc_str();
+  return ChartString(visualization.store().firstFreeId(stem));
 }
 
 bool ChartBase::willPrintString(PRINTTYPE type) {
@@ -212,12 +209,12 @@ void ChartBase::printDebugInfo(const std::string& message) {
 }
 
 ChartParser& ChartBase::parser() {
-  if (!parser_) parser_ = std::make_unique<ChartParser>(grammarpool::Kind::Charts);
+  if (!parser_) parser_ = std::make_unique<ChartParser>();
   return *parser_;
 }
 
 bool ChartBase::parse(const std::string& text) {
-  if (parser().parseText(text, sourceName)) return true;
+  if (parser().parseText(text)) return true;
   reportParse(text, "parseDocument fatal error while parsing", __LINE__);
   parser().dropDocument();
   return false;
@@ -250,7 +247,7 @@ unsigned ChartBase::removeAllChildren(DOMNode* node) {
 }
 
 bool ChartBase::insertBeforeSiblings(DOMElement* parent, DOMElement* child,
-                                     ConstChartStringSet names) {
+                                     ConstChartStringSet names) {  // NOLINT(performance-*)
   DOMNode* sibling = parent->getFirstChild();
   while (sibling && !names.contains(sibling->getNodeName())) sibling = sibling->getNextSibling();
   parent->insertBefore(child, sibling);

@@ -24,7 +24,7 @@ namespace {
 
 std::string transcoded(const XMLCh* text) {
   char* bytes = TAVOMBTranscodeGeneric(text);
-  const std::string result = bytes ? bytes : "";
+  std::string result = bytes ? bytes : "";
   TAVOMBRelease(&bytes);
   return result;
 }

@@ -8,6 +8,7 @@
 #include "charterrorhandler.h"
 #include "chartexception.h"
 #include "dialect.h"
+#include "modelstore.h"
 #include "plxframes.h"
 #include "plxsources.h"
 #include "plxuni.h"
@@ -110,10 +111,8 @@ std::string mergedText(const DOMElement& chartRoot, const DOMElement& dataRoot,
 
 ChartTransformer::ChartTransformer(const std::string& chartText) {
   if (chartText.empty()) return;
-  DOMDocument* document = parseDocument(chartText);
-  if (!document) return;
-  model_ = std::make_unique<PlXVisualization>(document->getDocumentElement());
-  separateData();
+  makeModel(chartText);
+  if (model_) separateData();
 }
 
 ChartTransformer::ChartTransformer(const std::string& compressedChart,
@@ -123,8 +122,7 @@ ChartTransformer::ChartTransformer(const std::string& compressedChart,
   std::string text;
   if (!zlib1211tavo::decompressString(text, compressedChart)) return;
   try {
-    DOMDocument* document = parseDocument(text.empty() ? compressedChart : text);
-    if (document) model_ = std::make_unique<PlXVisualization>(document->getDocumentElement());
+    makeModel(text.empty() ? compressedChart : text);
   } catch (const TavoGoToCaller&) {
     throw;
   } catch (...) {
@@ -132,7 +130,14 @@ ChartTransformer::ChartTransformer(const std::string& compressedChart,
   }
 }
 
-ChartTransformer::~ChartTransformer() = default;
+ChartTransformer::~ChartTransformer() {
+  if (model_) model_->store().endWithDocument();
+}
+
+void ChartTransformer::makeModel(const std::string& text) {
+  chart_.reset(parseOwned(text));
+  if (chart_) model_ = std::make_unique<PlXVisualization>(chart_->getDocumentElement());
+}
 
 void ChartTransformer::separateData() {
   const std::vector<PlXEmbeddedSource*> embedded = model_->getEmbeddedSources();

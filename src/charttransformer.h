@@ -53,10 +53,12 @@ class CHARTXML_API ChartTransformer : public ChartBase {
   enum class Owner { Parser, Caller };
 
   void dump(const std::string& prefix, unsigned counter, PRINTTYPE type);
+  void makeModel(const std::string& text);
   void separateData();
   xercesc::DOMDocument* readData(Owner owner);
 
-  std::unique_ptr<PlXVisualization> model_;  // over a document that the parser owns
+  std::unique_ptr<xercesc::DOMDocument> chart_;
+  std::unique_ptr<PlXVisualization> model_;  // over chart_
   std::string compressedData_;
   // True when the stored data is as compressDocument writes it: reading it again changes nothing.
   bool isDataPrinted_ = false;

@@ -170,7 +170,7 @@ class Report {
           .putLocations(chart_.getLocations());
       putChildren(chart_, 0);
     } else if (tag == "graphSources") {
-      Line(out_, 0, "data", file);
+      Line(out_, 0, "data", file);  // NOLINT(bugprone-unused-raii): its end writes it
       putChildren(chart_, 0);
     } else {
       Line(out_, 0, "document", file).put("root", tag);

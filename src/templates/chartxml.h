@@ -2,11 +2,13 @@
 #ifndef CHARTXML_CHARTXML_H
 #define CHARTXML_CHARTXML_H
 
+#include "basetemplate.h"
 #include "chartbase.h"
 #include "charterrorhandler.h"
 #include "chartexception.h"
 #include "chartprinter.h"
 #include "chartstring.h"
+#include "charttemplate.h"
 #include "charttransformer.h"
 #include "pathfactory.h"
 #include "plxaesthetics.h"

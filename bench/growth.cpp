@@ -1,0 +1,148 @@
+// Ten times as much costs ten times as much: what is made, printed and edited.
+#include <xercesc/dom/DOM.hpp>
+
+#include <memory>
+#include <vector>
+
+#include "charts.h"
+#include "charttransformer.h"
+#include "measures.h"
+#include "plxelements.h"
+#include "plxextension.h"
+#include "plxframes.h"
+#include "plxgraph.h"
+#include "plxsources.h"
+#include "plxstyle.h"
+
+using namespace xercesc;
+
+namespace {
+
+// A chart that is edited through its model.
+struct Model {
+  explicit Model(const std::string& text) : root(base.parseDocument(text)->getDocumentElement()) {}
+  explicit Model(const ChartSize& size) : Model(chartText(size)) {}
+
+  ChartBase base;
+  PlXVisualization root;
+};
+
+ChartString numbered(const XMLCh* prefix, int number) {
+  ChartString text(prefix);
+  return text.append(static_cast<unsigned long>(number));
+}
+
+// Making, printing and printing with data, for charts whose size is `sizeOf(n)`.
+template <class SizeOf>
+void addChart(const std::string& label, int count, SizeOf sizeOf) {
+  measureGrowth("growth/constructor/" + label, count, [sizeOf](int n) -> Run {
+    const std::string text = chartText(sizeOf(n));
+    return [text] { const ChartTransformer chart(text); };
+  });
+  measureGrowth("growth/PlXVisualization/" + label, count, [sizeOf](int n) -> Run {
+    const std::string text = chartText(sizeOf(n));
+    return [text] { const Model model(text); };
+  });
+  measureGrowth("growth/getXML/" + label, count, [sizeOf](int n) -> Run {
+    const auto chart = std::make_shared<ChartTransformer>(chartText(sizeOf(n)));
+    return [chart] { chart->getXML(nullptr); };
+  });
+  measureGrowth("growth/getEntireXML/" + label, count, [sizeOf](int n) -> Run {
+    ChartSize size = sizeOf(n);
+    if (size.rows == 0) size.rows = 1;
+    const auto chart = std::make_shared<ChartTransformer>(chartText(size));
+    return [chart] { chart->getEntireXML(nullptr); };
+  });
+}
+
+// One step for each number from 0 below n, on the model of a chart whose size is `sizeOf(n)`.
+template <class SizeOf, class Step>
+void addLoop(const std::string& label, int count, SizeOf sizeOf, Step step) {
+  measureGrowth("growth/model/" + label, count, [=](int n) -> Run {
+    const auto model = std::make_shared<Model>(sizeOf(n));
+    return [=] {
+      for (int i = 0; i < n; ++i) step(model->root, i);
+    };
+  });
+}
+
+ChartSize smallChart(int) {
+  return {};
+}
+
+void addAdding() {
+  addLoop("addStyle", 2000, smallChart, [](PlXVisualization& root, int) { root.addStyle(); });
+  addLoop("addLabelFrame with ids", 2000, smallChart, [](PlXVisualization& root, int i) {
+    root.addLabelFrame(numbered(u"label", i).xc_str());
+  });
+  addLoop("addExtension", 2000, smallChart,
+          [](PlXVisualization& root, int) { root.addExtension(); });
+  addLoop("addLabelFrame, addStyle, setStyle", 2000, smallChart, [](PlXVisualization& root, int) {
+    PlXLabelFrame* frame = root.addLabelFrame(nullptr);
+    frame->setStyle(*root.addStyle());
+  });
+  addLoop("CreateUniqueId", 2000, smallChart, [](PlXVisualization& root, int) {
+    root.addStyle()->setId(ChartBase::CreateUniqueId("fresh", root).xc_str());
+  });
+}
+
+void addReleasing() {
+  measureGrowth("growth/releaseDocument of a chart that was built", 2000, [](int n) -> Run {
+    const auto base = std::make_shared<ChartBase>();
+    DOMDocument* document = ChartBase::createPlXDocument(nullptr);
+    PlXVisualization root(document->getDocumentElement());
+    for (int i = 0; i < n; ++i) root.addStyle()->setColor(u"black");
+    return [base, document] { base->releaseDocument(document); };
+  });
+}
+
+void addLinking() {
+  measureGrowth("growth/model/setStyle", 2000, [](int n) -> Run {
+    const auto model = std::make_shared<Model>(ChartSize{.elements = n, .styles = n});
+    return [model] {
+      const std::vector<PlXStyle*> styles = model->root.getStyles();
+      std::size_t next = 0;
+      for (const PlXGraph* graph : model->root.getGraphs()) {
+        for (PlXInterval* bar : graph->getIntervals()) bar->setStyle(*styles[next++]);
+        for (PlXLine* line : graph->getLines()) line->setStyle(*styles[next++]);
+      }
+    };
+  });
+}
+
+void addRemoving() {
+  measureGrowth("growth/model/removeElement", 2000, [](int n) -> Run {
+    const auto model = std::make_shared<Model>(ChartSize{.elements = n, .styles = n});
+    return [model] {
+      for (PlXGraph* graph : model->root.getGraphs()) {
+        for (PlXInterval* bar : graph->getIntervals()) graph->removeElement(*bar);
+        for (PlXLine* line : graph->getLines()) graph->removeElement(*line);
+      }
+    };
+  });
+  measureGrowth("growth/model/removeElement of one graph", 2000, [](int n) -> Run {
+    const auto model = std::make_shared<Model>(ChartSize{});
+    PlXGraph* graph = model->root.addGraph(u"graph");
+    for (int i = 0; i < n; ++i) graph->addPoint(numbered(u"point", i).xc_str());
+    return [model, graph] {
+      for (PlXPoint* point : graph->getPoints()) graph->removeElement(*point);
+    };
+  });
+  measureGrowth("growth/model/removeEmbeddedSources", 2000, [](int n) -> Run {
+    const auto model = std::make_shared<Model>(ChartSize{.rows = n, .sources = n});
+    return [model] { model->root.removeEmbeddedSources(); };
+  });
+}
+
+}  // namespace
+
+void addGrowth() {
+  addChart("elements", 400, [](int n) { return ChartSize{.elements = n}; });
+  addChart("styles", 1000, [](int n) { return ChartSize{.styles = n}; });
+  addChart("rows", 2000, [](int n) { return ChartSize{.rows = n}; });
+  addChart("sources", 500, [](int n) { return ChartSize{.rows = n, .sources = n}; });
+  addAdding();
+  addReleasing();
+  addLinking();
+  addRemoving();
+}

@@ -1,0 +1,23 @@
+// The benchmarks of the library. Exits with 1 when a limit isn't kept.
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+
+#include "chartbase.h"
+#include "measures.h"
+#include "table.h"
+
+int main(int argc, char** argv) {
+  benchmark::Initialize(&argc, argv);
+  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
+  // Holds the schemas for all charts, as a program that works on many does.
+  const ChartBase base;
+  addParsing();
+  addPrinting();
+  addGrowth();
+  addCompression();
+  TableReporter table;
+  benchmark::RunSpecifiedBenchmarks(&table);
+  std::printf(table.broken() ? "%d limits are broken\n" : "All limits are kept\n", table.broken());
+  return table.broken() ? 1 : 0;
+}

@@ -1,0 +1,44 @@
+// Measures: benchmarks whose figure is a ratio within one run, with the limit that it is to keep.
+#ifndef CHARTXML_BENCH_MEASURES_H
+#define CHARTXML_BENCH_MEASURES_H
+
+#include <functional>
+#include <string>
+
+using Run = std::function<void()>;
+
+// For a figure that is only told.
+constexpr double noLimit = 0;
+
+struct Pair {
+  Run subject;
+  Run reference;
+};
+
+// The figure is the time of the subject over that of the reference: the ratio of the medians over
+// as many runs of each, which take turns. Time is the thread's CPU time. `prepare` is called once,
+// outside of it.
+void measureTime(const std::string& name, double limit, int runs, std::function<Pair()> prepare);
+
+// Makes what one run needs, outside of the measured time; the run is called once.
+using Prepare = std::function<Run(int size)>;
+
+// Two measures: the time and the peak of allocated memory of a run of ten times `size` over those
+// of one of `size`.
+void measureGrowth(const std::string& name, int size, Prepare prepare);
+
+struct Sizes {
+  std::size_t subject;
+  std::size_t reference;
+};
+
+// The figure is a ratio of two sizes in bytes.
+void measureBytes(const std::string& name, double limit, std::function<Sizes()> sizes);
+
+// Each registers the measures of its part.
+void addParsing();
+void addPrinting();
+void addGrowth();
+void addCompression();
+
+#endif

@@ -1,0 +1,37 @@
+#!/usr/bin/env bash
+# layers.sh: no file includes a header of a layer above its own. Headers are included by their bare
+# names, so no two layers may have a name in common.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+# Each layer may include itself and what stands behind the colon.
+layers='interfaces:
+platform: interfaces
+model: platform interfaces
+src: model platform interfaces
+src/templates: src model platform interfaces'
+
+declare -A home
+failed=0
+fail() { echo "$*" >&2; failed=1; }
+headers() { find "$1" -maxdepth 1 \( -name '*.h' -o -name '*.inc' \) -printf '%f\n'; }
+
+while IFS=: read -r layer _; do
+  [[ -d $layer ]] || continue
+  for header in $(headers "$layer"); do
+    [[ -z ${home[$header]-} ]] || fail "$header is in $layer and in ${home[$header]}"
+    home[$header]=$layer
+  done
+done <<< "$layers"
+
+while IFS=: read -r layer below; do
+  [[ -d $layer ]] || continue
+  while IFS=: read -r file line include; do
+    [[ $include =~ [\<\"]([^\>\"]+) ]] && name=${BASH_REMATCH[1]}
+    case " $layer $below " in
+      *" ${home[$name]-none} "*) ;;
+      *) fail "$file:$line: $name is in no layer that $layer may include" ;;
+    esac
+  done < <(grep -nHE '^ *# *include *("|<chartxml/)' "$layer"/*.{h,inc,cpp} 2> /dev/null || true)
+done <<< "$layers"
+exit $failed
