@@ -1,5 +1,6 @@
 #include "chartbase.h"
 
+#include <ctime>
 #include <locale>
 #include <sstream>
 
@@ -14,6 +15,7 @@
 #include "domwalk.h"
 #include "grammarpool.h"
 #include "modelstore.h"
+#include "placeholders.h"
 #include "plxframes.h"
 #include "plxuni.h"
 #include "tavogotocaller.h"
@@ -198,6 +200,14 @@ ChartString ChartBase::CreateUniqueId(const ChartString& prefix, PlXVisualizatio
     id.append(++number);
   } while (document->getElementById(id.xc_str()));
   return id;
+}
+
+void ChartBase::updateText(ChartString& text, FacSTDictionary* dictionary,
+                           const std::string& codePage) {
+  const std::time_t now = std::time(nullptr);
+  if (const std::tm* moment = std::localtime(&now)) {
+    placeholders::fill(text, *moment, dictionary, codePage);
+  }
 }
 
 bool ChartBase::willPrintString(PRINTTYPE type) {
