@@ -27,7 +27,8 @@ class CHARTXML_API PathFactory {
   // The folder that holds `schemas/` and `resources/`, with or without a separator at the end; an
   // empty one goes back to the library's own installation.
   void setInstallationFolder(const std::string& folder);
-  // A language code such as "en", "de" or "zh_TW"; "en" at first.
+  // A language code as the folders below the resource folder are named, such as "en", "de", "zh_tw"
+  // or "zh-cn"; "en" at first.
   void setLanguage(const std::string& code);
 
  private:

@@ -86,3 +86,9 @@ std::u16string utf::toUtf16(std::string_view text) {
   }
   return out;
 }
+
+std::size_t utf::firstLength(std::string_view text) {
+  std::size_t length = 0;
+  if (!text.empty()) take(text, length);
+  return length;
+}

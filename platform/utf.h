@@ -12,6 +12,9 @@ void appendUtf8(std::string& out, std::u16string_view text);
 std::string toUtf8(std::u16string_view text);
 std::u16string toUtf16(std::string_view text);
 
+// Bytes of the first character; a malformed byte counts alone. 0 for an empty text.
+std::size_t firstLength(std::string_view text);
+
 }  // namespace utf
 
 #endif

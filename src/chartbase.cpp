@@ -1,5 +1,6 @@
 #include "chartbase.h"
 
+#include <ctime>
 #include <locale>
 #include <sstream>
 
@@ -14,6 +15,7 @@
 #include "domwalk.h"
 #include "grammarpool.h"
 #include "modelstore.h"
+#include "placeholders.h"
 #include "plxframes.h"
 #include "plxuni.h"
 #include "tavogotocaller.h"
@@ -191,6 +193,14 @@ ChartString ChartBase::getToken(const XMLCh* text, const XMLCh* delimiters, unsi
 ChartString ChartBase::CreateUniqueId(const ChartString& prefix, PlXVisualization& visualization) {
   const XMLCh* stem = prefix.empty() ? PlXUni::_id : prefix.xc_str();
   return ChartString(visualization.store().firstFreeId(stem));
+}
+
+void ChartBase::updateText(ChartString& text, FacSTDictionary* dictionary,
+                           const std::string& codePage) {
+  const std::time_t now = std::time(nullptr);
+  if (const std::tm* moment = std::localtime(&now)) {
+    placeholders::fill(text, *moment, dictionary, codePage);
+  }
 }
 
 bool ChartBase::willPrintString(PRINTTYPE type) {

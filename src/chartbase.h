@@ -22,6 +22,7 @@ class XercesDOMParser;
 XERCES_CPP_NAMESPACE_END
 
 class ChartParser;
+class FacSTDictionary;
 class PlXVisualization;
 
 // Scheme and host of every URI of the system.
@@ -95,6 +96,14 @@ class CHARTXML_API ChartBase {
   // The prefix, or "id" for an empty one, with the first number from 1 that makes it an identifier
   // which no element of the chart has.
   static ChartString CreateUniqueId(const ChartString& prefix, PlXVisualization& visualization);
+
+  // Replaces every placeholder for the present local date and time in a title or footnote:
+  // "@@current_date@@", ")DATE", "@@current_time@@", ")TIME" and "@@current_X@@" with X of YYYY,
+  // YY, month, day, hour24, hour, min, sec, monthname, ampm and weekday. Where "@@current_hour24@@"
+  // stands, "@@current_hour@@" is left alone. Names and the words for "a.m." and "p.m." are looked
+  // up by the English ones in `dictionary`, which answers in `codePage`; null leaves them English.
+  static void updateText(ChartString& text, FacSTDictionary* dictionary,
+                         const std::string& codePage);
 
   // False unless DumpChartXMLPath is set and the character of DumpChartXMLOptions at the index of
   // `type` is there and isn't '0'.
