@@ -11,6 +11,9 @@ namespace {
 
 const XMLCh idName[] = u"id";
 
+// Of all documents of the process: what is known of taken numbers is asked again after any.
+unsigned long allWithdrawals = 0;
+
 bool holdsData(const dialect::Element* row) {
   return row && row->content == dialect::Content::Data;
 }
@@ -126,14 +129,15 @@ void ModelStore::removeLinks(const std::u16string& id) {
   links_.erase(first, last);
 }
 
-std::u16string ModelStore::freshId(const XMLCh* stem) {
-  unsigned long& number = lastNumbers_[stem];
-  const DOMDocument* document = owner_.getImplementation()->getOwnerDocument();
+std::u16string ModelStore::firstFreeId(const XMLCh* stem) {
+  if (withdrawals_ != allWithdrawals) takenNumbers_.clear();
+  withdrawals_ = allWithdrawals;
+  unsigned long& taken = takenNumbers_[stem];
   std::u16string id;
-  do {
-    id = stem + utf::toUtf16(std::to_string(++number));
-  } while (document->getElementById(id.c_str()));
-  return id;
+  for (unsigned long number = taken + 1;; taken = number++) {
+    id = stem + utf::toUtf16(std::to_string(number));
+    if (!owner_.doesIdExist(id.c_str())) return id;
+  }
 }
 
 void declareId(DOMElement* element) {
@@ -146,5 +150,7 @@ void declareId(DOMElement* element) {
 
 void withdrawId(DOMElement* element) {
   const DOMAttr* id = element->getAttributeNode(idName);
-  if (id && id->isId()) element->setIdAttribute(idName, false);
+  if (!id || !id->isId()) return;
+  element->setIdAttribute(idName, false);
+  ++allWithdrawals;
 }

@@ -39,8 +39,9 @@ class ModelStore {
   // To be told of each attribute that is written, so that remove() finds links without a walk.
   void noteAttribute(xercesc::DOMElement* element, const XMLCh* name);
 
-  // `stem` with the first number behind those handed out that no element of the document has.
-  std::u16string freshId(const XMLCh* stem);
+  // `stem` with the first number from 1 that makes it an identifier which no element of the
+  // document has. Asking often costs no walk over the numbers that are taken.
+  std::u16string firstFreeId(const XMLCh* stem);
 
  private:
   struct Link {
@@ -60,7 +61,9 @@ class ModelStore {
   // the attribute's text decides.
   std::unordered_multimap<std::u16string, Link> links_;
   bool linksIndexed_ = false;
-  std::unordered_map<std::u16string, unsigned long> lastNumbers_;
+  // Stem to the number up to which all are taken; good until an identifier is withdrawn.
+  std::unordered_map<std::u16string, unsigned long> takenNumbers_;
+  unsigned long withdrawals_ = 0;
 };
 
 // Makes the "id" attribute of an element in the document an identifier of the document; what has

@@ -148,12 +148,14 @@ void PlXBaseElement::clear(const XMLCh* name) {
 
 void PlXBaseElement::setAttribute(const XMLCh* name, const XMLCh* value) {
   if (!element_) return;
+  const bool isId = XMLString::equals(name, idName);
+  if (isId) withdrawId(element_);
   if (!value) {
     element_->removeAttribute(name);
     return;
   }
   element_->setAttribute(name, value);
-  if (XMLString::equals(name, idName)) declareId(element_);
+  if (isId) declareId(element_);
   if (visualization_) visualization_->store().noteAttribute(element_, name);
 }
 
@@ -186,7 +188,7 @@ void PlXBaseElement::linkTo(const XMLCh* name, PlXBaseElement& target) {
     PlXVisualization* visualization = target.getVisualization();
     if (!visualization) return;
     const XMLCh* tag = dialect::localName(target.element_);
-    target.setAttribute(idName, visualization->store().freshId(tag).c_str());
+    target.setAttribute(idName, visualization->store().firstFreeId(tag).c_str());
   }
   setAttribute(name, target.text(idName));
 }

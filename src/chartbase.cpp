@@ -193,14 +193,7 @@ ChartString ChartBase::getToken(const XMLCh* text, const XMLCh* delimiters, unsi
 
 ChartString ChartBase::CreateUniqueId(const ChartString& prefix, PlXVisualization& visualization) {
   const ChartString stem = prefix.empty() ? ChartString(PlXUni::_id) : prefix;
-  const DOMDocument* document = visualization.getImplementation()->getOwnerDocument();
-  ChartString id;
-  unsigned long number = 0;
-  do {
-    id = stem;
-    id.append(++number);
-  } while (document->getElementById(id.xc_str()));
-  return id;
+  return ChartString(visualization.store().firstFreeId(stem.xc_str()));
 }
 
 bool ChartBase::willPrintString(PRINTTYPE type) {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <memory>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -21,29 +20,46 @@ namespace {
 
 struct Schema {
   std::string_view namespaceUri;
-  std::string_view location;
+  std::string location;
 };
 
-constexpr std::string_view chartNamespace = CHARTXML_HOST "/visualization";
-constexpr std::string_view dataNamespace = CHARTXML_HOST "/tavo/visualization";
-constexpr std::string_view newerTemplates =
-    CHARTXML_HOST "/software/analytics/tavo/xml/visualization";
+constexpr const char* chartNamespace = CHARTXML_HOST "/visualization";
+constexpr const char* dataNamespace = CHARTXML_HOST "/tavo/visualization";
+constexpr const char* newerTemplates = CHARTXML_HOST "/software/analytics/tavo/xml/visualization";
 
 // grafo-1.4.xsd is grafo-2.9.xsd under its older name.
-constexpr Schema chartSchemas[] = {
-    {chartNamespace, CHARTXML_HOST "/visualization/grafo-2.9.xsd"},
-    {chartNamespace, CHARTXML_HOST "/visualization/grafo-1.4.xsd"},
-    {dataNamespace, CHARTXML_HOST "/tavo/visualization/grafo-data-2.1.xsd"},
-};
-constexpr Schema templateSchemas[] = {
-    {dataNamespace, CHARTXML_HOST "/tavo/visualization/grafo-template-1.0.xsd"},
-    {newerTemplates,
-     CHARTXML_HOST "/software/analytics/tavo/xml/visualization/grafo-template-3.5.xsd"},
-};
+std::vector<Schema> chartSchemas() {
+  return {
+      {chartNamespace, CHARTXML_HOST "/visualization/grafo-2.9.xsd"},
+      {chartNamespace, CHARTXML_HOST "/visualization/grafo-1.4.xsd"},
+      {dataNamespace, CHARTXML_HOST "/tavo/visualization/grafo-data-2.1.xsd"},
+  };
+}
 
-std::span<const Schema> schemasOf(grammarpool::Kind kind) {
-  if (kind == grammarpool::Kind::Templates) return templateSchemas;
-  return chartSchemas;
+// All versions of a namespace are one schema under many names.
+std::vector<Schema> templateSchemas() {
+  struct Versions {
+    const char* namespaceUri;
+    int major;
+    int lastMinor;
+  };
+  constexpr Versions versions[] = {
+      {dataNamespace, 1, 10}, {dataNamespace, 2, 10}, {newerTemplates, 3, 5}};
+  std::vector<Schema> schemas;
+  for (const auto& [namespaceUri, major, lastMinor] : versions) {
+    const std::string start =
+        std::string(namespaceUri) + "/grafo-template-" + std::to_string(major) + '.';
+    for (int minor = 0; minor <= lastMinor; ++minor) {
+      schemas.push_back({namespaceUri, start + std::to_string(minor) + ".xsd"});
+    }
+  }
+  return schemas;
+}
+
+const std::vector<Schema>& schemasOf(grammarpool::Kind kind) {
+  static const std::vector<Schema> charts = chartSchemas();
+  static const std::vector<Schema> templates = templateSchemas();
+  return kind == grammarpool::Kind::Templates ? templates : charts;
 }
 
 // What brings in all schemas of a kind: the data schema imports that of charts.
@@ -126,7 +142,7 @@ bool grammarpool::serves(Kind kind, const XMLGrammarPool* grammars, std::string_
   if (!grammars || grammars != shared(kind)) return false;
   const chartprolog::Root root = chartprolog::readRoot(text);
   if (!root.isPlain) return false;
-  const std::span<const Schema> schemas = schemasOf(kind);
+  const std::vector<Schema>& schemas = schemasOf(kind);
   return std::any_of(schemas.begin(), schemas.end(), [&](const Schema& schema) {
     return root.namespaceUri == schema.namespaceUri && isPairOf(root.schemaLocation, schema);
   });

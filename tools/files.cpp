@@ -1,0 +1,138 @@
+#include "files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <utility>
+
+#include <chartxml/chartxml.h>
+
+#include "commandline.h"
+
+namespace {
+
+[[noreturn]] void failAtFile(const std::string& name) {
+  throw Failure(name + ": " + std::strerror(errno));
+}
+
+// False, with errno, when not all could be written.
+bool writeAll(int file, const std::string& text) {
+  std::size_t written = 0;
+  while (written < text.size()) {
+    const ssize_t count = write(file, text.data() + written, text.size() - written);
+    if (count >= 0) {
+      written += static_cast<std::size_t>(count);
+    } else if (errno != EINTR) {
+      return false;
+    }
+  }
+  return true;
+}
+
+std::string readFile(const std::string& name) {
+  const int file = name == "-" ? STDIN_FILENO : open(name.c_str(), O_RDONLY | O_CLOEXEC);
+  if (file < 0) failAtFile(name);
+  std::string text;
+  char buffer[1 << 16];
+  ssize_t count;
+  while ((count = read(file, buffer, sizeof buffer)) != 0) {
+    if (count > 0) {
+      text.append(buffer, static_cast<std::size_t>(count));
+    } else if (errno != EINTR) {
+      const int reason = errno;
+      if (file != STDIN_FILENO) close(file);
+      errno = reason;
+      failAtFile(name);
+    }
+  }
+  if (file != STDIN_FILENO) close(file);
+  return text;
+}
+
+mode_t modeOfNewFiles() {
+  const mode_t mask = umask(0);
+  umask(mask);
+  return 0666 & ~mask;
+}
+
+// The file that a link leads to is replaced, not the link.
+std::string withoutLinks(const std::string& name) {
+  char* path = realpath(name.c_str(), nullptr);
+  std::string result = path ? path : name;
+  std::free(path);
+  return result;
+}
+
+}  // namespace
+
+std::string readDocument(const std::string& name) {
+  std::string text = readFile(name);
+  if (text.empty()) throw Failure(name + ": is empty");
+  // No XML document starts with this byte, and all compressed texts do.
+  if (!text.starts_with('x')) return text;
+  if (!zlib1211tavo::decompressString(text, text)) {
+    const std::size_t limit = zlib1211tavo::getInflateLimit() >> 20;
+    throw Failure(name + ": is not a whole compressed document of at most " +
+                  std::to_string(limit) + " MiB");
+  }
+  return text;
+}
+
+void writeOutput(const std::string& text) {
+  if (!writeAll(STDOUT_FILENO, text)) {
+    throw OutputError(std::string("standard output: ") + std::strerror(errno));
+  }
+}
+
+PendingFile::PendingFile(const std::string& name, std::string content)
+    : name_(name), content_(std::move(content)) {
+  if (name_ == "-") return;
+  target_ = withoutLinks(name_);
+  struct stat status;
+  const bool isThere = stat(target_.c_str(), &status) == 0;
+  if (isThere && S_ISDIR(status.st_mode)) {
+    errno = EISDIR;
+    failAtFile(name_);
+  }
+  if (isThere && !S_ISREG(status.st_mode)) return;
+
+  temporary_ = target_ + ".XXXXXX";
+  const int file = mkostemp(temporary_.data(), O_CLOEXEC);
+  if (file < 0) {
+    temporary_.clear();
+    failAtFile(name_);
+  }
+  const mode_t mode = isThere ? status.st_mode & 0777 : modeOfNewFiles();
+  const bool isWritten = fchmod(file, mode) == 0 && writeAll(file, content_);
+  const int reason = errno;
+  if (close(file) == 0 && isWritten) return;
+  if (!isWritten) errno = reason;
+  const std::string message = name_ + ": " + std::strerror(errno);
+  unlink(temporary_.c_str());
+  throw Failure(message);
+}
+
+PendingFile::~PendingFile() {
+  if (!temporary_.empty()) unlink(temporary_.c_str());
+}
+
+void PendingFile::commit() {
+  if (name_ == "-") {
+    writeOutput(content_);
+  } else if (!temporary_.empty()) {
+    if (std::rename(temporary_.c_str(), target_.c_str()) != 0) failAtFile(name_);
+    temporary_.clear();
+  } else {
+    const int file = open(target_.c_str(), O_WRONLY | O_CLOEXEC);
+    if (file < 0) failAtFile(name_);
+    const bool isWritten = writeAll(file, content_);
+    const int reason = errno;
+    if (close(file) == 0 && isWritten) return;
+    if (!isWritten) errno = reason;
+    failAtFile(name_);
+  }
+}

@@ -1,0 +1,116 @@
+// chartxml VERB ...: what the library does, for the shell.
+#include <fcntl.h>
+#include <getopt.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <iostream>
+#include <new>
+#include <string>
+#include <string_view>
+
+#include <chartxml/chartxml.h>
+
+#include "commandline.h"
+#include "files.h"
+
+namespace {
+
+constexpr Verb verbs[] = {
+    {"info", "show what is in a chart", infoHelp, runInfo},
+    {"merge", "put a chart and its data together", mergeHelp, runMerge},
+    {"separate", "take a chart and its data apart", separateHelp, runSeparate},
+    {"validate", "list every problem of a chart", validateHelp, runValidate},
+};
+
+std::string toolHelp() {
+  std::string text =
+      "usage: chartxml VERB [OPTION]... FILE...\n"
+      "       chartxml --help | --version\n"
+      "\n"
+      "Works on chart documents. Charts and data may be compressed; a FILE of - is standard\n"
+      "input.\n"
+      "\n";
+  for (const Verb& verb : verbs) {
+    text +=
+        "  " + std::string(verb.name) + std::string(10 - std::string_view(verb.name).size(), ' ');
+    text += std::string(verb.summary) + '\n';
+  }
+  return text +
+         "\n"
+         "'chartxml VERB --help' tells more about a verb.\n"
+         "The exit code is 0 when all went well, 1 when there were problems or a file could not "
+         "be\n"
+         "processed, 2 for a wrong command line.\n";
+}
+
+// A closed standard stream would give its number to the first file that is opened.
+void occupyStandardStreams() {
+  for (int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    // Opened the wrong way round: uses of it fail, as they would on the closed one.
+    const int mode = stream == STDIN_FILENO ? O_WRONLY : O_RDONLY;
+    if (fcntl(stream, F_GETFD) == -1) open("/dev/null", mode);
+  }
+}
+
+int runVerb(const Verb& verb, int argc, char** argv) {
+  try {
+    // Held for the whole run, so that schemas are read once.
+    const ChartBase library;
+    return verb.run(argc, argv);
+  } catch (const HelpWanted&) {
+    writeOutput(verb.help);
+    return exitDone;
+  } catch (const UsageError& e) {
+    if (*e.what()) complain(e.what());
+    std::cerr << "Try 'chartxml " << verb.name << " --help'.\n";
+    return exitUsage;
+  } catch (const Failure& e) {
+    complain(e.what());
+    return exitProblems;
+  }
+}
+
+int runTool(int argc, char** argv) {
+  const std::string_view first = argc > 1 ? argv[1] : "";
+  const auto* verb = std::find_if(std::begin(verbs), std::end(verbs),
+                                  [&](const Verb& row) { return first == row.name; });
+  if (verb != std::end(verbs)) return runVerb(*verb, argc - 1, argv + 1);
+
+  if (first == "--help" || first == "-h") {
+    writeOutput(toolHelp());
+    return exitDone;
+  }
+  if (first == "--version") {
+    writeOutput("chartxml " CHARTXML_VERSION "\n");
+    return exitDone;
+  }
+  complain(first.empty()            ? std::string("a verb is missing")
+           : first.starts_with('-') ? "unrecognized option '" + std::string(first) + "'"
+                                    : "unknown verb '" + std::string(first) + "'");
+  std::cerr << "Try 'chartxml --help'.\n";
+  return exitUsage;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  occupyStandardStreams();
+  // Writing tells what these two would end the process for.
+  std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
+  try {
+    return runTool(argc, argv);
+  } catch (const OutputError& e) {
+    complain(e.what());
+  } catch (const std::bad_alloc&) {
+    complain("out of memory");
+  } catch (const std::exception& e) {
+    complain(e.what());
+  } catch (...) {
+    // The parser's exceptions have no common base.
+    complain("unexpected failure");
+  }
+  return exitProblems;
+}

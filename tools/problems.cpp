@@ -1,0 +1,375 @@
+#include "problems.h"
+
+#include <algorithm>
+#include <functional>
+#include <set>
+#include <string_view>
+#include <utility>
+
+#include <xercesc/dom/DOM.hpp>
+#include <xercesc/framework/LocalFileInputSource.hpp>
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/framework/XMLGrammarPoolImpl.hpp>
+#include <xercesc/framework/XMLValidityCodes.hpp>
+#include <xercesc/framework/psvi/PSVIAttribute.hpp>
+#include <xercesc/framework/psvi/PSVIAttributeList.hpp>
+#include <xercesc/framework/psvi/PSVIHandler.hpp>
+#include <xercesc/framework/psvi/XSTypeDefinition.hpp>
+#include <xercesc/parsers/SAX2XMLReaderImpl.hpp>
+#include <xercesc/sax2/Attributes.hpp>
+#include <xercesc/sax2/DefaultHandler.hpp>
+#include <xercesc/util/SecurityManager.hpp>
+
+#include <chartxml/chartxml.h>
+
+#include "commandline.h"
+
+using namespace xercesc;
+
+namespace {
+
+// The bounds of the library's own parser.
+constexpr std::size_t deepestLevel = 4096;
+constexpr XMLSize_t mostExpansions = 10000;
+constexpr XMLSize_t longestEntity = 4096;
+constexpr std::size_t mostAdded = 1 << 20;
+
+// Thrown through the parser: nothing behind the place is to be read.
+struct Stop {};
+// Thrown through the parser: the root names other schemas than those that have been read.
+struct OtherSchemas {};
+
+std::string utf8(const XMLCh* text) {
+  return ChartString(text).toUTF8();
+}
+
+bool isDataRoot(const DOMElement& root) {
+  return XMLString::equals(root.getLocalName(), u"graphSources");
+}
+
+// "attribute 'style' of 'point': "
+std::string attributeText(const XMLCh* element, const XMLCh* attribute) {
+  return "attribute '" + utf8(attribute) + "' of '" + utf8(element) + "': ";
+}
+
+// True for a role with its number, such as "title7": in the chart's own record the attribute holds
+// the id of a frame. The schema declares the first few of each, and none of some.
+bool isNumberedRole(std::u16string_view name) {
+  constexpr std::u16string_view roles[] = {u"title", u"footnote", u"legend",
+                                           u"text",  u"key",      u"statisticsSummary"};
+  const std::size_t end = name.find_last_not_of(u"0123456789") + 1;
+  return end < name.size() &&
+         std::find(std::begin(roles), std::end(roles), name.substr(0, end)) != std::end(roles);
+}
+
+// True for the schemas that grafo-data-2.1.xsd brings in, so that it makes no difference whether
+// they are read again: a pair of a namespace and one of its schemas' addresses.
+bool namesKnownSchema(std::string_view namespaceUri, std::string_view locations) {
+  constexpr std::string_view chart = CHARTXML_HOST "/visualization";
+  constexpr std::string_view data = CHARTXML_HOST "/tavo/visualization";
+  const std::string pair(namespaceUri);
+  return (namespaceUri == chart && (locations == pair + ' ' + pair + "/grafo-2.9.xsd" ||
+                                    locations == pair + ' ' + pair + "/grafo-1.4.xsd")) ||
+         (namespaceUri == data && locations == pair + ' ' + pair + "/grafo-data-2.1.xsd");
+}
+
+// Collects the problems of one document as the parser goes through it.
+class Collector : public DefaultHandler, public PSVIHandler {
+ public:
+  // With `isBound`, documents that name other schemas than the system's are answered by
+  // OtherSchemas.
+  Collector(const std::string& text, bool isBound)
+      : isBound_(isBound), mostCharacters_(text.size() + mostAdded) {}
+
+  // Goes on, but for fatal ones.
+  void note(unsigned code, const XMLCh* domain, XMLErrorReporter::ErrTypes type, Problem problem) {
+    // What follows from a root without a declaration says no more.
+    if (isRootUnknown_) return;
+    isRootUnknown_ = depth_ == 0 && code == XMLValid::ElementNotDefined &&
+                     XMLString::equals(domain, XMLUni::fgValidityDomain);
+    // Values are checked by datatype validators, whose exceptions come as errors of this domain.
+    if (type == XMLErrorReporter::ErrType_Error &&
+        XMLString::equals(domain, XMLUni::fgExceptDomain)) {
+      problem.isRefused = false;
+      typeErrors_.push_back(problems_.size());
+    }
+    problems_.push_back(std::move(problem));
+    if (type == XMLErrorReporter::ErrType_Fatal) throw Stop();
+  }
+
+  // What there is to tell when the parse has ended.
+  std::vector<Problem> problems() {
+    if (isEnded_) {
+      addBrokenLinks();
+    } else if (std::none_of(problems_.begin(), problems_.end(), std::mem_fn(&Problem::isRefused))) {
+      problems_.push_back({{}, 0, 0, "the document could not be read to its end", true});
+    }
+    return std::move(problems_);
+  }
+
+  // The parser takes any version that starts with "1.", but a document object doesn't.
+  void readVersion(const XMLCh* version) {
+    if (XMLString::equals(version, u"1.0") || XMLString::equals(version, u"1.1")) return;
+    refuse("XML version '" + utf8(version) + "' is not supported");
+  }
+
+  // ---- content
+
+  void setDocumentLocator(const Locator* const locator) override { locator_ = locator; }
+
+  void startElement(const XMLCh* const uri, const XMLCh* const name, const XMLCh* const,
+                    const Attributes& attributes) override {
+    if (depth_ == 0) readRoot(uri, attributes);
+    if (++depth_ > deepestLevel) refuse("elements are nested too deep");
+    for (XMLSize_t i = 0; i < attributes.getLength(); ++i) {
+      const XMLCh* value = attributes.getValue(i);
+      countText(XMLString::stringLen(value));
+      if (XMLString::equals(attributes.getType(i), XMLUni::fgIDString)) ids_.insert(value);
+    }
+    if (depth_ == 2 && !hasOwnRecord_ && XMLString::equals(name, PlXExtension::_UTF_extension)) {
+      hasOwnRecord_ = true;
+      readRoles(name, attributes);
+    }
+  }
+
+  void endElement(const XMLCh* const, const XMLCh* const, const XMLCh* const) override { --depth_; }
+  void characters(const XMLCh* const, const XMLSize_t length) override { countText(length); }
+  void endDocument() override { isEnded_ = true; }
+
+  // ---- the document type, and what it can make of a text
+
+  void startDTD(const XMLCh* const, const XMLCh* const, const XMLCh* const) override {
+    hasDoctype_ = true;
+  }
+
+  void internalEntityDecl(const XMLCh* const, const XMLCh* const value) override {
+    if (XMLString::stringLen(value) > longestEntity) refuse("an entity is too long");
+  }
+
+  InputSource* resolveEntity(const XMLCh* const publicId, const XMLCh* const systemId) override {
+    return library_.resolveEntity(publicId, systemId);
+  }
+
+  // ---- what the schemas tell of each element, behind its startElement()
+
+  void handleAttributesPSVI(const XMLCh* const element, const XMLCh* const,
+                            PSVIAttributeList* attributes) override {
+    std::vector<const XMLCh*> invalid;
+    for (XMLSize_t i = 0; i < attributes->getLength(); ++i) {
+      PSVIAttribute* attribute = attributes->getAttributePSVIAtIndex(i);
+      const XMLCh* name = attributes->getAttributeNameAtIndex(i);
+      if (!attribute->getAttributeDeclaration()) continue;
+      if (attribute->getValidity() == PSVIItem::VALIDITY_INVALID) invalid.push_back(name);
+      if (isLink(attribute->getTypeDefinition()) && !isNumberedRole(name)) {
+        addLink(element, name, attribute->getSchemaNormalizedValue());
+      }
+    }
+    nameInvalid(element, invalid);
+  }
+
+  void handleElementPSVI(const XMLCh* const, const XMLCh* const, PSVIElement*) override {}
+
+ private:
+  struct Link {
+    std::u16string id;
+    Problem problem;  // if there is no such id
+  };
+
+  void readRoot(const XMLCh* uri, const Attributes& attributes) {
+    const XMLCh* locations =
+        attributes.getValue(u"http://www.w3.org/2001/XMLSchema-instance", u"schemaLocation");
+    if (isBound_ && (hasDoctype_ || !namesKnownSchema(utf8(uri), utf8(locations)))) {
+      throw OtherSchemas();
+    }
+    if (isRootUnknown_) throw Stop();
+  }
+
+  void readRoles(const XMLCh* element, const Attributes& attributes) {
+    for (XMLSize_t i = 0; i < attributes.getLength(); ++i) {
+      const XMLCh* name = attributes.getLocalName(i);
+      if (isNumberedRole(name)) addLink(element, name, attributes.getValue(i));
+    }
+  }
+
+  // Errors of types don't tell whose value it is; they come in the order of the attributes.
+  void nameInvalid(const XMLCh* element, const std::vector<const XMLCh*>& attributes) {
+    if (attributes.size() == typeErrors_.size()) {
+      for (std::size_t i = 0; i < attributes.size(); ++i) {
+        std::string& message = problems_[typeErrors_[i]].message;
+        message = attributeText(element, attributes[i]) + message;
+      }
+    }
+    typeErrors_.clear();
+  }
+
+  static bool isLink(XSTypeDefinition* type) {
+    return type && XMLString::equals(type->getName(), u"link") &&
+           XMLString::equals(type->getNamespace(), u"" CHARTXML_HOST "/visualization");
+  }
+
+  void addLink(const XMLCh* element, const XMLCh* attribute, const XMLCh* id) {
+    const std::string message =
+        attributeText(element, attribute) + "no element has the id '" + utf8(id) + "'";
+    links_.push_back({ChartString(id).xc_str(), here(message, false)});
+  }
+
+  void addBrokenLinks() {
+    const auto others = static_cast<std::ptrdiff_t>(problems_.size());
+    for (const Link& link : links_) {
+      if (!ids_.contains(link.id)) problems_.push_back(link.problem);
+    }
+    std::inplace_merge(problems_.begin(), problems_.begin() + others, problems_.end(),
+                       [](const Problem& a, const Problem& b) {
+                         return std::pair(a.line, a.column) < std::pair(b.line, b.column);
+                       });
+  }
+
+  void countText(std::size_t length) {
+    characters_ += length;
+    if (hasDoctype_ && characters_ > mostCharacters_) refuse("entities make the text too long");
+  }
+
+  [[noreturn]] void refuse(const std::string& message) {
+    problems_.push_back(here(message, true));
+    throw Stop();
+  }
+
+  Problem here(const std::string& message, bool isRefused) const {
+    return {{}, locator_->getLineNumber(), locator_->getColumnNumber(), message, isRefused};
+  }
+
+  ChartErrorHandler library_;
+  const bool isBound_;
+  const std::size_t mostCharacters_;
+  const Locator* locator_ = nullptr;
+  std::vector<Problem> problems_;
+  std::vector<std::size_t> typeErrors_;  // those of the current tag, by their index
+  std::set<std::u16string> ids_;
+  std::vector<Link> links_;
+  std::size_t depth_ = 0;
+  std::size_t characters_ = 0;
+  bool hasDoctype_ = false;
+  bool isRootUnknown_ = false;
+  bool hasOwnRecord_ = false;
+  bool isEnded_ = false;
+};
+
+}  // namespace
+
+std::string placed(const Problem& problem, const std::string& file) {
+  std::string place = (problem.file.empty() ? file : problem.file) + ':';
+  if (problem.line) {
+    place += std::to_string(problem.line) + ':' + std::to_string(problem.column) + ':';
+  }
+  return place + ' ' + escaped(problem.message);
+}
+
+// Tells the collector what handlers aren't told: the kinds of errors and the XML version.
+class ProblemFinder::Reader : public SAX2XMLReaderImpl {
+ public:
+  Reader() : Reader(std::make_unique<XMLGrammarPoolImpl>()) {}
+
+  // When they can't be read, each document tells so as it reads them itself.
+  void readSchemas() {
+    const ChartString path(
+        (PathFactory::getPathInstance(3)->getFolder() + "grafo-data-2.1.xsd").c_str());
+    Collector collector({}, false);
+    collector_ = &collector;
+    setErrorHandler(&collector);
+    setEntityResolver(&collector);
+    // Without it the parser makes no model of the schemas, and crashes when it misses it later.
+    setPSVIHandler(&collector);
+    try {
+      const LocalFileInputSource source(path.xc_str());
+      hasSchemas_ = loadGrammar(source, Grammar::SchemaGrammarType, true);
+    } catch (const Stop&) {
+    } catch (const XMLException&) {
+    }
+    if (!hasSchemas_) return;
+    pool_->lockPool();
+    setFeature(XMLUni::fgXercesUseCachedGrammarInParse, true);
+  }
+
+  std::vector<Problem> read(const std::string& text) {
+    Collector collector(text, hasSchemas_);
+    collector_ = &collector;
+    setContentHandler(&collector);
+    setLexicalHandler(&collector);
+    setDeclarationHandler(&collector);
+    setErrorHandler(&collector);
+    setEntityResolver(&collector);
+    setPSVIHandler(&collector);
+    try {
+      const MemBufInputSource source(reinterpret_cast<const XMLByte*>(text.data()), text.size(),
+                                     documentName);
+      parse(source);
+    } catch (const Stop&) {
+    }
+    return collector.problems();
+  }
+
+ private:
+  static constexpr XMLCh documentName[] = u"document";
+
+  explicit Reader(std::unique_ptr<XMLGrammarPoolImpl> pool)
+      : SAX2XMLReaderImpl(XMLPlatformUtils::fgMemoryManager, pool.get()), pool_(std::move(pool)) {
+    setFeature(XMLUni::fgSAX2CoreNameSpaces, true);
+    setFeature(XMLUni::fgSAX2CoreValidation, true);
+    setFeature(XMLUni::fgXercesDynamic, false);
+    setFeature(XMLUni::fgXercesSchema, true);
+    setFeature(XMLUni::fgXercesDisableDefaultEntityResolution, true);
+    bounds_.setEntityExpansionLimit(mostExpansions);
+    setProperty(XMLUni::fgXercesSecurityManager, &bounds_);
+  }
+
+  void error(const unsigned int code, const XMLCh* const domain, const ErrTypes type,
+             const XMLCh* const text, const XMLCh* const systemId, const XMLCh* const,
+             const XMLFileLoc line, const XMLFileLoc column) override {
+    Problem problem{{}, line, column, utf8(text), true};
+    if (line && !XMLString::equals(systemId, documentName)) problem.file = utf8(systemId);
+    collector_->note(code, domain, type, std::move(problem));
+  }
+
+  void XMLDecl(const XMLCh* const version, const XMLCh* const encoding,
+               const XMLCh* const standalone, const XMLCh* const actualEncoding) override {
+    SAX2XMLReaderImpl::XMLDecl(version, encoding, standalone, actualEncoding);
+    collector_->readVersion(version);
+  }
+
+  std::unique_ptr<XMLGrammarPoolImpl> pool_;
+  SecurityManager bounds_;
+  bool hasSchemas_ = false;
+  Collector* collector_ = nullptr;
+};
+
+ProblemFinder::ProblemFinder()
+    : withSchemas_(std::make_unique<Reader>()), fresh_(std::make_unique<Reader>()) {
+  withSchemas_->readSchemas();
+}
+
+ProblemFinder::~ProblemFinder() = default;
+
+std::vector<Problem> ProblemFinder::problemsOf(const std::string& text) {
+  try {
+    return withSchemas_->read(text);
+  } catch (const OtherSchemas&) {
+    return fresh_->read(text);
+  }
+}
+
+DOMElement& rootOf(ChartBase& base, const std::string& file, const std::string& text) {
+  if (const DOMDocument* document = base.parseDocument(text))
+    return *document->getDocumentElement();
+  for (const Problem& problem : ProblemFinder().problemsOf(text)) {
+    if (problem.isRefused) throw Failure(placed(problem, file));
+  }
+  throw Failure(file + ": can't be read");
+}
+
+void requireChart(const DOMElement& root, const std::string& file) {
+  if (isDataRoot(root)) throw Failure(file + ": is a data document, not a chart");
+}
+
+void requireData(const DOMElement& root, const std::string& file) {
+  if (!isDataRoot(root)) throw Failure(file + ": is not a data document");
+}

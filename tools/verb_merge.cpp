@@ -1,0 +1,74 @@
+#include <set>
+
+#include <xercesc/dom/DOM.hpp>
+
+#include <chartxml/chartxml.h>
+
+#include "commandline.h"
+#include "files.h"
+#include "problems.h"
+
+using namespace xercesc;
+
+const char mergeHelp[] =
+    "usage: chartxml merge [-o OUT] CHART DATA\n"
+    "\n"
+    "Writes the chart with the sources of the data document in the places of its placeholders.\n"
+    "Each placeholder must have its source.\n"
+    "\n"
+    "  -o, --output OUT  write to a file in place of standard output\n"
+    "  -h, --help        show this\n"
+    "\n"
+    "Examples:\n"
+    "  chartxml merge sales.chart.xml sales.data.xml > sales.xml\n"
+    "  chartxml merge -o sales.xml sales.chart.z sales.data.z\n";
+
+namespace {
+
+std::string compressed(const std::string& text) {
+  std::string result;
+  zlib1211tavo::compressString(text, result);
+  return result;
+}
+
+// The library leaves placeholders out that the data has nothing for, and says nothing of data that
+// it can't read.
+void checkPair(const std::string& chartName, const std::string& chart, const std::string& dataName,
+               const std::string& data) {
+  ChartBase base;
+  const DOMElement& chartRoot = rootOf(base, chartName, chart);
+  requireChart(chartRoot, chartName);
+  const DOMElement& dataRoot = rootOf(base, dataName, data);
+  requireData(dataRoot, dataName);
+  std::set<ChartString> sources;
+  for (const DOMElement* source = dataRoot.getFirstElementChild(); source;
+       source = source->getNextElementSibling()) {
+    sources.insert(source->getAttribute(PlXUni::_id));
+  }
+  for (const DOMElement* child = chartRoot.getFirstElementChild(); child;
+       child = child->getNextElementSibling()) {
+    const ChartString id = child->getAttribute(PlXUni::_id);
+    if (XMLString::equals(child->getLocalName(), PlXUserSource::_UTF_userSource) &&
+        !sources.contains(id)) {
+      throw Failure(dataName + ": has no source '" + id.toUTF8() + "', which " + chartName +
+                    " has a placeholder for");
+    }
+  }
+}
+
+}  // namespace
+
+int runMerge(int argc, char** argv) {
+  std::string output = "-";
+  const auto files = readOptions(argc, argv, {{{"output", 'o', nullptr, &output}}});
+  if (files.size() != 2) throw UsageError("a CHART and its DATA are to be given");
+  const std::string chart = readDocument(files[0]);
+  const std::string data = readDocument(files[1]);
+  checkPair(files[0], chart, files[1], data);
+
+  ChartTransformer transformer(compressed(chart), compressed(data));
+  const std::string text = transformer.getEntireXML(ChartBase::_utf8);
+  if (text.empty()) throw Failure(files[0] + ": can't be merged");
+  PendingFile(output, text + '\n').commit();
+  return exitDone;
+}

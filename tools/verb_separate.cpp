@@ -1,0 +1,98 @@
+#include <filesystem>
+
+#include <xercesc/dom/DOMDocument.hpp>
+
+#include <chartxml/chartxml.h>
+
+#include "commandline.h"
+#include "files.h"
+#include "problems.h"
+
+const char separateHelp[] =
+    "usage: chartxml separate [--chart OUT] [--data OUT] [--compress] [--verbose] FILE\n"
+    "\n"
+    "Writes a chart and its data into two files. In the chart a placeholder stands for each "
+    "source\n"
+    "of data that lay in it. A chart without sources gives a data document without any.\n"
+    "\n"
+    "      --chart OUT  the chart's file; of FILE sales.xml it is sales.chart.xml, or\n"
+    "                   sales.chart.z with --compress\n"
+    "      --data OUT   the data's file, in the same way sales.data.xml or sales.data.z\n"
+    "  -z, --compress   write both compressed\n"
+    "  -v, --verbose    tell on standard error what was written\n"
+    "  -h, --help       show this\n"
+    "\n"
+    "Examples:\n"
+    "  chartxml separate sales.xml\n"
+    "  chartxml separate --compress --chart chart.z --data data.z sales.xml\n"
+    "  chartxml separate --chart - --data /dev/null sales.xml | less\n";
+
+namespace {
+
+// Both as compressed texts.
+struct Parts {
+  std::string chart;
+  std::string data;
+};
+
+Parts partsOf(const std::string& name, const std::string& text) {
+  ChartTransformer transformer(text);
+  const std::string chart = transformer.getXML(ChartBase::_utf8);
+  ChartBase base;
+  if (chart.empty()) rootOf(base, name, text);
+  // Without its data a chart is soon read once more; a data document has no placeholders.
+  const xercesc::DOMDocument* document = base.parseDocument(chart);
+  if (!document) throw Failure(name + ": is not a chart");
+  requireChart(*document->getDocumentElement(), name);
+  Parts parts{transformer.getCompressedXML(), transformer.getCompressedData()};
+  if (parts.chart.empty()) throw Failure(name + ": can't be separated");
+  if (parts.data.empty()) {
+    xercesc::DOMDocument* empty = transformer.createDataDocument(ChartBase::_utf8);
+    parts.data = transformer.compressDocument(empty);
+    transformer.releaseDocument(empty);
+  }
+  return parts;
+}
+
+std::string inflated(const std::string& compressed) {
+  std::string text;
+  zlib1211tavo::decompressString(text, compressed);
+  return text + '\n';
+}
+
+std::string besideFile(const std::string& name, const char* part, bool isCompressed) {
+  if (name == "-") throw UsageError("standard input needs --chart and --data");
+  std::filesystem::path path(name);
+  path.replace_extension(std::string(part) + (isCompressed ? ".z" : ".xml"));
+  return path;
+}
+
+}  // namespace
+
+int runSeparate(int argc, char** argv) {
+  std::string chartName;
+  std::string dataName;
+  bool isCompressed = false;
+  bool isVerbose = false;
+  const auto files = readOptions(argc, argv,
+                                 {{{"chart", '\0', nullptr, &chartName},
+                                   {"data", '\0', nullptr, &dataName},
+                                   {"compress", 'z', &isCompressed, nullptr},
+                                   {"verbose", 'v', &isVerbose, nullptr}}});
+  if (files.size() != 1) throw UsageError("one FILE is to be given");
+  const std::string& name = files[0];
+  if (chartName.empty()) chartName = besideFile(name, ".chart", isCompressed);
+  if (dataName.empty()) dataName = besideFile(name, ".data", isCompressed);
+  if (chartName == dataName) throw UsageError("chart and data need a file each");
+
+  const Parts parts = partsOf(name, readDocument(name));
+  PendingFile chart(chartName, isCompressed ? parts.chart : inflated(parts.chart));
+  PendingFile data(dataName, isCompressed ? parts.data : inflated(parts.data));
+  (data.isStream() ? data : chart).commit();
+  (data.isStream() ? chart : data).commit();
+  if (isVerbose) {
+    complain("wrote " + chartName);
+    complain("wrote " + dataName);
+  }
+  return exitDone;
+}

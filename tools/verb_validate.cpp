@@ -1,0 +1,36 @@
+#include "commandline.h"
+#include "files.h"
+#include "problems.h"
+
+const char validateHelp[] =
+    "usage: chartxml validate FILE...\n"
+    "\n"
+    "Writes a line FILE:LINE:COLUMN: MESSAGE for every problem of charts and data documents: text\n"
+    "that is no XML, elements, attributes and values that the schemas don't know, identifiers "
+    "that\n"
+    "two elements have, and links to elements that there are none of. Places are behind the tag\n"
+    "that has the problem. The number of problems goes to standard error.\n"
+    "\n"
+    "  -h, --help  show this\n"
+    "\n"
+    "Examples:\n"
+    "  chartxml validate sales.xml\n"
+    "  chartxml validate archive/*.xml | grep \"'style'\"\n"
+    "  vim -q <(chartxml validate sales.xml)\n";
+
+int runValidate(int argc, char** argv) {
+  const auto files = readOptions(argc, argv, {});
+  ProblemFinder finder;
+  std::size_t count = 0;
+  const int result = forEachFile(files, [&](const std::string& name) {
+    std::string lines;
+    for (const Problem& problem : finder.problemsOf(readDocument(name))) {
+      lines += placed(problem, name) + '\n';
+      ++count;
+    }
+    writeOutput(lines);
+  });
+  if (count == 0) return result;
+  complain(std::to_string(count) + (count == 1 ? " problem" : " problems"));
+  return exitProblems;
+}
