@@ -122,6 +122,18 @@ class CHARTXML_API BaseTemplate {
   // its graph, else the first.
   bool doesCoordinateMatch(const PlXBaseElement& element, const ChartString& role) const;
 
+  // ---- styles
+  // Sets what a style element of a template names: attributes, keys of the text in its attribute
+  // `value` (ChartStyleValue), which go before attributes, and children. What it doesn't name stays
+  // as it is, with two exceptions: a gradient colour is taken away, and the children glyph,
+  // intervalGlyph and shadow are meant whole. Keys of a surface's style (an interval, a cell, the
+  // box of a box plot, a legend, the page) differ: stroke is its outline there, and only there fill
+  // counts. A child interpolation acts on the lines, areas and paths that the style paints. A child
+  // that is none of these is reported, and a value out of range dropped.
+  void importStyle(const xercesc::DOMElement* styleElement, PlXStyle& style);
+  // The same for several styles, in one walk over the chart.
+  void importStyle(const xercesc::DOMElement* styleElement, const std::vector<PlXStyle*>& styles);
+
   // Adds a dimension to every block of the graph that has exactly two, references included.
   void addZDimension(const PlXGraph& graph);
 

@@ -1,0 +1,75 @@
+// Charts that commands edit, and cases as text.
+#ifndef CHARTXML_COMMANDCASES_H
+#define CHARTXML_COMMANDCASES_H
+
+#include <gtest/gtest.h>
+
+#include <span>
+#include <stdexcept>
+
+#include <xercesc/dom/DOM.hpp>
+#include <xercesc/framework/MemBufInputSource.hpp>
+#include <xercesc/parsers/XercesDOMParser.hpp>
+
+#include "applytemplate.h"
+#include "plxframes.h"
+#include "testsupport.h"
+
+// A valid chart, by its body.
+class EditedChart {
+ public:
+  explicit EditedChart(const std::string& body)
+      : chart_(root(base_.parseDocument(chartText(body)))) {}
+
+  // Runs command elements, which no schema sees. Answers what the last of them does.
+  bool apply(const std::string& commands, const EditedChart* source = nullptr) {
+    const std::string text = "<template>" + commands + "</template>";
+    xercesc::XercesDOMParser parser;
+    parser.parse(xercesc::MemBufInputSource(reinterpret_cast<const XMLByte*>(text.data()),
+                                            text.size(), "commands"));
+    return ApplyTemplate().process(source ? &source->chart_ : nullptr, chart_,
+                                   root(parser.getDocument()));
+  }
+
+  PlXVisualization& chart() { return chart_; }
+
+  // What is printed between the root's tags, with single quotes; attributes are in alphabetic order
+  // behind `id`.
+  std::string body() const {
+    std::string text = chart_.AsUTF8();
+    std::replace(text.begin(), text.end(), '"', '\'');
+    const std::size_t start = text.find('>', text.find("<visualization")) + 1;
+    const std::size_t end = text.find("</visualization>");
+    return end == text.npos ? "" : text.substr(start, end - start);
+  }
+
+ private:
+  static xercesc::DOMElement* root(const xercesc::DOMDocument* document) {
+    xercesc::DOMElement* root = document ? document->getDocumentElement() : nullptr;
+    if (!root) throw std::runtime_error("a text of the test is not XML or no valid chart");
+    return root;
+  }
+
+  ChartBase base_;
+  PlXVisualization chart_;
+};
+
+struct CommandCase {
+  const char* chart;
+  const char* commands;
+  const char* expected;
+  // Null for none.
+  const char* source = nullptr;
+};
+
+inline void expectCases(std::span<const CommandCase> cases) {
+  const ChartBase holder;  // schemas are read once
+  for (const CommandCase& each : cases) {
+    EditedChart chart(each.chart);
+    const EditedChart source(each.source ? each.source : "");
+    chart.apply(each.commands, each.source ? &source : nullptr);
+    EXPECT_EQ(chart.body(), each.expected) << each.commands;
+  }
+}
+
+#endif
