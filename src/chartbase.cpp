@@ -31,6 +31,9 @@ namespace {
 const XMLCh olderSchemaLocation[] =
     u"" CHARTXML_HOST "/visualization " CHARTXML_HOST "/visualization/grafo-1.4.xsd";
 
+// What the log calls a text that has no file.
+constexpr const char* sourceName = "ChartBase";
+
 constexpr double systemMissing = -1.7976931348623157e308;
 
 void report(const ChartString& message, unsigned line) {
@@ -176,8 +179,8 @@ int ChartBase::AddAttributeDoc(DOMDocument* doc, DOMElement* element, const XMLC
 bool ChartBase::ValidXML(const std::string& text) {
   // Without an object the parser library may not have been started.
   const LibraryUse use;
-  ChartParser parser;
-  const bool isValid = parser.parseText(text);
+  ChartParser parser(grammarpool::Kind::Charts);
+  const bool isValid = parser.parseText(text, sourceName);
   if (!isValid) reportParse(text, "XML stream validation error", __LINE__);
   return isValid;
 }
@@ -219,12 +222,12 @@ void ChartBase::printDebugInfo(const std::string& message) {
 }
 
 ChartParser& ChartBase::parser() {
-  if (!parser_) parser_ = std::make_unique<ChartParser>();
+  if (!parser_) parser_ = std::make_unique<ChartParser>(grammarpool::Kind::Charts);
   return *parser_;
 }
 
 bool ChartBase::parse(const std::string& text) {
-  if (parser().parseText(text)) return true;
+  if (parser().parseText(text, sourceName)) return true;
   reportParse(text, "parseDocument fatal error while parsing", __LINE__);
   parser().dropDocument();
   return false;

@@ -22,9 +22,14 @@ class PlXAxis;
 class PlXBaseElement;
 class PlXCategoricalDomain;
 class PlXDimension;
+class PlXFormat;
 class PlXGraph;
+class PlXGridline;
 class PlXInterval;
+class PlXLabel;
 class PlXLegend;
+class PlXMajorTicks;
+class PlXMinorTicks;
 class PlXStyle;
 class PlXVisualization;
 
@@ -134,6 +139,32 @@ class CHARTXML_API BaseTemplate {
   // The same for several styles, in one walk over the chart.
   void importStyle(const xercesc::DOMElement* styleElement, const std::vector<PlXStyle*>& styles);
 
+  // ---- formats, ticks and labels, as elements of a template tell them; null elements do nothing
+  // These merge: attributes that aren't named stay, but where the words of an attribute say
+  // otherwise (templates' schema).
+  static void importNumberFormat(PlXFormat& format, const xercesc::DOMElement* element);
+  static void importDateTimeFormat(PlXFormat& format, const xercesc::DOMElement* element);
+  static void importElapsedTimeFormat(PlXFormat& format, const xercesc::DOMElement* element);
+  static void importStringFormat(PlXFormat& format, const xercesc::DOMElement* element);
+  // Replaces the format, its identifier included, by the element's own attributes.
+  static void importFormat(PlXFormat& format, const xercesc::DOMElement* element);
+  // Define and style the ticks of an axis whose role is the element's, made unless the element says
+  // `styleOnly`. Minor ticks are made only beside major ones.
+  void setMajorTicks(PlXAxis& axis, const xercesc::DOMElement* element);
+  void setMinorTicks(PlXAxis& axis, const xercesc::DOMElement* element);
+  // Give ticks the styles that they lack, and import the element's onto them.
+  void styleMajorTicks(PlXMajorTicks& ticks, const xercesc::DOMElement* element);
+  void styleMinorTicks(PlXMinorTicks& ticks, const xercesc::DOMElement* element,
+                       PlXMajorTicks* major);
+  // A new grid line starts in the colour of the marks, whose style may be null.
+  void styleGridLines(PlXStyle* markStyle, PlXGridline& gridline,
+                      const xercesc::DOMElement* element);
+  // Gives a label the styles that it lacks, black text in an invisible frame, also for a null
+  // element.
+  void styleLabel(PlXLabel& label, const xercesc::DOMElement* element);
+  // The element's own text, its placeholders filled in, becomes the label's; an empty one doesn't.
+  void mergeText(const xercesc::DOMElement* element, PlXLabel& label);
+
   // Adds a dimension to every block of the graph that has exactly two, references included.
   void addZDimension(const PlXGraph& graph);
 
@@ -149,6 +180,20 @@ class CHARTXML_API BaseTemplate {
   PlXVisualization& target;
   const PlXVisualization* source;
   const xercesc::DOMElement* command;
+
+  // The first element of that name below the command, which converted templates write in small
+  // letters; null when there is none.
+  const xercesc::DOMElement* ticksElement(const XMLCh* name, const XMLCh* smallName) const;
+  // Imports the style elements below an element: those of number 1 onto the second style, all
+  // others onto the first.
+  void importNumberedStyles(const xercesc::DOMElement* element, PlXStyle& first, PlXStyle& second);
+  // The style of an object, made and linked when it has none.
+  template <class T>
+  PlXStyle& styleOf(T& object) {
+    PlXStyle* style = object.getStyle();
+    if (!style) object.setStyle(*(style = addStyle(object, nullptr)));
+    return *style;
+  }
 
  private:
   const PlXBaseElement* sourceObject(const PlXBaseElement& object) const;

@@ -1,0 +1,167 @@
+// BaseTemplate's import of format elements: numberFormat, stringFormat, elapsedTimeFormat,
+// dateTimeFormat and the generic format.
+#include "basetemplate.h"
+#include "plxformat.h"
+#include "templatexml.h"
+
+using namespace xercesc;
+using namespace templatexml;
+
+namespace {
+
+// Sets a flag for "true" and "false"; another text leaves it alone.
+void setStated(const DOMElement& element, const XMLCh* name, PlXFormat& format,
+               void (PlXFormat::*set)(bool), bool whenTrue = true) {
+  const XMLCh* text = element.getAttribute(name);
+  if (is(text, PlXUni::_true)) (format.*set)(whenTrue);
+  if (is(text, PlXUni::_false)) (format.*set)(!whenTrue);
+}
+
+template <class Number>
+void setDigits(const DOMElement& element, const XMLCh* name, PlXFormat& format,
+               void (PlXFormat::*set)(Number)) {
+  const ChartString text(element.getAttribute(name));
+  if (!text.empty()) (format.*set)(static_cast<Number>(text.convertToInteger()));
+}
+
+void importAffixes(PlXFormat& format, const DOMElement& element) {
+  const XMLCh* prefix = element.getAttribute(PlXUni::_prefix);
+  *prefix ? format.setPrefix(prefix) : format.removePrefix();
+  const XMLCh* suffix = element.getAttribute(PlXUni::_suffix);
+  *suffix ? format.setSuffix(suffix) : format.removeSuffix();
+}
+
+void importDays(PlXFormat& format, const DOMElement* date) {
+  if (const DOMElement* part = firstDescendant(date, PlXUni::_dayOfWeek)) {
+    format.setShowDayOfWeek(true);
+    setStated(*part, PlXUni::_long, format, &PlXFormat::setDayOfWeekAbbreviation, false);
+  }
+  if (const DOMElement* part = firstDescendant(date, PlXUni::_dayOfMonth)) {
+    format.setShowDay(true);
+    format.setDayType(PlXFormat::dayType_dayOfMonth);
+    setStated(*part, PlXUni::_fill, format, &PlXFormat::setDayPadding);
+  }
+  if (const DOMElement* part = firstDescendant(date, PlXUni::_dayOfYear)) {
+    format.setShowDay(true);
+    format.setDayType(PlXFormat::dayType_dayOfYear);
+    setStated(*part, PlXUni::_fill, format, &PlXFormat::setDayPadding);
+  }
+  if (const DOMElement* part = firstDescendant(date, PlXUni::_week)) {
+    format.setShowWeek(true);
+    setStated(*part, PlXUni::_fill, format, &PlXFormat::setWeekPadding);
+  }
+}
+
+void importMonths(PlXFormat& format, const DOMElement* date) {
+  if (const DOMElement* part = firstDescendant(date, PlXUni::_month)) {
+    format.setShowMonth(true);
+    const XMLCh* fill = part->getAttribute(PlXUni::_fill);
+    if (is(fill, PlXUni::_true)) format.setMonthFormat(PlXFormat::monthFormat_twoDigits);
+    if (is(fill, PlXUni::_false)) format.setMonthFormat(PlXFormat::monthFormat_number);
+  }
+  if (const DOMElement* part = firstDescendant(date, PlXUni::_monthName)) {
+    format.setShowMonth(true);
+    const XMLCh* isLong = part->getAttribute(PlXUni::_long);
+    if (is(isLong, PlXUni::_true)) format.setMonthFormat(PlXFormat::monthFormat_long);
+    if (is(isLong, PlXUni::_false)) format.setMonthFormat(PlXFormat::monthFormat_short);
+  }
+}
+
+void importDate(PlXFormat& format, const DOMElement* date) {
+  importDays(format, date);
+  importMonths(format, date);
+  if (const DOMElement* part = firstDescendant(date, PlXUni::_quarter)) {
+    format.setShowQuarter(true);
+    const XMLCh* prefix = part->getAttribute(PlXUni::_prefix);
+    if (*prefix) format.setQuarterPrefix(prefix);
+    const XMLCh* suffix = part->getAttribute(PlXUni::_suffix);
+    if (*suffix) format.setQuarterSuffix(suffix);
+  }
+  if (const DOMElement* part = firstDescendant(date, PlXUni::_year)) {
+    format.setShowYear(true);
+    setStated(*part, PlXUni::_showCentury, format, &PlXFormat::setYearAbbreviation, false);
+  }
+  if (firstDescendant(date, PlXUni::_era)) format.setShowEra(true);
+}
+
+void importTime(PlXFormat& format, const DOMElement* time) {
+  if (const DOMElement* part = firstDescendant(time, PlXUni::_hour)) {
+    format.setShowHour(true);
+    const XMLCh* twentyFour = part->getAttribute(PlXUni::_twentyFour);
+    if (is(twentyFour, PlXUni::_true)) format.setHourFormat(PlXFormat::hourFormat_twentyFour);
+    if (is(twentyFour, PlXUni::_false)) format.setHourFormat(PlXFormat::hourFormat_twelve);
+    if (isTrue(*part, PlXUni::_showAMPM)) format.setHourFormat(PlXFormat::hourFormat_amPm);
+    setStated(*part, PlXUni::_fill, format, &PlXFormat::setHourPadding);
+  }
+  if (const DOMElement* part = firstDescendant(time, PlXUni::_minute)) {
+    format.setShowMinute(true);
+    setStated(*part, PlXUni::_fill, format, &PlXFormat::setMinutePadding);
+  }
+  if (const DOMElement* part = firstDescendant(time, PlXUni::_second)) {
+    format.setShowSecond(true);
+    setStated(*part, PlXUni::_fill, format, &PlXFormat::setSecondPadding);
+    setStated(*part, PlXUni::_milliseconds, format, &PlXFormat::setShowMillis);
+  }
+}
+
+}  // namespace
+
+void BaseTemplate::importNumberFormat(PlXFormat& format, const DOMElement* element) {
+  if (!element) return;
+  const XMLCh* scientific = element->getAttribute(PlXUni::_scientific);
+  if (is(scientific, PlXUni::_always) || is(scientific, PlXUni::_true)) {
+    format.setScientific(PlXFormat::scientific_true);
+  } else if (is(scientific, PlXUni::_never) || is(scientific, PlXUni::_false)) {
+    format.setScientific(PlXFormat::scientific_false);
+  }
+  setDigits(*element, PlXUni::_minimumFractionDigits, format, &PlXFormat::setMinimumFractionDigits);
+  setDigits(*element, PlXUni::_maximumFractionDigits, format, &PlXFormat::setMaximumFractionDigits);
+  setDigits(*element, PlXUni::_minimumIntegerDigits, format, &PlXFormat::setMinimumIntegerDigits);
+  setDigits(*element, PlXUni::_maximumIntegerDigits, format, &PlXFormat::setMaximumIntegerDigits);
+  // These three are set for every text, none included; hidden negatives only when stated.
+  format.setUseGrouping(isTrue(*element, PlXUni::_useGrouping));
+  format.setNegativesOutside(isTrue(*element, PlXUni::_negativesOutside));
+  format.setNegativesInParentheses(isTrue(*element, PlXUni::_negativesInParentheses));
+  if (*element->getAttribute(PlXUni::_hideNegatives)) {
+    format.setHideNegatives(isTrue(*element, PlXUni::_hideNegatives));
+  }
+  const ChartString factor(element->getAttribute(PlXUni::_scalingFactor));
+  if (!factor.empty()) format.setScalingFactor(factor.convertToDouble());
+  importAffixes(format, *element);
+}
+
+void BaseTemplate::importDateTimeFormat(PlXFormat& format, const DOMElement* element) {
+  if (!element) return;
+  const DOMElement* date = firstDescendant(element, PlXUni::_dateFormat);
+  const DOMElement* time = firstDescendant(element, PlXUni::_timeFormat);
+  if (date && time) {
+    format.setBaseFormat(PlXFormat::baseFormat_dateTime);
+  } else if (date || time) {
+    format.setBaseFormat(date ? PlXFormat::baseFormat_date : PlXFormat::baseFormat_time);
+  }
+  importDate(format, date);
+  importTime(format, time);
+  importAffixes(format, *element);
+}
+
+void BaseTemplate::importElapsedTimeFormat(PlXFormat& format, const DOMElement* element) {
+  if (element) importAffixes(format, *element);
+}
+
+void BaseTemplate::importStringFormat(PlXFormat& format, const DOMElement* element) {
+  if (element) importAffixes(format, *element);
+}
+
+void BaseTemplate::importFormat(PlXFormat& format, const DOMElement* element) {
+  if (!element) return;
+  const DOMNamedNodeMap* attributes = format.getImplementation()->getAttributes();
+  while (attributes->getLength() > 0) {
+    const ChartString name(attributes->item(0)->getNodeName());
+    format.SetAttribute(name.xc_str(), nullptr);
+  }
+  format.importAttributes(element);
+  format.removeUnitRules();
+  if (const DOMElement* rule = firstDescendant(element, PlXUnitRule::_UTF_unitRule)) {
+    format.addUnitRule()->importAttributes(rule);
+  }
+}

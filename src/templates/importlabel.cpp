@@ -1,0 +1,53 @@
+// BaseTemplate's import of label elements: their text and their two styles.
+#include "basetemplate.h"
+#include "chartbase.h"
+#include "facstdictionary.h"
+#include "installationcodepage.h"
+#include "pathfactory.h"
+#include "plxlabel.h"
+#include "plxstyle.h"
+#include "templatexml.h"
+
+using namespace xercesc;
+using namespace templatexml;
+
+void BaseTemplate::importNumberedStyles(const DOMElement* element, PlXStyle& first,
+                                        PlXStyle& second) {
+  forDescendants(element, PlXUni::_style, [&](const DOMElement* style) {
+    const ChartString number(style->getAttribute(PlXUni::_number));
+    importStyle(style, number.convertToInteger() == 1 ? second : first);
+  });
+}
+
+void BaseTemplate::styleLabel(PlXLabel& label, const DOMElement* element) {
+  PlXStyle* text = label.getStyle();
+  if (!text) {
+    label.setStyle(*(text = addStyle(label, nullptr)));
+    text->setColor(PlXStyle::_black);
+  }
+  PlXStyle* frame = label.getTextFrameStyle();
+  if (!frame) {
+    label.setTextFrameStyle(*(frame = addStyle(label, nullptr)));
+    frame->setColor(PlXStyle::_transparent);
+    frame->setColor2(PlXStyle::_transparent);
+    frame->setVisible(false);
+  }
+  importNumberedStyles(element, *text, *frame);
+}
+
+void BaseTemplate::mergeText(const DOMElement* element, PlXLabel& label) {
+  if (!element) return;
+  ChartString text;
+  for (const DOMNode* node = element->getFirstChild(); node; node = node->getNextSibling()) {
+    const short kind = node->getNodeType();
+    if (kind == DOMNode::TEXT_NODE || kind == DOMNode::CDATA_SECTION_NODE) {
+      text.append(node->getNodeValue());
+    }
+  }
+  FacSTDictionary dictionary(PathFactory::getPathInstance(3)->getLanguageResourcePath());
+  dictionary.SetProcedure("GRAPH");
+  ChartBase::updateText(text, &dictionary, installationCodePage());
+  if (text.empty()) return;
+  label.removeTexts();
+  label.addText()->setText(text.xc_str());
+}

@@ -1,0 +1,178 @@
+// BaseTemplate's import of tick elements, with their marks, labels and grid lines.
+#include "basetemplate.h"
+#include "plxaxis.h"
+#include "plxformat.h"
+#include "plxstyle.h"
+#include "templatexml.h"
+
+using namespace xercesc;
+using namespace templatexml;
+
+namespace {
+
+struct FormatImport {
+  const XMLCh* element;
+  void (*import)(PlXFormat&, const DOMElement*);
+};
+
+constexpr FormatImport formatImports[] = {
+    {u"numberFormat", &BaseTemplate::importNumberFormat},
+    {u"stringFormat", &BaseTemplate::importStringFormat},
+    {u"dateTimeFormat", &BaseTemplate::importDateTimeFormat},
+    {u"elapsedTimeFormat", &BaseTemplate::importElapsedTimeFormat},
+    {u"format", &BaseTemplate::importFormat},
+};
+
+// Major and minor ticks have positions alike.
+template <class Ticks>
+void setPosition(Ticks& ticks, const XMLCh* word) {
+  if (is(word, PlXUni::_inside)) ticks.setPosition(Ticks::position_inside);
+  if (is(word, PlXUni::_outside)) ticks.setPosition(Ticks::position_outside);
+  if (is(word, PlXUni::_cross)) ticks.setPosition(Ticks::position_cross);
+}
+
+void setDeltaUnit(PlXMajorTicks& ticks, const XMLCh* word) {
+  static const std::pair<const XMLCh*, PlXMajorTicks::ENUM_deltaUnit> words[] = {
+      {PlXUni::_second, PlXMajorTicks::deltaUnit_second},
+      {PlXUni::_minute, PlXMajorTicks::deltaUnit_minute},
+      {PlXUni::_hour, PlXMajorTicks::deltaUnit_hour},
+      {u"day", PlXMajorTicks::deltaUnit_day},
+      {PlXUni::_week, PlXMajorTicks::deltaUnit_week},
+      {PlXUni::_month, PlXMajorTicks::deltaUnit_month},
+      {PlXUni::_year, PlXMajorTicks::deltaUnit_year},
+  };
+  for (const auto& [text, unit] : words) {
+    if (is(word, text)) ticks.setDeltaUnit(unit);
+  }
+}
+
+void setSpacing(PlXMajorTicks& ticks, const DOMElement& element) {
+  const XMLCh* length = element.getAttribute(PlXUni::_length);
+  if (*length) ticks.setLength(length);
+  const XMLCh* stagger = element.getAttribute(PlXUni::_stagger);
+  if (is(stagger, PlXUni::_auto)) {
+    ticks.removeStagger();
+  } else if (*stagger) {
+    ticks.setStagger(stagger);
+  }
+  const XMLCh* delta = element.getAttribute(PlXUni::_delta);
+  if (is(delta, PlXUni::_auto)) {
+    ticks.removeDelta();
+  } else if (*delta) {
+    ticks.setDelta(ChartString(delta).convertToDouble());
+  }
+  setDeltaUnit(ticks, element.getAttribute(u"deltaUnit"));
+  const XMLCh* base = element.getAttribute(PlXUni::_UTF_base);
+  if (*base) ticks.setBase(base);
+}
+
+void importFormats(PlXMajorTicks& ticks, const DOMElement& element) {
+  for (const FormatImport& row : formatImports) {
+    const DOMElement* child = firstDescendant(&element, row.element);
+    if (!child) continue;
+    const std::vector<PlXFormat*> formats = ticks.getFormats();
+    row.import(formats.empty() ? *ticks.addFormat() : *formats.front(), child);
+  }
+}
+
+}  // namespace
+
+const DOMElement* BaseTemplate::ticksElement(const XMLCh* name, const XMLCh* smallName) const {
+  const DOMElement* ticks = firstDescendant(command, name);
+  return ticks ? ticks : firstDescendant(command, smallName);
+}
+
+void BaseTemplate::setMajorTicks(PlXAxis& axis, const DOMElement* element) {
+  if (!element) return;
+  const ChartString role(element->getAttribute(PlXUni::_role));
+  if (!doesCoordinateMatch(static_cast<const PlXBaseElement&>(axis), role)) return;
+  const bool styleOnly = isTrue(*element, _styleOnly);
+  PlXMajorTicks* ticks = axis.getMajorTicks();
+  if (!ticks && !styleOnly) ticks = axis.addMajorTicks();
+  if (!ticks) return;
+
+  setPosition(*ticks, element->getAttribute(PlXUni::_position));
+  setSpacing(*ticks, *element);
+  if (!styleOnly && !ticks->getGridline() && firstDescendant(element, _gridLines)) {
+    ticks->addGridline();
+  }
+  importFormats(*ticks, *element);
+  styleMajorTicks(*ticks, element);
+}
+
+void BaseTemplate::setMinorTicks(PlXAxis& axis, const DOMElement* element) {
+  if (!element) return;
+  const ChartString role(element->getAttribute(PlXUni::_role));
+  if (!doesCoordinateMatch(static_cast<const PlXBaseElement&>(axis), role)) return;
+  PlXMajorTicks* major = axis.getMajorTicks();
+  PlXMinorTicks* ticks = axis.getMinorTicks();
+  const bool styleOnly = isTrue(*element, _styleOnly);
+  if (!ticks && major && !styleOnly) ticks = axis.addMinorTicks();
+  if (!ticks) return;
+
+  if (!styleOnly) {
+    const ChartString number(element->getAttribute(PlXUni::_number));
+    ticks->setNumber(number.empty() ? 2 : static_cast<unsigned>(number.convertToInteger()));
+    setPosition(*ticks, element->getAttribute(PlXUni::_position));
+    const XMLCh* length = element->getAttribute(PlXUni::_length);
+    if (*length) ticks->setLength(length);
+    if (!ticks->getGridline() && firstDescendant(element, _gridLines)) ticks->addGridline();
+  }
+  styleMinorTicks(*ticks, element, major);
+}
+
+void BaseTemplate::styleMajorTicks(PlXMajorTicks& ticks, const DOMElement* element) {
+  PlXStyle* mark = ticks.getMarkStyle();
+  if (!mark) ticks.setMarkStyle(*(mark = addStyle(ticks, nullptr)));
+  const DOMElement* markStyle =
+      firstDescendant(firstDescendant(element, PlXUni::_markStyle), PlXUni::_style);
+  if (markStyle) importStyle(markStyle, *mark);
+
+  PlXStyle& label = styleOf(ticks);
+  PlXStyle* frame = ticks.getTickFrameStyle();
+  if (!frame) {
+    ticks.setTickFrameStyle(*(frame = addStyle(ticks, nullptr)));
+    frame->setVisible(false);
+  }
+  importNumberedStyles(firstDescendant(element, _tickLabelStyle), label, *frame);
+
+  PlXGridline* gridline = ticks.getGridline();
+  if (gridline) styleGridLines(mark, *gridline, firstDescendant(element, _gridLines));
+}
+
+void BaseTemplate::styleMinorTicks(PlXMinorTicks& ticks, const DOMElement* element,
+                                   PlXMajorTicks* major) {
+  PlXStyle* mark = ticks.getMarkStyle();
+  if (!mark) {
+    ticks.setMarkStyle(*(mark = addStyle(ticks, nullptr)));
+    const PlXStyle* majorMark = major ? major->getMarkStyle() : nullptr;
+    if (majorMark) mark->setColor(majorMark->getColor());
+  }
+  const DOMElement* markStyle =
+      firstDescendant(firstDescendant(element, PlXUni::_markStyle), PlXUni::_style);
+  if (markStyle) importStyle(markStyle, *mark);
+
+  PlXGridline* gridline = ticks.getGridline();
+  if (gridline) styleGridLines(mark, *gridline, firstDescendant(element, _gridLines));
+}
+
+void BaseTemplate::styleGridLines(PlXStyle* markStyle, PlXGridline& gridline,
+                                  const DOMElement* element) {
+  if (!element) return;
+  PlXStyle* style = gridline.getStyle();
+  if (!style) {
+    gridline.setStyle(*(style = addStyle(gridline, nullptr)));
+    if (markStyle) style->setColor(markStyle->getColor());
+  }
+  if (const DOMElement* own = firstDescendant(element, PlXUni::_style)) importStyle(own, *style);
+
+  const DOMElement* facetStyle = firstDescendant(element, u"facetStyle");
+  const XMLCh* when = facetStyle ? facetStyle->getAttribute(PlXUni::_when) : nullptr;
+  if (!when || !*when) return;
+  gridline.removeConditionalStyles();
+  PlXStyle* conditional = addStyle(gridline, nullptr);
+  gridline.addConditionalStyle(when, *conditional);
+  if (const DOMElement* own = firstDescendant(facetStyle, PlXUni::_style)) {
+    importStyle(own, *conditional);
+  }
+}

@@ -1,0 +1,47 @@
+// Reading the elements of a template.
+#ifndef CHARTXML_TEMPLATEXML_H
+#define CHARTXML_TEMPLATEXML_H
+
+#include <xercesc/dom/DOM.hpp>
+#include <xercesc/util/XMLString.hpp>
+
+#include "domwalk.h"
+#include "plxuni.h"
+
+namespace templatexml {
+
+// Calls `visit(element)` for the elements of that name at any depth below `parent`, in document
+// order. Null has none.
+template <class Visit>
+void forDescendants(const xercesc::DOMElement* parent, const XMLCh* name, Visit visit) {
+  xercesc::DOMElement* child = parent ? parent->getFirstElementChild() : nullptr;
+  for (; child; child = child->getNextElementSibling()) {
+    walkElements(child, [&](const xercesc::DOMElement* element) {
+      if (xercesc::XMLString::equals(element->getNodeName(), name)) visit(element);
+      return true;
+    });
+  }
+}
+
+// The first element of that name at any depth; null when there is none.
+inline const xercesc::DOMElement* firstDescendant(const xercesc::DOMElement* parent,
+                                                  const XMLCh* name) {
+  const xercesc::DOMElement* first = nullptr;
+  forDescendants(parent, name, [&](const xercesc::DOMElement* element) {
+    if (!first) first = element;
+  });
+  return first;
+}
+
+inline bool is(const XMLCh* text, const XMLCh* word) {
+  return xercesc::XMLString::equals(text, word);
+}
+
+// True for exactly "true".
+inline bool isTrue(const xercesc::DOMElement& element, const XMLCh* name) {
+  return is(element.getAttribute(name), PlXUni::_true);
+}
+
+}  // namespace templatexml
+
+#endif

@@ -1,0 +1,46 @@
+// setAxisMajorTicks with a child majorTicks (role derived categorical, and all that ticks have):
+// makes and styles the major ticks of the axes of a role. Polar graphs that have no ticks get none,
+// and a scatterplot matrix loses those of the role.
+#include <xercesc/dom/DOM.hpp>
+
+#include "commands.h"
+#include "plxaxis.h"
+#include "plxcoordinates.h"
+#include "plxframes.h"
+#include "plxgraph.h"
+#include "plxuni.h"
+#include "templatexml.h"
+
+using namespace xercesc;
+using namespace templatexml;
+
+bool TSetAxisMajorTicks::ProcessCommand() {
+  const DOMElement* ticks = ticksElement(PlXUni::_majorTicks, u"majorticks");
+  if (!ticks) return false;
+  const ChartString role(ticks->getAttribute(PlXUni::_role));
+  const bool derived = getBooleanAttribute(ticks, _derived, false);
+  const ChartString categorical(ticks->getAttribute(PlXUni::_categorical));
+  for (const PlXGraph* graph : target.getGraphs()) {
+    if (isGraphPolar(*graph) &&
+        !firstDescendant(graph->getImplementation(), PlXMajorTicks::_UTF_majorTicks)) {
+      continue;
+    }
+    if (!categorical.empty() &&
+        isRoleCategorical(*graph, role) != categorical.equals(PlXUni::_true)) {
+      continue;
+    }
+    const bool isMatrix = getFirstSPLOMElement(*graph) != nullptr;
+    for (const PlXDimension* dimension : getDimensionsByRole(*graph, role)) {
+      for (PlXAxis* axis : dimension->getAxiss()) {
+        if (isMatrix) {
+          axis->removeMajorTickss();
+        } else if (isAxisDerived(*axis) == derived) {
+          // Styled once more: ticks of an axis outside the role's block are styled all the same.
+          setMajorTicks(*axis, ticks);
+          if (PlXMajorTicks* major = axis->getMajorTicks()) styleMajorTicks(*major, ticks);
+        }
+      }
+    }
+  }
+  return true;
+}

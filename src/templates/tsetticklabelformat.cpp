@@ -1,0 +1,60 @@
+// setTickLabelFormat role categorical derived, with a child format, numberFormat, stringFormat,
+// dateTimeFormat or elapsedTimeFormat: replaces the format of the labels of the ticks that an axis
+// has; without a child the format goes. Of several kinds the first in this order counts, of several
+// of a kind the last. Any other child, and categorical labels without a stringFormat, are refused.
+#include <array>
+
+#include <xercesc/dom/DOM.hpp>
+
+#include "commands.h"
+#include "plxaxis.h"
+#include "plxuni.h"
+#include "templatexml.h"
+#include "ticklabels.h"
+
+using namespace xercesc;
+
+namespace {
+
+struct Kind {
+  const XMLCh* name;
+  void (*import)(PlXFormat&, const DOMElement*);
+};
+
+constexpr std::array<Kind, 5> kinds = {{
+    {u"format", &BaseTemplate::importFormat},
+    {u"numberFormat", &BaseTemplate::importNumberFormat},
+    {u"stringFormat", &BaseTemplate::importStringFormat},
+    {u"dateTimeFormat", &BaseTemplate::importDateTimeFormat},
+    {u"elapsedTimeFormat", &BaseTemplate::importElapsedTimeFormat},
+}};
+constexpr std::size_t stringKind = 2;
+
+// The child of each kind; false when there is another child.
+bool readChildren(const DOMElement& command,
+                  std::array<const DOMElement*, kinds.size()>& children) {
+  for (const DOMElement* child = command.getFirstElementChild(); child;
+       child = child->getNextElementSibling()) {
+    std::size_t kind = 0;
+    while (kind < kinds.size() && !templatexml::is(child->getNodeName(), kinds[kind].name)) ++kind;
+    if (kind == kinds.size()) return false;
+    children[kind] = child;
+  }
+  return true;
+}
+
+}  // namespace
+
+bool TSetTickLabelFormat::ProcessCommand() {
+  if (!command) return false;
+  const ticklabels::Selection selection(*this, command);
+  std::array<const DOMElement*, kinds.size()> children{};
+  if (!readChildren(*command, children)) return false;
+  if (selection.categorical && !children[stringKind]) return false;
+  std::size_t kind = 0;
+  while (kind < kinds.size() && !children[kind]) ++kind;
+  return ticklabels::edit(*this, target, selection, [&](PlXMajorTicks& ticks) {
+    ticks.removeFormats();
+    if (kind < kinds.size()) kinds[kind].import(*ticks.addFormat(), children[kind]);
+  });
+}
