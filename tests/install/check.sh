@@ -25,7 +25,7 @@ block cpp "$readme" > draft.cpp
 block cmake "$readme" > CMakeLists.txt
 block sh "$readme" > pkgconfig.sh
 
-cmake -S . -B by-cmake -DCMAKE_PREFIX_PATH="$prefix" > /dev/null
+cmake -G Ninja -S . -B by-cmake -DCMAKE_PREFIX_PATH="$prefix" > /dev/null
 cmake --build by-cmake > /dev/null
 # The linker notes where the library lies, as it would by itself in a usual prefix.
 LD_RUN_PATH=$libdir bash -e pkgconfig.sh
