@@ -367,8 +367,22 @@ DOMElement& rootOf(ChartBase& base, const std::string& file, const std::string& 
   throw Failure(file + ": can't be read");
 }
 
+void requireChart(ChartTransformer& transformer, const std::string& file, const std::string& text) {
+  const std::string chart = transformer.getXML(ChartBase::_utf8);
+  ChartBase base;
+  if (chart.empty()) rootOf(base, file, text);
+  // Without its data a chart is soon read once more; a data document has no placeholders.
+  const DOMDocument* document = base.parseDocument(chart);
+  if (!document) throw Failure(file + ": is not a chart");
+  requireChart(*document->getDocumentElement(), file);
+}
+
 void requireChart(const DOMElement& root, const std::string& file) {
   if (isDataRoot(root)) throw Failure(file + ": is a data document, not a chart");
+  if (!XMLString::equals(root.getLocalName(), PlXVisualization::_UTF_visualization) &&
+      !XMLString::equals(root.getLocalName(), PlXGraph::_UTF_graph)) {
+    throw Failure(file + ": is not a chart");
+  }
 }
 
 void requireData(const DOMElement& root, const std::string& file) {
