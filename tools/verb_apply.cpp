@@ -110,8 +110,8 @@ const TemplateNode& commandAt(const Template& source, std::size_t position) {
 
 // ---- charts
 
-// The chart of a file with its data and the templates' effects. Commands that failed are added to
-// `failures`; throws a Failure when no chart comes out.
+// The chart of a file with its data and the templates' effects; empty when a template couldn't go
+// on to its end. What failed is added to `failures`. Throws a Failure when there is no chart.
 std::string apply(const std::vector<Template>& templates, const std::string& name,
                   std::vector<std::string>& failures) {
   const std::string text = readDocument(name);
@@ -127,7 +127,10 @@ std::string apply(const std::vector<Template>& templates, const std::string& nam
       failures.push_back(name + ": " +
                          placed(command, each.file, "command '" + command.name + "' failed"));
     }
-    if (!isApplied) throw Failure(name + ": " + each.file + ": can't be applied to its end");
+    if (!isApplied) {
+      failures.push_back(name + ": " + each.file + ": can't be applied to its end");
+      return {};
+    }
   }
   const std::string result = transformer.getEntireXML(ChartBase::_utf8);
   if (result.empty()) throw Failure(name + ": can't be written");
@@ -222,7 +225,7 @@ class Batch {
     const std::size_t before = failures_.size();
     try {
       const std::string text = apply(templates_, chart, failures_);
-      PendingFile(outputOf(chart), text).commit();
+      if (!text.empty()) PendingFile(outputOf(chart), text).commit();
     } catch (const Failure& e) {
       failures_.push_back(e.what());
     } catch (const std::exception& e) {
@@ -255,7 +258,7 @@ bool runSingle(const Job& job, const std::vector<Template>& templates) {
   std::vector<std::string> failures;
   const std::string text = apply(templates, job.charts[0], failures);
   for (const std::string& failure : failures) complain(failure);
-  PendingFile(job.output, text).commit();
+  if (!text.empty()) PendingFile(job.output, text).commit();
   return failures.empty();
 }
 
