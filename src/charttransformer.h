@@ -2,8 +2,10 @@
 #ifndef CHARTXML_CHARTTRANSFORMER_H
 #define CHARTXML_CHARTTRANSFORMER_H
 
+#include <cstddef>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "chartbase.h"
 
@@ -43,6 +45,8 @@ class CHARTXML_API ChartTransformer : public ChartBase {
   // tells. With the dumps on (DumpChartXMLOptions), chart and template are written before, and the
   // chart after.
   bool applyTemplate(const std::string& templateText);
+  // The same, and tells what was passed over in the way of ChartTemplate::getPassedOver().
+  bool applyTemplate(const std::string& templateText, std::vector<std::size_t>& passedOver);
   // Gives a chart without popups its default popups. False without a chart or with popups.
   bool addPopups();
 

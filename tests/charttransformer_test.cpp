@@ -174,6 +174,26 @@ TEST(Transformer, CompressesAnyDocument) {
   chart.releaseDocument(empty);
 }
 
+TEST(Transformer, TellsWhatATemplatePassedOver) {
+  ChartTransformer chart(chartText(first));
+  const auto templateText = [](const std::string& body) {
+    return "<template xmlns='" CHARTXML_HOST
+           "/tavo/visualization' xmlns:xsi='http://www.w3.org/2001/XMLSchema-instance' "
+           "xsi:schemaLocation='" CHARTXML_HOST "/tavo/visualization " CHARTXML_HOST
+           "/tavo/visualization/grafo-template-2.10.xsd'>" +
+           body + "</template>";
+  };
+  std::vector<std::size_t> passedOver{7};
+  // False answers of commands are none of it, nor are texts and comments.
+  EXPECT_TRUE(chart.applyTemplate(
+      templateText("<bogus/><!-- --><setAxisInterval role='no'/>text<style/><setAxisMargin/>"),
+      passedOver));
+  EXPECT_EQ(passedOver, (std::vector<std::size_t>{0, 2}));
+  EXPECT_TRUE(chart.applyTemplate(templateText(""), passedOver));
+  EXPECT_EQ(passedOver.size(), 0u);
+  EXPECT_FALSE(ChartTransformer("").applyTemplate(templateText("<bogus/>"), passedOver));
+}
+
 TEST(Compression, RefusesWhatIsNotOneWholeStream) {
   const std::string text(100000, 'a');
   const std::string stream = packed(text);

@@ -2,8 +2,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
+#include <iterator>
 #include <map>
 #include <set>
+#include <sstream>
 
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/parsers/XercesDOMParser.hpp>
@@ -207,6 +210,27 @@ TEST_F(TemplateSchema, DocumentsEverything) {
     const std::string name = attribute(group, u"name") + attribute(group, u"ref");
     EXPECT_TRUE(definitions_.named("element", name)) << name;
   }
+}
+
+// What programs are told is what authors are told.
+TEST_F(TemplateSchema, DocumentsTheWordsThatItTells) {
+  const Names style = definitions_.attributesOf("style");
+  Names sources;
+  for (const DOMElement* info : definitions_.all(u"appinfo")) {
+    const std::string source = attribute(info, u"source");
+    sources.insert(source);
+    std::string text = utf8(info->getParentNode()->getFirstChild()->getTextContent());
+    std::replace_if(
+        text.begin(), text.end(),
+        [](unsigned char c) { return !std::isalnum(c) && c != '_' && c != '-'; }, ' ');
+    std::istringstream documentation(text);
+    const Names documented{std::istream_iterator<std::string>(documentation), {}};
+    std::istringstream words(utf8(info->getTextContent()));
+    for (std::string word; source != "pattern" && words >> word;) {
+      EXPECT_TRUE(documented.contains(word) || (source == "keys" && style.contains(word))) << word;
+    }
+  }
+  EXPECT_EQ(sources, (Names{"keys", "pattern", "some-words", "taken", "words"}));
 }
 
 TEST_F(TemplateSchema, IsTheSameInEveryVersion) {

@@ -10,9 +10,11 @@ std::vector<std::string> readOptions(int argc, char** argv, std::span<const Opti
   std::vector<option> names = {{"help", no_argument, nullptr, 'h'}};
   for (std::size_t i = 0; i < options.size(); ++i) {
     const Option& row = options[i];
-    const int kind = row.value ? required_argument : no_argument;
+    const bool takesArgument = row.value || row.list;
+    const int kind = takesArgument ? required_argument : no_argument;
     names.push_back({row.name, kind, nullptr, firstLong + static_cast<int>(i)});
-    if (row.letter) letters += row.value ? std::string{row.letter, ':'} : std::string{row.letter};
+    if (row.letter)
+      letters += takesArgument ? std::string{row.letter, ':'} : std::string{row.letter};
   }
   names.push_back({});
 
@@ -28,6 +30,8 @@ std::vector<std::string> readOptions(int argc, char** argv, std::span<const Opti
       if (found != options[i].letter && found != firstLong + static_cast<int>(i)) continue;
       if (options[i].value) {
         *options[i].value = optarg;
+      } else if (options[i].list) {
+        options[i].list->push_back(optarg);
       } else {
         *options[i].flag = true;
       }

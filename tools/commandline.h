@@ -23,10 +23,14 @@ struct Verb {
   int (*run)(int argc, char** argv);
 };
 
+int runApply(int argc, char** argv);
+int runExplain(int argc, char** argv);
 int runInfo(int argc, char** argv);
 int runMerge(int argc, char** argv);
 int runSeparate(int argc, char** argv);
 int runValidate(int argc, char** argv);
+extern const char applyHelp[];
+extern const char explainHelp[];
 extern const char infoHelp[];
 extern const char mergeHelp[];
 extern const char separateHelp[];
@@ -47,12 +51,13 @@ class Failure : public std::runtime_error {
 // Thrown by readOptions() for --help.
 struct HelpWanted {};
 
-// An option sets a flag or, when `value` isn't null, takes an argument.
+// An option sets a flag, or takes an argument: for `value` the last one counts, for `list` all.
 struct Option {
   const char* name;  // the long one, without its dashes
   char letter;       // '\0' for none
   bool* flag;
   std::string* value;
+  std::vector<std::string>* list = nullptr;
 };
 
 // Reads the options and answers the operands; all that follows "--" are operands.

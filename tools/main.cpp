@@ -18,6 +18,8 @@
 namespace {
 
 constexpr Verb verbs[] = {
+    {"apply", "apply templates to charts", applyHelp, runApply},
+    {"explain", "show what a template asks for and what is passed over", explainHelp, runExplain},
     {"info", "show what is in a chart", infoHelp, runInfo},
     {"merge", "put a chart and its data together", mergeHelp, runMerge},
     {"separate", "take a chart and its data apart", separateHelp, runSeparate},

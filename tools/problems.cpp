@@ -73,6 +73,11 @@ bool namesKnownSchema(std::string_view namespaceUri, std::string_view locations)
          (namespaceUri == data && locations == pair + ' ' + pair + "/grafo-data-2.1.xsd");
 }
 
+// A base, so that it outlives the reader that takes from it.
+struct ReaderGrammars {
+  XMLGrammarPoolImpl grammars;
+};
+
 // Collects the problems of one document as the parser goes through it.
 class Collector : public DefaultHandler, public PSVIHandler {
  public:
@@ -265,9 +270,17 @@ std::string placed(const Problem& problem, const std::string& file) {
 }
 
 // Tells the collector what handlers aren't told: the kinds of errors and the XML version.
-class ProblemFinder::Reader : public SAX2XMLReaderImpl {
+class ProblemFinder::Reader : private ReaderGrammars, public SAX2XMLReaderImpl {
  public:
-  Reader() : Reader(std::make_unique<XMLGrammarPoolImpl>()) {}
+  Reader() : SAX2XMLReaderImpl(XMLPlatformUtils::fgMemoryManager, &grammars) {
+    setFeature(XMLUni::fgSAX2CoreNameSpaces, true);
+    setFeature(XMLUni::fgSAX2CoreValidation, true);
+    setFeature(XMLUni::fgXercesDynamic, false);
+    setFeature(XMLUni::fgXercesSchema, true);
+    setFeature(XMLUni::fgXercesDisableDefaultEntityResolution, true);
+    bounds_.setEntityExpansionLimit(mostExpansions);
+    setProperty(XMLUni::fgXercesSecurityManager, &bounds_);
+  }
 
   // When they can't be read, each document tells so as it reads them itself.
   void readSchemas() {
@@ -286,7 +299,7 @@ class ProblemFinder::Reader : public SAX2XMLReaderImpl {
     } catch (const XMLException&) {
     }
     if (!hasSchemas_) return;
-    pool_->lockPool();
+    grammars.lockPool();
     setFeature(XMLUni::fgXercesUseCachedGrammarInParse, true);
   }
 
@@ -311,17 +324,6 @@ class ProblemFinder::Reader : public SAX2XMLReaderImpl {
  private:
   static constexpr XMLCh documentName[] = u"document";
 
-  explicit Reader(std::unique_ptr<XMLGrammarPoolImpl> pool)
-      : SAX2XMLReaderImpl(XMLPlatformUtils::fgMemoryManager, pool.get()), pool_(std::move(pool)) {
-    setFeature(XMLUni::fgSAX2CoreNameSpaces, true);
-    setFeature(XMLUni::fgSAX2CoreValidation, true);
-    setFeature(XMLUni::fgXercesDynamic, false);
-    setFeature(XMLUni::fgXercesSchema, true);
-    setFeature(XMLUni::fgXercesDisableDefaultEntityResolution, true);
-    bounds_.setEntityExpansionLimit(mostExpansions);
-    setProperty(XMLUni::fgXercesSecurityManager, &bounds_);
-  }
-
   void error(const unsigned int code, const XMLCh* const domain, const ErrTypes type,
              const XMLCh* const text, const XMLCh* const systemId, const XMLCh* const,
              const XMLFileLoc line, const XMLFileLoc column) override {
@@ -336,7 +338,6 @@ class ProblemFinder::Reader : public SAX2XMLReaderImpl {
     collector_->readVersion(version);
   }
 
-  std::unique_ptr<XMLGrammarPoolImpl> pool_;
   SecurityManager bounds_;
   bool hasSchemas_ = false;
   Collector* collector_ = nullptr;
@@ -366,8 +367,22 @@ DOMElement& rootOf(ChartBase& base, const std::string& file, const std::string& 
   throw Failure(file + ": can't be read");
 }
 
+void requireChart(ChartTransformer& transformer, const std::string& file, const std::string& text) {
+  const std::string chart = transformer.getXML(ChartBase::_utf8);
+  ChartBase base;
+  if (chart.empty()) rootOf(base, file, text);
+  // Without its data a chart is soon read once more; a data document has no placeholders.
+  const DOMDocument* document = base.parseDocument(chart);
+  if (!document) throw Failure(file + ": is not a chart");
+  requireChart(*document->getDocumentElement(), file);
+}
+
 void requireChart(const DOMElement& root, const std::string& file) {
   if (isDataRoot(root)) throw Failure(file + ": is a data document, not a chart");
+  if (!XMLString::equals(root.getLocalName(), PlXVisualization::_UTF_visualization) &&
+      !XMLString::equals(root.getLocalName(), PlXGraph::_UTF_graph)) {
+    throw Failure(file + ": is not a chart");
+  }
 }
 
 void requireData(const DOMElement& root, const std::string& file) {

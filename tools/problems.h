@@ -14,6 +14,7 @@ class DOMElement;
 XERCES_CPP_NAMESPACE_END
 
 class ChartBase;
+class ChartTransformer;
 
 struct Problem {
   // The path of a schema when the problem is there, else empty.
@@ -54,6 +55,9 @@ class ProblemFinder {
 // The root of a document as the library reads it, which `base` keeps. Throws a Failure with the
 // place and the reason when the library can't.
 xercesc::DOMElement& rootOf(ChartBase& base, const std::string& file, const std::string& text);
+
+// Throws a Failure unless the file, whose text the transformer was made of, is a chart.
+void requireChart(ChartTransformer& transformer, const std::string& file, const std::string& text);
 
 // Throws a Failure unless the root is that of a chart, or of a data document.
 void requireChart(const xercesc::DOMElement& root, const std::string& file);

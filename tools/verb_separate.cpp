@@ -37,13 +37,7 @@ struct Parts {
 
 Parts partsOf(const std::string& name, const std::string& text) {
   ChartTransformer transformer(text);
-  const std::string chart = transformer.getXML(ChartBase::_utf8);
-  ChartBase base;
-  if (chart.empty()) rootOf(base, name, text);
-  // Without its data a chart is soon read once more; a data document has no placeholders.
-  const xercesc::DOMDocument* document = base.parseDocument(chart);
-  if (!document) throw Failure(name + ": is not a chart");
-  requireChart(*document->getDocumentElement(), name);
+  requireChart(transformer, name, text);
   Parts parts{transformer.getCompressedXML(), transformer.getCompressedData()};
   if (parts.chart.empty()) throw Failure(name + ": can't be separated");
   if (parts.data.empty()) {

@@ -89,16 +89,22 @@ const Command* commandNamed(const XMLCh* element) {
 
 bool ApplyTemplate::process(const PlXVisualization* source, PlXVisualization& target,
                             DOMElement* root) {
+  passedOver_.clear();
   if (!root) return false;
   bool answer = true;
+  std::size_t position = 0;
   for (const DOMNode* child = root->getFirstChild(); child; child = child->getNextSibling()) {
     if (child->getNodeType() != DOMNode::ELEMENT_NODE) continue;
     const auto* element = static_cast<const DOMElement*>(child);
+    // There already while it runs: what stops the run may be thrown.
+    passedOver_.push_back(position++);
     switch (dispatch(source, target, element)) {
       case Outcome::True:
+        passedOver_.pop_back();
         answer = true;
         break;
       case Outcome::False:
+        passedOver_.pop_back();
         break;
       case Outcome::Failed:
         answer = false;

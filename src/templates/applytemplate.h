@@ -2,6 +2,9 @@
 #ifndef CHARTXML_APPLYTEMPLATE_H
 #define CHARTXML_APPLYTEMPLATE_H
 
+#include <cstddef>
+#include <vector>
+
 #include <xercesc/util/XercesDefs.hpp>
 
 XERCES_CPP_NAMESPACE_BEGIN
@@ -17,6 +20,11 @@ class ApplyTemplate {
   // none. A command that fails is passed over, and an element that is no command is reported. What
   // stops the run is thrown: a ChartException that has been reported, or a DOMException.
   bool process(const PlXVisualization* source, PlXVisualization& target, xercesc::DOMElement* root);
+  // What the last run passed over, as ChartTemplate tells it.
+  const std::vector<std::size_t>& getPassedOver() const { return passedOver_; }
+
+ private:
+  std::vector<std::size_t> passedOver_;
 };
 
 #endif

@@ -6,6 +6,7 @@
 #include "charterrorhandler.h"
 #include "chartexception.h"
 #include "chartparser.h"
+#include "commands.h"
 #include "grammarpool.h"
 #include "tavogotocaller.h"
 
@@ -22,6 +23,12 @@ ChartException reported(const std::string& message, unsigned line) {
 }
 
 }  // namespace
+
+std::vector<ChartTemplate::CommandInfo> ChartTemplate::getCommands() {
+  std::vector<CommandInfo> result;
+  for (const Command& command : commands()) result.push_back({command.element, command.sentence});
+  return result;
+}
 
 ChartTemplate::ChartTemplate(PlXVisualization& target, PlXVisualization* source)
     : target_(target),
@@ -49,12 +56,16 @@ DOMElement* ChartTemplate::parseTemplate(const std::string& text) {
 }
 
 PlXVisualization& ChartTemplate::applyTemplate() {
+  passedOver_.clear();
   if (!root_) return target_;
+  ApplyTemplate run;
   try {
-    ApplyTemplate().process(source_, target_, root_);
+    run.process(source_, target_, root_);
+    passedOver_ = run.getPassedOver();
   } catch (const TavoGoToCaller&) {
     throw;
   } catch (...) {
+    passedOver_ = run.getPassedOver();
     throw reported("Fatal Error occurred while applying template", __LINE__);
   }
   return target_;

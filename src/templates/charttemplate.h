@@ -2,8 +2,10 @@
 #ifndef CHARTXML_CHARTTEMPLATE_H
 #define CHARTXML_CHARTTEMPLATE_H
 
+#include <cstddef>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <xercesc/util/XercesDefs.hpp>
 
@@ -22,6 +24,15 @@ class PlXVisualization;
 // A ChartBase must live as long as the object does.
 class CHARTXML_API ChartTemplate {
  public:
+  // The name of a command's element, and a sentence on what it does. The texts live as long as the
+  // process.
+  struct CommandInfo {
+    const XMLCh* element;
+    const char* sentence;
+  };
+  // The commands that this version of the library has.
+  static std::vector<CommandInfo> getCommands();
+
   // Neither is owned. Of the source, which may be null, commands leave alone what an object of the
   // same id states.
   ChartTemplate(PlXVisualization& target, PlXVisualization* source);
@@ -38,12 +49,17 @@ class CHARTXML_API ChartTemplate {
   // Runs the template that was set, if any, and answers the target. A failure that stops the run is
   // reported and thrown as a ChartException; only a TavoGoToCaller passes unchanged.
   PlXVisualization& applyTemplate();
+  // What the last run passed over: the 0-based positions, among the elements below the root, of
+  // those that are no commands and of commands that failed. When the run was stopped, the last one
+  // stopped it.
+  const std::vector<std::size_t>& getPassedOver() const { return passedOver_; }
 
  private:
   PlXVisualization& target_;
   const PlXVisualization* source_;
   std::unique_ptr<ChartParser> parser_;
   xercesc::DOMElement* root_ = nullptr;
+  std::vector<std::size_t> passedOver_;
 };
 
 #endif

@@ -10,22 +10,31 @@ void ChartTransformer::dump(const std::string& prefix, unsigned counter, PRINTTY
 }
 
 bool ChartTransformer::applyTemplate(const std::string& templateText) {
+  std::vector<std::size_t> passedOver;
+  return applyTemplate(templateText, passedOver);
+}
+
+bool ChartTransformer::applyTemplate(const std::string& templateText,
+                                     std::vector<std::size_t>& passedOver) {
   static unsigned counter = 1;
+  passedOver.clear();
   if (!model_) return false;
   if (willPrintString(PRINT_BEFORE_TEMPLATE)) {
     dump("Xml_before_template_", counter, PRINT_BEFORE_TEMPLATE);
     printString(templateText, "Template_", ".sgt", counter, PRINT_TEMPLATE);
   }
   bool isApplied = true;
+  std::unique_ptr<ChartTemplate> chartTemplate;
   try {
-    ChartTemplate chartTemplate(*model_, nullptr);
-    chartTemplate.setTemplate(templateText);
-    chartTemplate.applyTemplate();
+    chartTemplate = std::make_unique<ChartTemplate>(*model_, nullptr);
+    chartTemplate->setTemplate(templateText);
+    chartTemplate->applyTemplate();
   } catch (const TavoGoToCaller&) {
     throw;
   } catch (...) {
     isApplied = false;  // and reported where it happened
   }
+  if (chartTemplate) passedOver = chartTemplate->getPassedOver();
   if (willPrintString(PRINT_AFTER_TEMPLATE)) {
     dump("Xml_after_template_", counter++, PRINT_AFTER_TEMPLATE);
   }

@@ -1,0 +1,283 @@
+#include "commandschema.h"
+
+#include <algorithm>
+#include <cctype>
+#include <numeric>
+#include <sstream>
+#include <string_view>
+#include <utility>
+
+#include <xercesc/dom/DOM.hpp>
+#include <xercesc/parsers/XercesDOMParser.hpp>
+#include <xercesc/util/XMLException.hpp>
+#include <xercesc/util/regx/RegularExpression.hpp>
+#include <xercesc/validators/schema/SchemaSymbols.hpp>
+
+#include <chartxml/charttemplate.h>
+#include <chartxml/chartxml.h>
+
+#include "commandline.h"
+
+using namespace xercesc;
+
+namespace {
+
+std::string utf8(const XMLCh* text) {
+  return ChartString(text).toUTF8();
+}
+
+std::string attribute(const DOMElement& element, const XMLCh* name) {
+  return utf8(element.getAttribute(name));
+}
+
+std::vector<std::string> wordsOf(const std::string& text) {
+  std::istringstream stream(text);
+  std::vector<std::string> words;
+  for (std::string word; stream >> word;) words.push_back(word);
+  return words;
+}
+
+std::string joined(const std::vector<std::string>& words, const std::string& separator) {
+  std::string result;
+  for (const std::string& word : words) result += (result.empty() ? "" : separator) + word;
+  return result;
+}
+
+// ---- the schema as a document
+
+std::vector<const DOMElement*> descendants(const DOMElement& top, const XMLCh* name) {
+  const DOMNodeList* list = top.getElementsByTagNameNS(SchemaSymbols::fgURI_SCHEMAFORSCHEMA, name);
+  std::vector<const DOMElement*> result;
+  for (XMLSize_t i = 0; i < list->getLength(); ++i) {
+    result.push_back(static_cast<const DOMElement*>(list->item(i)));
+  }
+  return result;
+}
+
+// The words of the documentation, which has no source, or of an appinfo in a definition's own
+// annotation; empty without one.
+std::vector<std::string> annotation(const DOMElement& element, const std::string& source) {
+  const DOMElement* holder = element.getFirstElementChild();
+  if (!holder || !XMLString::equals(holder->getLocalName(), SchemaSymbols::fgELT_ANNOTATION)) {
+    return {};
+  }
+  for (const DOMElement* part = holder->getFirstElementChild(); part;
+       part = part->getNextElementSibling()) {
+    if (attribute(*part, u"source") == source) return wordsOf(utf8(part->getTextContent()));
+  }
+  return {};
+}
+
+std::string documentationOf(const DOMElement& element) {
+  return joined(annotation(element, ""), " ");
+}
+
+ValueRule ruleOf(const DOMElement& element) {
+  static constexpr std::pair<const char*, ValueRule::Kind> sources[] = {
+      {"words", ValueRule::Kind::words},
+      {"some-words", ValueRule::Kind::someWords},
+      {"keys", ValueRule::Kind::keys},
+      {"pattern", ValueRule::Kind::pattern},
+  };
+  for (const auto& [source, kind] : sources) {
+    const std::vector<std::string> words = annotation(element, source);
+    if (!words.empty()) return {kind, words, joined(words, ""), documentationOf(element)};
+  }
+  return {};
+}
+
+// Reads the definitions below the root of a schema.
+class SchemaReader {
+ public:
+  explicit SchemaReader(const DOMElement& root) {
+    for (const DOMElement* each = root.getFirstElementChild(); each;
+         each = each->getNextElementSibling()) {
+      global_[{utf8(each->getLocalName()), attribute(*each, u"name")}] = each;
+    }
+  }
+
+  std::map<std::string, SchemaElement> elements() const {
+    std::map<std::string, SchemaElement> result;
+    for (const auto& [key, element] : global_) {
+      const auto& [kind, name] = key;
+      if (kind != "element") continue;
+      SchemaElement& entry = result[name];
+      entry.documentation = documentationOf(*element);
+      addType(attribute(*element, u"type"), entry);
+      addAttributes(*element, entry);
+      addChildren(name, entry);
+    }
+    return result;
+  }
+
+ private:
+  // Null for a name that is none.
+  const DOMElement* named(const std::string& kind, const std::string& name) const {
+    const auto found = global_.find({kind, name});
+    return found == global_.end() ? nullptr : found->second;
+  }
+
+  void addType(const std::string& name, SchemaElement& entry) const {
+    if (name == "command") entry.isCommand = true;
+    if (const DOMElement* type = named("complexType", name)) addAttributes(*type, entry);
+  }
+
+  // Those that stand below an element or type, and those of the type that it extends.
+  void addAttributes(const DOMElement& holder, SchemaElement& entry) const {
+    for (const DOMElement* extension : descendants(holder, SchemaSymbols::fgELT_EXTENSION)) {
+      addType(attribute(*extension, u"base"), entry);
+    }
+    for (const DOMElement* each : descendants(holder, SchemaSymbols::fgELT_ATTRIBUTE)) {
+      ValueRule rule = ruleOf(*each);
+      const DOMElement* type = named("simpleType", attribute(*each, u"type"));
+      if (rule.kind == ValueRule::Kind::any && type) rule = ruleOf(*type);
+      entry.attributes[attribute(*each, u"name")] = {documentationOf(*each), std::move(rule)};
+    }
+    for (const DOMElement* each : descendants(holder, SchemaSymbols::fgELT_ANYATTRIBUTE)) {
+      if (!documentationOf(*each).empty()) entry.readsAllAttributes = true;
+    }
+  }
+
+  void addChildren(const std::string& groupName, SchemaElement& entry) const {
+    const DOMElement* group = named("group", groupName);
+    if (!group) return;
+    for (const DOMElement* each : descendants(*group, SchemaSymbols::fgELT_ELEMENT)) {
+      entry.children[attribute(*each, u"ref")] = {documentationOf(*each), ruleOf(*each),
+                                                  joined(annotation(*each, "taken"), "")};
+    }
+    for (const DOMElement* each : descendants(*group, SchemaSymbols::fgELT_GROUP)) {
+      addChildren(attribute(*each, u"ref"), entry);
+    }
+  }
+
+  // By kind and name.
+  std::map<std::pair<std::string, std::string>, const DOMElement*> global_;
+};
+
+// ---- misspelt words
+
+std::string lowered(std::string text) {
+  for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return text;
+}
+
+// How many letters are to be inserted, left out, replaced or exchanged with their neighbour.
+std::size_t distance(std::string_view a, std::string_view b) {
+  std::vector<std::size_t> before;
+  std::vector<std::size_t> last;
+  std::vector<std::size_t> row(b.size() + 1);
+  std::iota(row.begin(), row.end(), 0);
+  for (std::size_t i = 1; i <= a.size(); ++i) {
+    before = std::exchange(last, row);
+    row[0] = i;
+    for (std::size_t j = 1; j <= b.size(); ++j) {
+      row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + (a[i - 1] != b[j - 1])});
+      if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1]) {
+        row[j] = std::min(row[j], before[j - 2] + 1);
+      }
+    }
+  }
+  return row.back();
+}
+
+// "A whole number." as a part of a sentence.
+std::string withinSentence(std::string text) {
+  if (text.ends_with('.')) text.pop_back();
+  return lowered(text.substr(0, 1)) + text.substr(std::min<std::size_t>(text.size(), 1));
+}
+
+bool contains(const std::vector<std::string>& words, const std::string& word) {
+  return std::find(words.begin(), words.end(), word) != words.end();
+}
+
+// The keys of pairs "key:value" that are none of the known ones.
+std::vector<std::string> problemsOfKeys(const std::string& text,
+                                        const std::vector<std::string>& known) {
+  std::istringstream pairs(text);
+  std::vector<std::string> problems;
+  for (std::string pair; std::getline(pairs, pair, ';');) {
+    pair.erase(0, pair.find_first_not_of(':'));
+    const std::string key = pair.substr(0, pair.find(':'));
+    if (key.empty() || contains(known, key)) continue;
+    problems.push_back("key '" + key + "' is unknown" + suggestion(key, known));
+  }
+  return problems;
+}
+
+}  // namespace
+
+std::vector<std::string> ValueRule::problemsOf(const std::string& value) const {
+  const std::string quoted = '\'' + value + '\'';
+  switch (kind) {
+    case Kind::any:
+      break;
+    case Kind::words:
+    case Kind::someWords: {
+      if (contains(words, value)) break;
+      const std::string meant = suggestion(value, words);
+      if (!meant.empty()) return {quoted + " is unknown" + meant};
+      if (kind == Kind::words) return {quoted + " is none of " + joined(words, ", ")};
+      break;
+    }
+    case Kind::keys:
+      return problemsOfKeys(value, words);
+    case Kind::pattern:
+      if (RegularExpression(pattern.c_str(), "X").matches(ChartString(value.c_str()).xc_str())) {
+        break;
+      }
+      return {quoted + " is not " + withinSentence(documentation)};
+  }
+  return {};
+}
+
+CommandSchema::CommandSchema() {
+  const std::string path =
+      PathFactory::getPathInstance(3)->getFolder() + "grafo-template-commands.xsd";
+  XercesDOMParser parser;
+  parser.setDoNamespaces(true);
+  try {
+    parser.parse(path.c_str());
+  } catch (const XMLException&) {
+    // Nor is there a document then.
+  }
+  const DOMDocument* document = parser.getErrorCount() == 0 ? parser.getDocument() : nullptr;
+  if (!document || !document->getDocumentElement()) throw Failure(path + ": can't be read");
+  elements_ = SchemaReader(*document->getDocumentElement()).elements();
+}
+
+const SchemaElement* CommandSchema::find(const std::string& name) const {
+  const auto found = elements_.find(name);
+  return found == elements_.end() ? nullptr : &found->second;
+}
+
+std::string CommandSchema::problemOfCommand(const std::string& name) const {
+  if (!sentenceOf(name).empty()) return {};
+  const SchemaElement* element = find(name);
+  if (element && element->isCommand) return "command '" + name + "' is not in this version";
+  std::vector<std::string> names;
+  for (const auto& [each, definition] : elements_) {
+    if (definition.isCommand) names.push_back(each);
+  }
+  return '\'' + name + "' is no command" + suggestion(name, names);
+}
+
+std::string sentenceOf(const std::string& command) {
+  const ChartString name(command.c_str());
+  for (const ChartTemplate::CommandInfo& each : ChartTemplate::getCommands()) {
+    if (name.equals(each.element)) return each.sentence;
+  }
+  return {};
+}
+
+std::string suggestion(const std::string& word, const std::vector<std::string>& names) {
+  // A third of the letters may differ: "lgo" means log, but "q" doesn't mean x.
+  std::size_t nearest = std::min<std::size_t>(word.size() / 3, 3) + 1;
+  const std::string* name = nullptr;
+  for (const std::string& each : names) {
+    const std::size_t letters = distance(lowered(word), lowered(each));
+    if (letters >= nearest) continue;
+    nearest = letters;
+    name = &each;
+  }
+  return name ? "; did you mean '" + *name + "'?" : std::string();
+}

@@ -1,0 +1,174 @@
+#include <iomanip>
+#include <sstream>
+
+#include "commandline.h"
+#include "commandschema.h"
+#include "files.h"
+#include "templates.h"
+
+const char explainHelp[] =
+    "usage: chartxml explain [--quiet] TEMPLATE...\n"
+    "\n"
+    "Writes what each command of a template asks for, with what the schema tells of its parts and\n"
+    "attributes, and behind that a line FILE:LINE:COLUMN: MESSAGE for everything that is passed "
+    "over\n"
+    "in silence when the template is applied: elements that are no commands, elements and "
+    "attributes\n"
+    "that a command doesn't read, and values that don't mean anything. For a misspelt word the "
+    "right\n"
+    "one is suggested. Places are where tags start.\n"
+    "\n"
+    "  -q, --quiet  write only what is passed over\n"
+    "  -h, --help   show this\n"
+    "\n"
+    "Examples:\n"
+    "  chartxml explain house.xml | less\n"
+    "  chartxml explain --quiet templates/*.xml && echo fine\n"
+    "  vim -q <(chartxml explain --quiet house.xml)\n";
+
+namespace {
+
+// "a; b" in quotes, as `info` writes values.
+std::string quoted(const std::string& text) {
+  return '"' + escaped(text, "\"\\") + '"';
+}
+
+// Goes through one template. Each node is told before what lies in it.
+class Explanation {
+ public:
+  Explanation(const CommandSchema& schema, const Template& source)
+      : schema_(schema), file_(source.file) {
+    for (const TemplateNode& node : source.root.children) {
+      if (node.isText()) {
+        const std::size_t start = node.text.find_first_not_of(" \n\t");
+        const std::size_t end = node.text.find_last_not_of(" \n\t") + 1;
+        addLine(node, 0, quoted(node.text.substr(start, end - start)), passedOver);
+        addProblem(node, "text between commands means nothing");
+      } else {
+        addCommand(node);
+      }
+    }
+  }
+
+  std::string listing() const { return listing_.str(); }
+  const std::string& problems() const { return problems_; }
+  std::size_t count() const { return count_; }
+
+ private:
+  static constexpr const char* passedOver = "passed over";
+
+  void addLine(const TemplateNode& node, std::size_t depth, const std::string& what,
+               const std::string& meaning) {
+    listing_ << std::setw(5) << node.line << std::string(2 + 2 * depth, ' ') << what;
+    if (!meaning.empty()) listing_ << ": " << meaning;
+    listing_ << '\n';
+  }
+
+  void addProblem(const TemplateNode& node, const std::string& message) {
+    problems_ += placed(node, file_, message) + '\n';
+    ++count_;
+  }
+
+  void addCommand(const TemplateNode& node) {
+    const std::string problem = schema_.problemOfCommand(node.name);
+    if (!problem.empty()) addProblem(node, problem);
+    const SchemaElement* element = schema_.find(node.name);
+    if (!element || !element->isCommand) {
+      addLine(node, 0, node.name, passedOver);
+      return;
+    }
+    const std::string sentence = problem.empty() ? sentenceOf(node.name) : element->documentation;
+    addLine(node, 0, node.name, (problem.empty() ? "" : "passed over. ") + sentence);
+    addContent(node, *element, {}, 1);
+  }
+
+  // `names` are those of a parameter.
+  void addContent(const TemplateNode& node, const SchemaElement& element, const ValueRule& names,
+                  std::size_t depth) {
+    for (const auto& [name, value] : node.attributes) {
+      addAttribute(node, element, names, depth, name, value);
+    }
+    for (const TemplateNode& child : node.children) {
+      if (child.isText()) {
+        addLine(child, depth, quoted(child.text), {});
+      } else {
+        addChild(node, child, element, depth);
+      }
+    }
+  }
+
+  void addChild(const TemplateNode& parent, const TemplateNode& node, const SchemaElement& element,
+                std::size_t depth) {
+    const auto found = element.children.find(node.name);
+    const SchemaElement* definition = schema_.find(node.name);
+    if (found == element.children.end() || !definition) {
+      addLine(node, depth, node.name, passedOver);
+      addProblem(node, "element '" + node.name + "' is not read in '" + parent.name + "'" +
+                           suggestion(node.name, namesOf(element.children)));
+      return;
+    }
+    const SchemaChild& child = found->second;
+    const bool isTaken = child.taken.empty() || &node == oneOf(parent, node.name, child.taken);
+    if (!isTaken) {
+      addProblem(node, "of several '" + node.name + "' in '" + parent.name + "' only the " +
+                           child.taken + " one is read");
+    }
+    addLine(node, depth, node.name, (isTaken ? "" : "passed over. ") + child.documentation);
+    addContent(node, *definition, child.names, depth + 1);
+  }
+
+  // The first or the last child of a name.
+  static const TemplateNode* oneOf(const TemplateNode& parent, const std::string& name,
+                                   const std::string& place) {
+    const TemplateNode* result = nullptr;
+    for (const TemplateNode& child : parent.children) {
+      if (child.name == name && !(result && place == "first")) result = &child;
+    }
+    return result;
+  }
+
+  void addAttribute(const TemplateNode& node, const SchemaElement& element, const ValueRule& names,
+                    std::size_t depth, const std::string& name, const std::string& value) {
+    const std::string pair = name + '=' + quoted(value);
+    const auto found = element.attributes.find(name);
+    if (found == element.attributes.end()) {
+      addLine(node, depth, pair, element.readsAllAttributes ? "" : passedOver);
+      if (element.readsAllAttributes) return;
+      addProblem(node, "attribute '" + name + "' is not read in '" + node.name + "'" +
+                           suggestion(name, namesOf(element.attributes)));
+      return;
+    }
+    const SchemaAttribute& attribute = found->second;
+    const bool isParameterName = names.kind != ValueRule::Kind::any && name == "name";
+    const auto problems = (isParameterName ? names : attribute.rule).problemsOf(value);
+    addLine(node, depth, pair, (problems.empty() ? "" : "passed over. ") + attribute.documentation);
+    for (const std::string& problem : problems) {
+      addProblem(node, "attribute '" + name + "' of '" + node.name + "': " + problem);
+    }
+  }
+
+  const CommandSchema& schema_;
+  const std::string& file_;
+  std::ostringstream listing_;
+  std::string problems_;
+  std::size_t count_ = 0;
+};
+
+}  // namespace
+
+int runExplain(int argc, char** argv) {
+  bool isQuiet = false;
+  const auto files = readOptions(argc, argv, {{{"quiet", 'q', &isQuiet, nullptr}}});
+  const CommandSchema schema;
+  std::size_t count = 0;
+  const int result = forEachFile(files, [&](const std::string& name) {
+    const Template source = readTemplate(name);
+    const Explanation explanation(schema, source);
+    if (!isQuiet) writeOutput("template " + escaped(name) + '\n' + explanation.listing());
+    writeOutput(explanation.problems());
+    count += explanation.count();
+  });
+  if (count == 0) return result;
+  complain(std::to_string(count) + (count == 1 ? " problem" : " problems"));
+  return exitProblems;
+}
