@@ -5,7 +5,7 @@
 
 #include "chartbase.h"
 #include "dialect.h"
-#include "domwalk.h"
+#include "objectsbytag.h"
 #include "plxaesthetics.h"
 #include "plxaxis.h"
 #include "plxcoordinates.h"
@@ -32,20 +32,6 @@ namespace {
 template <class Base, class T>
 void append(std::vector<Base*>& all, const std::vector<T*>& some) {
   all.insert(all.end(), some.begin(), some.end());
-}
-
-// The objects of the elements of that tag at or below `root`, in document order; what has no object
-// of the class is skipped.
-template <class T>
-std::vector<T*> objectsByTag(const PlXBaseElement& root, const XMLCh* tag) {
-  std::vector<T*> objects;
-  walkElements(root.getImplementation(), [&](DOMElement* element) {
-    if (XMLString::equals(dialect::localName(element), tag)) {
-      if (auto* object = dynamic_cast<T*>(root.objectOf(element))) objects.push_back(object);
-    }
-    return true;
-  });
-  return objects;
 }
 
 // The coordinate that an element has for a role; null for roles that are none of x, y and z.

@@ -134,7 +134,8 @@ class CHARTXML_API BaseTemplate {
   // intervalGlyph and shadow are meant whole. Keys of a surface's style (an interval, a cell, the
   // box of a box plot, a legend, the page) differ: stroke is its outline there, and only there fill
   // counts. A child interpolation acts on the lines, areas and paths that the style paints. A child
-  // that is none of these is reported, and a value out of range dropped.
+  // that is none of these is reported, and a value out of range dropped. A null element does
+  // nothing.
   void importStyle(const xercesc::DOMElement* styleElement, PlXStyle& style);
   // The same for several styles, in one walk over the chart.
   void importStyle(const xercesc::DOMElement* styleElement, const std::vector<PlXStyle*>& styles);

@@ -429,7 +429,7 @@ void BaseTemplate::importStyle(const DOMElement* styleElement, PlXStyle& style) 
 }
 
 void BaseTemplate::importStyle(const DOMElement* styleElement, const Styles& styles) {
-  if (styles.empty()) return;
+  if (!styleElement || styles.empty()) return;
   const DOMElement& element = *styleElement;
   const Value value(element.getAttribute(PlXUni::_value));
   const bool hasStrokeOrFill = !value.stroke.empty() || !value.fill.empty();

@@ -12,8 +12,8 @@
 
 #include "chartbase.h"
 #include "commands.h"
-#include "dialect.h"
 #include "domwalk.h"
+#include "objectsbytag.h"
 #include "plxaesthetics.h"
 #include "plxaxis.h"
 #include "plxcoordinates.h"
@@ -32,19 +32,6 @@ using namespace xercesc;
 namespace {
 
 using Styles = std::vector<PlXStyle*>;
-
-// The objects of that class over the elements of that tag, in document order.
-template <class T>
-std::vector<T*> objectsByTag(const PlXVisualization& target, const XMLCh* tag) {
-  std::vector<T*> objects;
-  walkElements(target.getImplementation(), [&](DOMElement* element) {
-    if (XMLString::equals(dialect::localName(element), tag)) {
-      if (auto* object = dynamic_cast<T*>(target.objectOf(element))) objects.push_back(object);
-    }
-    return true;
-  });
-  return objects;
-}
 
 // The style of an object, made with an id of that base and linked when it has none.
 template <class T, class Holder>
