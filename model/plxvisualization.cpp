@@ -15,11 +15,9 @@ PlXVisualization::PlXVisualization(DOMElement* root)
 PlXVisualization::~PlXVisualization() = default;
 
 std::string PlXVisualization::AsUTF8() const {
-  std::string text;
   const DOMElement* root = getImplementation();
-  if (!root) return text;
+  if (!root) return {};
   const DOMDocument* document = root->getOwnerDocument();
-  writeXml(root == document->getDocumentElement() ? static_cast<const DOMNode&>(*document) : *root,
-           text);
-  return text;
+  const bool isWhole = root == document->getDocumentElement();
+  return xmlText(isWhole ? static_cast<const DOMNode&>(*document) : *root);
 }

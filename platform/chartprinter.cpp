@@ -7,10 +7,7 @@
 using namespace xercesc;
 
 void DOMPrinter::Print(const DOMNode* node, std::ostream& out, bool whiteSpace) {
-  if (!node) return;
-  std::string text;
-  writeXml(*node, text, whiteSpace);
-  out << text;
+  if (node) out << xmlText(*node, whiteSpace);
 }
 
 void ChartPrinter::Print(const DOMDocument* document, std::ostream& out) {

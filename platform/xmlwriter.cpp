@@ -1,10 +1,13 @@
 #include "xmlwriter.h"
 
 #include <algorithm>
+#include <array>
 #include <string_view>
+#include <vector>
 
 #include <xercesc/util/XMLString.hpp>
 
+#include "textbuffer.h"
 #include "utf.h"
 
 using namespace xercesc;
@@ -13,9 +16,36 @@ namespace {
 
 constexpr std::string_view replacement = "\xEF\xBF\xBD";
 
+// What a character means where it stands.
+enum class Place { Text, Attribute, Raw };
+
+// Whether a unit stands for itself there, as one byte.
+constexpr bool isPlain(char16_t unit, Place place) {
+  if (unit >= 0x7F || unit < 0x20) return unit == u'\n' && place != Place::Attribute;
+  return place == Place::Raw || (unit != u'<' && unit != u'>' && unit != u'&' && unit != u'"');
+}
+
+constexpr std::size_t asciiSize = 0x80;
+using PlainTable = std::array<bool, asciiSize>;
+
+constexpr PlainTable plainTable(Place place) {
+  PlainTable table{};
+  for (char16_t unit = 0; unit < asciiSize; ++unit) table[unit] = isPlain(unit, place);
+  return table;
+}
+
+// By Place.
+constexpr PlainTable plainTables[] = {plainTable(Place::Text), plainTable(Place::Attribute),
+                                      plainTable(Place::Raw)};
+
+// What takes more than one byte and nothing else.
+bool isWide(char16_t unit) {
+  return unit >= 0xA0 && unit != 0x2028 && unit < 0xFFFE;
+}
+
 class Writer {
  public:
-  Writer(std::string& out, bool whiteSpace) : out_(out), whiteSpace_(whiteSpace) {}
+  Writer(TextBuffer& out, bool whiteSpace) : out_(out), whiteSpace_(whiteSpace) {}
 
   void write(const DOMNode& top) {
     const DOMDocument* document = top.getNodeType() == DOMNode::DOCUMENT_NODE
@@ -26,12 +56,17 @@ class Writer {
 
     const DOMNode* node = &top;
     while (node) {
-      const DOMNode* next = open(*node) ? node->getFirstChild() : nullptr;
+      const DOMNode* next = nullptr;
+      if (open(*node)) {
+        parents_.push_back(node);
+        next = node->getFirstChild();
+      }
       while (!next) {
         if (node == &top) return;
         next = node->getNextSibling();
         if (!next) {
-          node = node->getParentNode();
+          node = parents_.back();
+          parents_.pop_back();
           close(*node);
         }
       }
@@ -40,9 +75,6 @@ class Writer {
   }
 
  private:
-  // What a character means where it stands.
-  enum class Place { Text, Attribute, Raw };
-
   // Writes what comes before a node's children; true when close() is to follow them.
   bool open(const DOMNode& node) {
     switch (node.getNodeType()) {
@@ -59,9 +91,9 @@ class Writer {
         return false;
       case DOMNode::ENTITY_REFERENCE_NODE:
         if (!keepsEntities_) return node.hasChildNodes();
-        out_ += '&';
+        out_.append('&');
         write(node.getNodeName(), Place::Raw);
-        out_ += ';';
+        out_.append(';');
         return false;
       case DOMNode::PROCESSING_INSTRUCTION_NODE:
         startLine(node);
@@ -69,9 +101,9 @@ class Writer {
         return false;
       case DOMNode::COMMENT_NODE:
         startLine(node);
-        out_ += "<!--";
+        out_.append("<!--");
         write(node.getNodeValue(), Place::Raw);
-        out_ += "-->";
+        out_.append("-->");
         return false;
       case DOMNode::DOCUMENT_TYPE_NODE:
         startLine(node);
@@ -89,21 +121,21 @@ class Writer {
     if (node.getNodeType() != DOMNode::ELEMENT_NODE) return;
     --depth_;
     if (whiteSpace_ && !holdsText(node)) newLine();
-    out_ += "</";
+    out_.append("</");
     write(node.getNodeName(), Place::Raw);
-    out_ += '>';
+    out_.append('>');
   }
 
   bool openElement(const DOMElement& element) {
     startLine(element);
-    out_ += '<';
+    out_.append('<');
     write(element.getNodeName(), Place::Raw);
     writeAttributes(*element.getAttributes());
     if (!element.hasChildNodes()) {
-      out_ += "/>";
+      out_.append("/>");
       return false;
     }
-    out_ += '>';
+    out_.append('>');
     ++depth_;
     return true;
   }
@@ -119,63 +151,71 @@ class Writer {
   }
 
   void writeAttribute(const DOMNode& attribute) {
-    out_ += ' ';
+    out_.append(' ');
     write(attribute.getNodeName(), Place::Raw);
-    out_ += "=\"";
-    write(attribute.getNodeValue(), Place::Attribute);
-    out_ += '"';
+    out_.append("=\"");
+    write(valueOf(attribute), Place::Attribute);
+    out_.append('"');
+  }
+
+  // As getNodeValue() answers, which takes far longer for the usual case.
+  static const XMLCh* valueOf(const DOMNode& attribute) {
+    const DOMNode* text = attribute.getFirstChild();
+    const bool isUsual =
+        text && text->getNodeType() == DOMNode::TEXT_NODE && !text->getNextSibling();
+    return isUsual ? text->getNodeValue() : attribute.getNodeValue();
   }
 
   void writeDeclaration(const DOMDocument& document) {
-    out_ += isXml11_ ? "<?xml version=\"1.1\"" : "<?xml version=\"1.0\"";
-    out_ += " encoding=\"UTF-8\"";
-    if (document.getXmlStandalone()) out_ += " standalone=\"yes\"";
-    out_ += "?>";
+    out_.append(isXml11_ ? "<?xml version=\"1.1\"" : "<?xml version=\"1.0\"");
+    out_.append(" encoding=\"UTF-8\"");
+    if (document.getXmlStandalone()) out_.append(" standalone=\"yes\"");
+    out_.append("?>");
   }
 
   void writeDoctype(const DOMDocumentType& doctype) {
-    out_ += "<!DOCTYPE ";
+    out_.append("<!DOCTYPE ");
     write(doctype.getName(), Place::Raw);
     // The parser gives an empty public identifier where there is none.
     if (const XMLCh* publicId = doctype.getPublicId(); publicId && *publicId) {
-      out_ += " PUBLIC ";
+      out_.append(" PUBLIC ");
       writeQuoted(publicId);
     } else if (doctype.getSystemId()) {
-      out_ += " SYSTEM";
+      out_.append(" SYSTEM");
     }
     if (const XMLCh* systemId = doctype.getSystemId()) {
-      out_ += ' ';
+      out_.append(' ');
       writeQuoted(systemId);
     }
     if (const XMLCh* subset = doctype.getInternalSubset(); subset && *subset) {
-      out_ += " [";
+      out_.append(" [");
       write(subset, Place::Raw);
-      out_ += ']';
+      out_.append(']');
     }
-    out_ += '>';
+    out_.append('>');
   }
 
   // Identifiers have no escapes: one holds at most one of the two kinds of quotes.
   void writeQuoted(const XMLCh* text) {
     const char quote = XMLString::indexOf(text, u'"') < 0 ? '"' : '\'';
-    out_ += quote;
+    out_.append(quote);
     write(text, Place::Raw);
-    out_ += quote;
+    out_.append(quote);
   }
 
   void writeInstruction(const DOMNode& node) {
-    out_ += "<?";
+    out_.append("<?");
     write(node.getNodeName(), Place::Raw);
     if (const XMLCh* data = node.getNodeValue(); data && *data) {
-      out_ += ' ';
+      out_.append(' ');
       write(data, Place::Raw);
     }
-    out_ += "?>";
+    out_.append("?>");
   }
 
   // A section can hold neither its own end nor a carriage return: it is closed around them.
   void writeCData(const XMLCh* value) {
-    out_ += "<![CDATA[";
+    out_.append("<![CDATA[");
     for (std::u16string_view rest(value); !rest.empty();) {
       const std::size_t end = std::min(rest.find(u"]]>"), rest.find(u'\r'));
       if (end == rest.npos) {
@@ -184,10 +224,10 @@ class Writer {
       }
       const bool isReturn = rest[end] == u'\r';
       write(rest.substr(0, isReturn ? end : end + 2), Place::Raw);
-      out_ += isReturn ? "]]>&#xD;<![CDATA[" : "]]><![CDATA[";
+      out_.append(isReturn ? "]]>&#xD;<![CDATA[" : "]]><![CDATA[");
       rest.remove_prefix(isReturn ? end + 1 : end + 2);
     }
-    out_ += "]]>";
+    out_.append("]]>");
   }
 
   static bool holdsText(const DOMNode& element) {
@@ -207,7 +247,10 @@ class Writer {
     if (parent && !holdsText(*parent)) newLine();
   }
 
-  void newLine() { out_.append(1, '\n').append(2 * depth_, ' '); }
+  void newLine() {
+    out_.append('\n');
+    for (std::size_t i = 0; i < depth_; ++i) out_.append("  ");
+  }
 
   void write(const XMLCh* text, Place place) {
     if (text) write(std::u16string_view(text), place);
@@ -215,46 +258,33 @@ class Writer {
 
   void write(std::u16string_view text, Place place) {
     // Runs of plain ASCII, which are nearly everything, are copied without a look-up each.
-    const std::size_t start = out_.size();
-    out_.resize(start + text.size());
-    char* next = out_.data() + start;
-    std::size_t i = 0;
-    while (i < text.size() && isPlain(text[i], place)) *next++ = static_cast<char>(text[i++]);
-    out_.resize(start + i);
-    if (i < text.size()) writeSpecial(text.substr(i), place);
-  }
-
-  static bool isPlain(char16_t unit, Place place) {
-    if (unit >= 0x7F || unit < 0x20) return unit == u'\n' && place != Place::Attribute;
-    return place == Place::Raw || (unit != u'<' && unit != u'>' && unit != u'&' && unit != u'"');
-  }
-
-  void writeSpecial(std::u16string_view text, Place place) {
-    for (std::size_t i = 0; i < text.size();) {
-      const char16_t unit = text[i];
-      if (isPlain(unit, place)) {
-        out_ += static_cast<char>(unit);
-        ++i;
-      } else if (unit < 0xA0 || unit == 0x2028) {
-        writeControl(unit, place);
-        ++i;
-      } else {
-        const std::size_t end = endOfWide(text, i);
-        if (unit == 0xFFFE || unit == 0xFFFF) {
-          out_ += replacement;
-        } else {
-          utf::appendUtf8(out_, text.substr(i, end - i));
-        }
-        i = end;
+    constexpr std::size_t longestRun = 4096;
+    const PlainTable& isPlain = plainTables[static_cast<int>(place)];
+    while (!text.empty()) {
+      const std::size_t most = std::min(text.size(), longestRun);
+      char* next = out_.room(most);
+      std::size_t size = 0;
+      while (size < most && text[size] < asciiSize && isPlain[text[size]]) {
+        next[size] = static_cast<char>(text[size]);
+        ++size;
       }
+      out_.commit(size);
+      if (size < most) size += writeSpecial(text.substr(size), place);
+      text.remove_prefix(size);
     }
   }
 
-  // Behind the character at `i`, which is one unit or a surrogate pair.
-  static std::size_t endOfWide(std::u16string_view text, std::size_t i) {
-    const bool isPair = text[i] >= 0xD800 && text[i] <= 0xDBFF && i + 1 < text.size() &&
-                        text[i + 1] >= 0xDC00 && text[i + 1] <= 0xDFFF;
-    return i + (isPair ? 2 : 1);
+  // Writes the first character, or more of its kind; answers how many units.
+  std::size_t writeSpecial(std::u16string_view text, Place place) {
+    const auto end = std::find_if_not(text.begin(), text.end(), isWide);
+    if (const std::size_t size = end - text.begin(); size > 0) {
+      wide_.clear();
+      utf::appendUtf8(wide_, text.substr(0, size));
+      out_.append(wide_);
+      return size;
+    }
+    text[0] >= 0xFFFE ? out_.append(replacement) : writeControl(text[0], place);
+    return 1;
   }
 
   // Markup, the controls of both ASCII and Latin-1, and the line ends that XML 1.1 adds.
@@ -262,37 +292,54 @@ class Writer {
     const bool isLineEnd = isXml11_ && (unit == 0x85 || unit == 0x2028);
     const bool isBlank = unit == u'\t' || unit == u'\n' || unit == u'\r';
     if (place != Place::Raw && (unit == u'<' || unit == u'>' || unit == u'&' || unit == u'"')) {
-      out_ += unit == u'<' ? "&lt;" : unit == u'>' ? "&gt;" : unit == u'&' ? "&amp;" : "&quot;";
+      out_.append(unit == u'<'   ? "&lt;"
+                  : unit == u'>' ? "&gt;"
+                  : unit == u'&' ? "&amp;"
+                                 : "&quot;");
     } else if (place == Place::Raw || (unit == u'\t' && place == Place::Text)) {
       const bool isLost = unit < 0x20 && !isBlank;
-      isLost ? void(out_ += replacement) : utf::appendUtf8(out_, {&unit, 1});
+      isLost ? out_.append(replacement) : writeUnit(unit);
     } else if (isBlank || isLineEnd || (isXml11_ && unit != 0 && unit < 0xA0)) {
       writeReference(unit);
     } else if (unit < 0x20) {
-      out_ += replacement;
+      out_.append(replacement);
     } else {
-      utf::appendUtf8(out_, {&unit, 1});
+      writeUnit(unit);
     }
+  }
+
+  void writeUnit(char16_t unit) {
+    wide_.clear();
+    utf::appendUtf8(wide_, {&unit, 1});
+    out_.append(wide_);
   }
 
   void writeReference(char16_t unit) {
     constexpr char digits[] = "0123456789ABCDEF";
-    out_ += "&#x";
+    out_.append("&#x");
     for (int shift = 12; shift >= 0; shift -= 4) {
-      if (unit >> shift || shift == 0) out_ += digits[(unit >> shift) & 0xF];
+      if (unit >> shift || shift == 0) out_.append(digits[(unit >> shift) & 0xF]);
     }
-    out_ += ';';
+    out_.append(';');
   }
 
-  std::string& out_;
+  TextBuffer& out_;
   const bool whiteSpace_;
   bool isXml11_ = false;
   bool keepsEntities_ = false;
+  std::vector<const DOMNode*> parents_;  // asking a node for its parent takes longer
   std::size_t depth_ = 0;
+  std::string wide_;  // scratch
 };
 
 }  // namespace
 
-void writeXml(const DOMNode& node, std::string& out, bool whiteSpace) {
+void writeXml(const DOMNode& node, TextBuffer& out, bool whiteSpace) {
   Writer(out, whiteSpace).write(node);
+}
+
+std::string xmlText(const DOMNode& node, bool whiteSpace) {
+  TextBuffer out;
+  writeXml(node, out, whiteSpace);
+  return out.take();
 }

@@ -1,4 +1,4 @@
-// The writer behind the printers: a DOM tree as UTF-8 in a string.
+// The writer behind the printers: a DOM tree as UTF-8.
 #ifndef CHARTXML_XMLWRITER_H
 #define CHARTXML_XMLWRITER_H
 
@@ -6,7 +6,11 @@
 
 #include <xercesc/dom/DOM.hpp>
 
-// Appends the text of a node, as DOMPrinter tells. A tree of any depth costs no stack.
-void writeXml(const xercesc::DOMNode& node, std::string& out, bool whiteSpace = false);
+class TextBuffer;
+
+// The text of a node, as DOMPrinter tells. A tree of any depth costs no stack.
+std::string xmlText(const xercesc::DOMNode& node, bool whiteSpace = false);
+// Appends it.
+void writeXml(const xercesc::DOMNode& node, TextBuffer& out, bool whiteSpace = false);
 
 #endif

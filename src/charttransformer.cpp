@@ -13,6 +13,7 @@
 #include "plxsources.h"
 #include "plxuni.h"
 #include "tavogotocaller.h"
+#include "textbuffer.h"
 #include "xmlwriter.h"
 #include "zlib1211tavo.h"
 
@@ -50,14 +51,13 @@ void keepPrefixes(const DOMElement& chartRoot, DOMElement& dataRoot) {
 // The text of an element less its end: what is appended next becomes its content. `document` holds
 // nothing but the empty element and what comes before it.
 std::string openText(const DOMDocument& document) {
-  std::string text;
-  writeXml(document, text);
+  std::string text = xmlText(document);
   text.replace(text.size() - std::string_view("/>").size(), std::string::npos, ">");
   return text;
 }
 
-void closeText(std::string& text, const DOMDocument& document) {
-  text += "</" + ChartString(document.getDocumentElement()->getNodeName()).toUTF8() + '>';
+std::string closeText(const DOMDocument& document) {
+  return "</" + ChartString(document.getDocumentElement()->getNodeName()).toUTF8() + '>';
 }
 
 // The children of the data's root by id; the first of several counts.
@@ -77,11 +77,11 @@ bool isPlaceholder(const DOMNode& node) {
 
 // The comments and instructions that stand before or behind a root.
 std::string miscText(const DOMNode* first, const DOMNode* end) {
-  std::string text;
+  TextBuffer text;
   for (const DOMNode* node = first; node && node != end; node = node->getNextSibling()) {
     if (node->getNodeType() != DOMNode::DOCUMENT_TYPE_NODE) writeXml(*node, text);
   }
-  return text;
+  return text.take();
 }
 
 // The chart's text with the data's sources in the place of their placeholders. Everything is
@@ -92,9 +92,11 @@ std::string mergedText(const DOMElement& chartRoot, const DOMElement& dataRoot,
   ChartBase::mergeAttributes(&chartRoot, frame->getDocumentElement());
   const auto sources = sourcesById(dataRoot);
 
-  std::string text = openText(*frame);
+  std::string start = openText(*frame);
   const DOMDocument* chart = chartRoot.getOwnerDocument();
-  text.insert(text.find("?>") + 2, miscText(chart->getFirstChild(), &chartRoot));
+  start.insert(start.find("?>") + 2, miscText(chart->getFirstChild(), &chartRoot));
+  TextBuffer text;
+  text.append(start);
   for (DOMNode* child = chartRoot.getFirstChild(); child; child = child->getNextSibling()) {
     if (!isPlaceholder(*child)) {
       writeXml(*child, text);
@@ -103,8 +105,9 @@ std::string mergedText(const DOMElement& chartRoot, const DOMElement& dataRoot,
     const auto source = sources.find(static_cast<DOMElement*>(child)->getAttribute(PlXUni::_id));
     if (source != sources.end()) writeXml(*source->second, text);
   }
-  closeText(text, *frame);
-  return text + miscText(chartRoot.getNextSibling(), nullptr);
+  text.append(closeText(*frame));
+  text.append(miscText(chartRoot.getNextSibling(), nullptr));
+  return text.take();
 }
 
 }  // namespace
@@ -157,13 +160,14 @@ void ChartTransformer::separateData() {
   }
   const OwnedDocument frame(createDataDocument(_utf8));
   keepPrefixes(*model_->getImplementation(), *frame->getDocumentElement());
-  std::string text = openText(*frame);
+  TextBuffer text;
+  text.append(openText(*frame));
   for (const DOMElement* source : sources) writeXml(*source, text);
-  closeText(text, *frame);
+  text.append(closeText(*frame));
 
   model_->removeEmbeddedSources();
   for (const ChartString& id : ids) model_->addUserSource(id.xc_str());
-  zlib1211tavo::compressString(text, compressedData_);
+  zlib1211tavo::compressString(text.take(), compressedData_);
   isDataPrinted_ = true;
 }
 
@@ -230,9 +234,7 @@ std::string ChartTransformer::getCompressedData() {
 std::string ChartTransformer::compressDocument(const DOMDocument* document) const {
   std::string result;
   try {
-    std::string text;
-    if (document) writeXml(*document, text);
-    zlib1211tavo::compressString(text, result);
+    zlib1211tavo::compressString(document ? xmlText(*document) : std::string(), result);
   } catch (const TavoGoToCaller&) {
     throw;
   } catch (...) {

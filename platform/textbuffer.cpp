@@ -1,0 +1,30 @@
+#include "textbuffer.h"
+
+namespace {
+
+constexpr std::size_t smallestBlock = 1 << 10;
+constexpr std::size_t largestBlock = 1 << 16;
+
+}  // namespace
+
+void TextBuffer::addBlock(std::size_t size) {
+  if (!blocks_.empty()) blocks_.back().used = next_ - blocks_.back().bytes.get();
+  const std::size_t usual = std::min(largestBlock, smallestBlock << blocks_.size());
+  const std::size_t capacity = std::max(size, usual);
+  blocks_.push_back({std::make_unique_for_overwrite<char[]>(capacity), 0});
+  next_ = blocks_.back().bytes.get();
+  end_ = next_ + capacity;
+}
+
+std::string TextBuffer::take() {
+  std::string text;
+  if (blocks_.empty()) return text;
+  blocks_.back().used = next_ - blocks_.back().bytes.get();
+  std::size_t size = 0;
+  for (const Block& block : blocks_) size += block.used;
+  text.reserve(size);
+  for (const Block& block : blocks_) text.append(block.bytes.get(), block.used);
+  blocks_.clear();
+  next_ = end_ = nullptr;
+  return text;
+}
