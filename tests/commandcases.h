@@ -37,11 +37,11 @@ class Fragment {
   mutable xercesc::XercesDOMParser parser_;
 };
 
-// A valid chart, by its body.
+// A valid chart, by its body or its whole text.
 class EditedChart {
  public:
-  explicit EditedChart(const std::string& body)
-      : chart_(rootOf(base_.parseDocument(chartText(body)))) {}
+  explicit EditedChart(const std::string& text)
+      : chart_(rootOf(base_.parseDocument(text.starts_with("<?xml") ? text : chartText(text)))) {}
 
   // Runs command elements, which no schema sees. Answers what the last of them does.
   bool apply(const std::string& commands, const EditedChart* source = nullptr) {
