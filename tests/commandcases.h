@@ -15,20 +15,38 @@
 #include "plxframes.h"
 #include "testsupport.h"
 
-// A valid chart, by its body.
+inline xercesc::DOMElement* rootOf(const xercesc::DOMDocument* document) {
+  xercesc::DOMElement* root = document ? document->getDocumentElement() : nullptr;
+  if (!root) throw std::runtime_error("a text of the test is not XML or no valid chart");
+  return root;
+}
+
+// Elements of a template that no schema sees.
+class Fragment {
+ public:
+  explicit Fragment(const std::string& elements) {
+    const std::string text = "<template>" + elements + "</template>";
+    parser_.parse(xercesc::MemBufInputSource(reinterpret_cast<const XMLByte*>(text.data()),
+                                             text.size(), "commands"));
+  }
+  // Around the elements.
+  xercesc::DOMElement* root() const { return rootOf(parser_.getDocument()); }
+  xercesc::DOMElement* first() const { return root()->getFirstElementChild(); }
+
+ private:
+  mutable xercesc::XercesDOMParser parser_;
+};
+
+// A valid chart, by its body or its whole text.
 class EditedChart {
  public:
-  explicit EditedChart(const std::string& body)
-      : chart_(root(base_.parseDocument(chartText(body)))) {}
+  explicit EditedChart(const std::string& text)
+      : chart_(rootOf(base_.parseDocument(text.starts_with("<?xml") ? text : chartText(text)))) {}
 
   // Runs command elements, which no schema sees. Answers what the last of them does.
   bool apply(const std::string& commands, const EditedChart* source = nullptr) {
-    const std::string text = "<template>" + commands + "</template>";
-    xercesc::XercesDOMParser parser;
-    parser.parse(xercesc::MemBufInputSource(reinterpret_cast<const XMLByte*>(text.data()),
-                                            text.size(), "commands"));
-    return ApplyTemplate().process(source ? &source->chart_ : nullptr, chart_,
-                                   root(parser.getDocument()));
+    const Fragment fragment(commands);
+    return ApplyTemplate().process(source ? &source->chart_ : nullptr, chart_, fragment.root());
   }
 
   PlXVisualization& chart() { return chart_; }
@@ -44,12 +62,6 @@ class EditedChart {
   }
 
  private:
-  static xercesc::DOMElement* root(const xercesc::DOMDocument* document) {
-    xercesc::DOMElement* root = document ? document->getDocumentElement() : nullptr;
-    if (!root) throw std::runtime_error("a text of the test is not XML or no valid chart");
-    return root;
-  }
-
   ChartBase base_;
   PlXVisualization chart_;
 };

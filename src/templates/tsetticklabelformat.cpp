@@ -1,7 +1,8 @@
 // setTickLabelFormat role categorical derived, with a child format, numberFormat, stringFormat,
 // dateTimeFormat or elapsedTimeFormat: replaces the format of the labels of the ticks that an axis
 // has; without a child the format goes. Of several kinds the first in this order counts, of several
-// of a kind the last. Any other child, and categorical labels without a stringFormat, are refused.
+// of a kind the last. Any other child node, a comment too, and categorical labels without a
+// stringFormat, are refused.
 #include <array>
 
 #include <xercesc/dom/DOM.hpp>
@@ -33,12 +34,11 @@ constexpr std::size_t stringKind = 2;
 // The child of each kind; false when there is another child.
 bool readChildren(const DOMElement& command,
                   std::array<const DOMElement*, kinds.size()>& children) {
-  for (const DOMElement* child = command.getFirstElementChild(); child;
-       child = child->getNextElementSibling()) {
+  for (const DOMNode* child = command.getFirstChild(); child; child = child->getNextSibling()) {
     std::size_t kind = 0;
     while (kind < kinds.size() && !templatexml::is(child->getNodeName(), kinds[kind].name)) ++kind;
     if (kind == kinds.size()) return false;
-    children[kind] = child;
+    children[kind] = static_cast<const DOMElement*>(child);
   }
   return true;
 }

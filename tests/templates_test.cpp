@@ -1,0 +1,282 @@
+// Templates from text to chart: what runs, what is reported, what stops; the queries of commands.
+#include <functional>
+#include <regex>
+#include <set>
+
+#include "chartexception.h"
+#include "charttemplate.h"
+#include "charttransformer.h"
+#include "commandcases.h"
+#include "commands.h"
+#include "dialect.h"
+#include "domwalk.h"
+#include "plxaesthetics.h"
+#include "plxdomains.h"
+#include "plxelements.h"
+#include "plxgraph.h"
+#include "plxstyle.h"
+#include "plxvariables.h"
+#include "tavogotocaller.h"
+
+using namespace xercesc;
+
+namespace {
+
+std::string templateText(const std::string& body) {
+  const std::string uri = CHARTXML_HOST "/software/analytics/tavo/xml/visualization";
+  return "<template xmlns='" + uri +
+         "' xmlns:xsi='http://www.w3.org/2001/XMLSchema-instance' xsi:schemaLocation='" + uri +
+         " " + uri + "/grafo-template-3.5.xsd'>" + body + "</template>";
+}
+
+std::string margin(const std::string& value, const std::string& role = "x") {
+  return "<setAxisMargin role='" + role + "' upperMargin='" + value + "'/>";
+}
+
+std::string dimensions(const std::string& first, const std::string& second = "<dimension/>") {
+  return "<graph><coordinates>" + first + second + "</coordinates></graph>";
+}
+
+// A log's entries without their dates and places, each in a line.
+std::string entries(const LogFolder& folder) {
+  const std::regex frame(
+      "(^|\n)[A-Z][a-z]{2} [^\n]{24} ([A-Z][A-Za-z ]+ -- )|, line \\d+, char \\d+");
+  return std::regex_replace(folder.log(), frame, "$1$2");
+}
+
+TEST(Template, RunsTheCommandsItKnowsInOrder) {
+  const ChartBase holder;
+  const std::string bogus = "<bogus a=\"1\"><b/>text</bogus>";
+  const std::string unsupported = "Error -- ChartXML: Unsupported Template element encountered (";
+  const std::string place = ") at file src/templates/applytemplate.cpp\n";
+  const std::tuple<std::string, std::string, std::string> cases[] = {
+      {"", "", ""},
+      {"text <!-- comment -->", "", ""},
+      {margin("1%") + margin("2%") + margin("3%"), " upperMargin='3%'", ""},
+      {bogus + margin("1%") + "<setaxismargin/>", " upperMargin='1%'",
+       unsupported + bogus + place + unsupported + "<setaxismargin/>" + place},
+      // A prefix makes it no command.
+      {"<t:setAxisMargin xmlns:t='urn:t' role='x' upperMargin='1%'/>", "",
+       unsupported + "<t:setAxisMargin role=\"x\" upperMargin=\"1%\" xmlns:t=\"urn:t\"/>" + place},
+      // Commands stand below the root alone.
+      {"<setAxisScale role='q'>" + margin("1%") + "</setAxisScale>", "", ""}};
+  for (const auto& [body, attributes, log] : cases) {
+    EditedChart chart(dimensions("<dimension/>"));
+    const LogFolder folder;
+    ChartTemplate commands(chart.chart(), nullptr);
+    commands.setTemplate(templateText(body));
+    EXPECT_EQ(&commands.applyTemplate(), &chart.chart());
+    EXPECT_EQ(chart.body(), dimensions("<dimension" + attributes + "/>")) << body;
+    EXPECT_EQ(entries(folder), log);
+  }
+}
+
+TEST(Template, HandsOnItsSource) {
+  EditedChart chart(dimensions("<dimension id='d'/>"));
+  EditedChart source(dimensions("<dimension id='d' upperMargin='9%'/>"));
+  ChartTemplate commands(chart.chart(), &source.chart());
+  commands.applyTemplate();
+  commands.setTemplate(templateText(margin("1%") + margin("1%", "y")));
+  commands.applyTemplate();
+  EXPECT_EQ(chart.body(), dimensions("<dimension id='d'/>", "<dimension upperMargin='1%'/>"));
+}
+
+TEST(Template, ReportsATextThatIsNone) {
+  ChartTransformer chart(chartText(dimensions("<dimension/>")));
+  const std::string before = chart.getEntireXML(nullptr);
+  for (const std::string& text :
+       {std::string("no XML"), std::string("<template><!-- grafo-template- --></template"),
+        templateText("<setTranspose>text</setTranspose>")}) {
+    const LogFolder folder;
+    EXPECT_TRUE(chart.applyTemplate(text));
+    EXPECT_EQ(chart.getEntireXML(nullptr), before);
+    const std::string log = entries(folder);
+    EXPECT_TRUE(log.ends_with("Error -- ChartXML: Failed to parse template " + text +
+                              " at file src/templates/charttemplate.cpp\n"))
+        << log;
+    EXPECT_NE(log.find("SAX Parser: "), log.npos);
+  }
+  EXPECT_TRUE(chart.applyTemplate(templateText("")));
+  EXPECT_EQ(chart.getEntireXML(nullptr), before);
+}
+
+// Raises what it is told when the attribute that it watches goes, once.
+class Mine : public DOMUserDataHandler {
+ public:
+  explicit Mine(std::function<void()> raise) : raise_(std::move(raise)) {}
+  void handle(DOMOperationType operation, const XMLCh*, void*, const DOMNode*, DOMNode*) override {
+    if (operation == NODE_DELETED && raise_) std::exchange(raise_, nullptr)();
+  }
+
+ private:
+  std::function<void()> raise_;
+};
+
+TEST(Template, GoesOnWhenACommandThrows) {
+  const ChartBase holder;
+  const std::function<void()> kinds[] = {[] { throw ChartException("failed", "file", 1); },
+                                         [] { throw DOMException(8); }, [] { throw 1; },
+                                         [] { throw TavoGoToCaller(); }};
+  for (const bool isWhole : {false, true}) {
+    for (const auto& kind : kinds) {
+      const bool stops = &kind == &kinds[3];
+      Mine mine(kind);
+      EditedChart chart(dimensions("<dimension><scale origin='1'/></dimension>"));
+      DOMElement* root = chart.chart().getImplementation();
+      auto* scale = static_cast<DOMElement*>(root->getElementsByTagName(u"scale")->item(0));
+      scale->getAttributeNode(u"origin")->setUserData(u"mine", &mine, &mine);
+      const std::string failing = "<setAxisScale role='x' method='log'/>";
+      const LogFolder folder;
+      if (!stops && !isWhole) {
+        EXPECT_FALSE(chart.apply(margin("1%", "y") + failing));
+      } else if (!stops) {
+        ChartTemplate commands(chart.chart(), nullptr);
+        commands.setTemplate(templateText(margin("2%", "y") + failing + margin("1%", "y")));
+        commands.applyTemplate();
+      } else if (!isWhole) {
+        EXPECT_THROW(chart.apply(margin("1%", "y") + failing + margin("2%", "y")), ChartException);
+      } else {
+        ChartTemplate commands(chart.chart(), nullptr);
+        commands.setTemplate(templateText(margin("1%", "y") + failing + margin("2%", "y")));
+        EXPECT_THROW(commands.applyTemplate(), ChartException);
+      }
+      // What was done stays.
+      EXPECT_EQ(chart.body(), dimensions("<dimension><scale method='log'/></dimension>",
+                                         "<dimension upperMargin='1%'/>"));
+      std::string log;
+      if (stops) {
+        log =
+            "Error -- ChartXML: Fatal Error occurred while applying template command: "
+            "<setAxisScale method=\"log\" role=\"x\"/> at file src/templates/applytemplate.cpp\n";
+      }
+      if (stops && isWhole) {
+        log +=
+            "Error -- ChartXML: Fatal Error occurred while applying template at file "
+            "src/templates/charttemplate.cpp\n";
+      }
+      EXPECT_EQ(entries(folder), log);
+    }
+  }
+}
+
+TEST(Template, AnswersForItsLastCommands) {
+  const ChartBase holder;
+  const std::pair<const char*, bool> cases[] = {{"", true},
+                                                {"<setAxisInterval/>", true},
+                                                {"<bogus/>", false},
+                                                {"<bogus/><setAxisInterval/>", false},
+                                                {"<bogus/><setAxisScale/>", true},
+                                                {"<setAxisScale/><bogus/>", false}};
+  EditedChart chart("");
+  for (const auto& [commands, answer] : cases) EXPECT_EQ(chart.apply(commands), answer) << commands;
+  EXPECT_FALSE(ApplyTemplate().process(nullptr, chart.chart(), nullptr));
+}
+
+TEST(TemplateDumps, AreNumberedByRuns) {
+  ChartTransformer chart(chartText(dimensions("<dimension/>")));
+  const std::string text = templateText(margin("1%"));
+  const auto dumped = [&](const char* options, int runs) {
+    const LogFolder folder(options);
+    std::string names;
+    for (int i = 0; i < runs; ++i) chart.applyTemplate(text);
+    for (const std::string& name : folder.files()) {
+      names += name + " ";
+      const std::string content = readFile(folder.file(name.substr(1)));
+      EXPECT_EQ(content, name.ends_with(".sgt") ? text : chart.getEntireXML(nullptr));
+    }
+    return names;
+  };
+  // The counter is the process's; only the dump of the chart afterwards moves it.
+  const std::string first = dumped("0000001", 1);
+  std::smatch match;
+  ASSERT_TRUE(std::regex_match(first, match, std::regex("\\\\Xml_after_template_(\\d+)\\.xml ")));
+  const auto name = [&](const char* prefix, int step, const char* suffix) {
+    const std::string number = std::to_string(std::stoi(match[1]) + step);
+    return std::string("\\") + prefix + (number.size() < 2 ? "0" : "") + number + suffix + " ";
+  };
+  EXPECT_EQ(dumped("000001", 2), name("Xml_before_template_", 1, ".xml"));
+  EXPECT_EQ(dumped("000011", 1),
+            name("Template_", 1, ".sgt") + name("Xml_before_template_", 1, ".xml"));
+  // The template goes with the chart before it.
+  EXPECT_EQ(dumped("00001", 1), "");
+  EXPECT_EQ(dumped("0000101", 2),
+            name("Xml_after_template_", 1, ".xml") + name("Xml_after_template_", 2, ".xml"));
+  EXPECT_EQ(dumped("0000111", 1), name("Template_", 3, ".sgt") +
+                                      name("Xml_after_template_", 3, ".xml") +
+                                      name("Xml_before_template_", 3, ".xml"));
+}
+
+TEST(AddPopups, IsForChartsWithoutThem) {
+  const LogFolder folder("0000000001");
+  ChartTransformer without(chartText("<graph/>"));
+  ChartTransformer with(chartText("<graph/><popup/>"));
+  const std::string before = with.getEntireXML(nullptr);
+  EXPECT_FALSE(with.addPopups());
+  EXPECT_EQ(with.getEntireXML(nullptr), before);
+  EXPECT_EQ(folder.files(), std::vector<std::string>());
+  EXPECT_TRUE(without.addPopups());
+  std::vector<std::string> files = folder.files();
+  std::erase(files, "\\chartxml_error.log");
+  ASSERT_EQ(files.size(), 1u);
+  EXPECT_TRUE(std::regex_match(files[0], std::regex("\\\\xml_with_popups\\d+\\.xml")));
+  EXPECT_EQ(readFile(folder.file(files[0].substr(1))), without.getEntireXML(nullptr));
+  ChartTransformer none("no chart");
+  EXPECT_FALSE(none.addPopups());
+  EXPECT_FALSE(none.applyTemplate(templateText("")));
+}
+
+// Valid, with identifiers of one element each and links that lead somewhere.
+void expectSound(const std::string& text, const std::string& name) {
+  EXPECT_TRUE(ChartBase::ValidXML(text)) << name;
+  EditedChart chart(text);
+  std::set<std::string> ids;
+  walkElements(chart.chart().getImplementation(), [&](const DOMElement* element) {
+    const std::string id = ChartString(element->getAttribute(u"id")).toUTF8();
+    EXPECT_TRUE(id.empty() || ids.insert(id).second) << name << " has two " << id;
+    const dialect::Element* row = dialect::find(element);
+    const DOMNamedNodeMap* attributes = element->getAttributes();
+    for (XMLSize_t i = 0; row && i < attributes->getLength(); ++i) {
+      const DOMNode* each = attributes->item(i);
+      if (!dialect::isLink(*row, each->getNodeName())) continue;
+      EXPECT_TRUE(chart.chart().doesIdExist(each->getNodeValue()))
+          << name << " misses " << ChartString(each->getNodeValue()).toUTF8();
+    }
+    return true;
+  });
+}
+
+TEST(EveryCommand, DoesNoHarm) {
+  const ChartBase holder;
+  std::vector<std::string> texts{chartText("")};
+  for (const std::string& file : exampleFiles()) texts.push_back(readFile(file));
+  for (const std::string& text : texts) {
+    EditedChart chart(text);
+    for (const Command& command : commands()) {
+      const std::string before = chart.chart().AsUTF8();
+      EXPECT_NO_THROW(command.make(nullptr, chart.chart(), nullptr)->ProcessCommand());
+      EXPECT_EQ(chart.chart().AsUTF8(), before) << command.sentence;
+      const std::string name = ChartString(command.element).toUTF8();
+      for (const char* attributes : {"", " role='x'", " role='y2' graph='7'"}) {
+        const Fragment fragment("<" + name + attributes + "/>");
+        EXPECT_NO_THROW(command.make(nullptr, chart.chart(), fragment.first())->ProcessCommand());
+      }
+    }
+    expectSound(chart.chart().AsUTF8(), text.substr(0, 200));
+  }
+}
+
+TEST(HouseStyle, FitsEveryExample) {
+  const ChartBase holder;
+  const std::string style = readFile(CHARTXML_EXAMPLES "/templates/house-style.xml");
+  for (const std::string& file : exampleFiles()) {
+    ChartTransformer chart(readFile(file));
+    const std::string before = chart.getEntireXML(nullptr);
+    EXPECT_TRUE(chart.applyTemplate(style)) << file;
+    // Most commands pass over graphs in containers.
+    const bool isReached = !EditedChart(before).chart().getGraphs().empty();
+    EXPECT_TRUE(!isReached || chart.getEntireXML(nullptr) != before) << file;
+    expectSound(chart.getEntireXML(nullptr), file);
+  }
+}
+
+}  // namespace
