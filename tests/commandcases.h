@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <span>
+#include <sstream>
 #include <stdexcept>
 
 #include <xercesc/dom/DOM.hpp>
@@ -65,6 +66,32 @@ class EditedChart {
   ChartBase base_;
   PlXVisualization chart_;
 };
+
+// A table as text: a row a line, its parts between " | ". A line that begins with a blank goes on
+// with the one above, behind a blank unless that is between two tags; empty lines are no rows.
+inline std::vector<std::vector<std::string>> rowsOf(const std::string& table) {
+  std::vector<std::string> lines;
+  std::istringstream stream(table);
+  for (std::string line; std::getline(stream, line);) {
+    if (line.empty()) continue;
+    if (line[0] != ' ') {
+      lines.push_back(line);
+    } else {
+      const std::string rest = line.substr(line.find_first_not_of(' '));
+      lines.back() += (lines.back().ends_with('>') && rest[0] == '<' ? "" : " ") + rest;
+    }
+  }
+  std::vector<std::vector<std::string>> rows;
+  for (const std::string& line : lines) {
+    std::vector<std::string>& row = rows.emplace_back();
+    std::size_t start = 0;
+    for (std::size_t bar; (bar = line.find(" | ", start)) != line.npos; start = bar + 3) {
+      row.push_back(line.substr(start, bar - start));
+    }
+    row.push_back(line.substr(start));
+  }
+  return rows;
+}
 
 struct CommandCase {
   const char* chart;

@@ -1,4 +1,6 @@
 // The commands of axes and ticks: which of them they reach, and what they set.
+#include <regex>
+
 #include "commandcases.h"
 
 using namespace xercesc;
@@ -211,243 +213,205 @@ TEST(AxisCommands, AnswerWhatTheyFound) {
   }
 }
 
-struct AxisCase {
-  std::string before;
-  std::string commands;
-  std::string after;
-  // The body of the source chart; empty for none.
-  std::string source = "";
-};
+// Short forms of the tables below. Braces are around the only axis, brackets around the dimensions.
+std::string expanded(std::string text) {
+  const std::pair<std::string, const char*> forms[] = {
+      {"{", "[<dimension><axis>"},
+      {"}", "</axis></dimension>]"},
+      {"[", "<graph><coordinates>"},
+      {"]", "</coordinates></graph>"},
+      {"NICE", "niceLowerMapping='true' niceUpperMapping='true' unionDomain='true'"},
+      {"STYLES", "<style id='c-o-n-t-a-i-n-er'>"},
+      {"HIDDEN", "color='transparent' color2='transparent' visible='false'"},
+      {"OWN", "markStyle='m' style='l' tickFrameStyle='f'"},
+      {"MADE", "markStyle='style1' style='style2' tickFrameStyle='style3'"},
+      {"GRID", "<some><gridLines><style depth='5pt'/></gridLines></some>"}};
+  for (const auto& [form, meaning] : forms) {
+    for (std::size_t at; (at = text.find(form)) != text.npos;) {
+      text.replace(at, form.size(), meaning);
+    }
+  }
+  return text;
+}
 
-void expectAxes(std::span<const AxisCase> cases) {
+// Rows of a body, commands, the body that they leave, and perhaps the body of the source.
+void expectRows(const std::string& table) {
   const ChartBase holder;
-  for (const AxisCase& each : cases) {
-    EditedChart chart(each.before);
-    const EditedChart source(each.source);
-    chart.apply(each.commands, each.source.empty() ? nullptr : &source);
-    EXPECT_EQ(chart.body(), each.after) << each.commands;
+  for (const auto& row : rowsOf(table)) {
+    EditedChart chart(expanded(row[0]));
+    const EditedChart source(row.size() > 3 ? expanded(row[3]) : "");
+    const std::string commands = expanded(row[1]);
+    chart.apply(commands, row.size() > 3 ? &source : nullptr);
+    // Read and printed, so that the forms needn't be those of the printer.
+    EXPECT_EQ(chart.body(), EditedChart(expanded(row[2])).body()) << commands;
   }
 }
 
 TEST(SetAxisScale, SetsTheScaleAnew) {
-  const auto row = [](const std::string& before, const std::string& attributes,
-                      const std::string& parameters, const std::string& after) {
-    return AxisCase{graph("<dimension>" + before + "</dimension>"),
-                    "<setAxisScale role='x' " + attributes + ">" + parameters + "</setAxisScale>",
-                    graph("<dimension><scale " + after + "/></dimension>")};
-  };
-  const std::string safe = "<parameter name='safe' value='true'/>";
+  const ChartBase holder;
+  const std::string safe = "<some><parameter name='safe' value='true'/></some>";
   const std::string three = "<parameter name='exponent' value='3'/>";
-  const AxisCase cases[] = {
-      row("", "", "", "invert='false' method='linear'"),
-      row("<scale base='3' invert='true' method='log' origin='1'/>", "method='none' invert='TRUE'",
-          "", "base='3' invert='false' method='linear'"),
-      row("", "method='log' invert='true' origin='2004-07-30' base='0.5'", three,
-          "base='0.5' invert='true' method='log' origin='2004-07-30'"),
-      row("", "method='power'", three + "<other><parameter name='base' value='4'/></other>",
-          "base='4' invert='false' method='power'"),
-      row("", "method='power'", safe + three, "base='3' invert='false' method='power_safe'"),
-      row("", "method='log'", safe, "invert='false' method='log_safe'"),
-      row("", "method='log'", "<parameter name='safe' value='1'/>", "invert='false' method='log'"),
-      row("", "method='method_logit'", safe, "invert='false' method='method_logit'"),
-      row("", "method='method_cLoglog'", "<parameter name='other' value='1'/>",
-          "invert='false' method='method_cLoglog'"),
-      row("", "method='power_safe' base='0'", "", "base='0' invert='false' method='power_safe'")};
-  expectAxes(cases);
+  // The scale before, the command's attributes and children, the scale behind.
+  const std::tuple<std::string, std::string, std::string, std::string> cases[] = {
+      {"", "", "", "invert='false' method='linear'"},
+      {"<scale base='3' invert='true' method='log' origin='1'/>", "method='none' invert='TRUE'", "",
+       "base='3' invert='false' method='linear'"},
+      {"", "method='log' invert='true' origin='2004-07-30' base='0.5'", three,
+       "base='0.5' invert='true' method='log' origin='2004-07-30'"},
+      {"", "method='power'", three + "<parameter name='base' value='4'/>",
+       "base='4' invert='false' method='power'"},
+      {"", "method='power'", safe + three, "base='3' invert='false' method='power_safe'"},
+      {"", "method='log'", safe, "invert='false' method='log_safe'"},
+      {"", "method='log'", "<parameter name='safe' value='1'/>", "invert='false' method='log'"},
+      {"", "method='method_logit'", safe, "invert='false' method='method_logit'"},
+      {"", "method='power_safe' base='0'", "", "base='0' invert='false' method='power_safe'"}};
+  for (const auto& [before, attributes, children, after] : cases) {
+    EditedChart chart(graph("<dimension>" + before + "</dimension>"));
+    chart.apply("<setAxisScale role='x' " + attributes + ">" + children + "</setAxisScale>");
+    EXPECT_EQ(chart.body(), graph("<dimension><scale " + after + "/></dimension>")) << attributes;
+  }
 }
 
 TEST(SetAxisInterval, ReplacesTheBounds) {
-  const auto row = [](const std::string& attributes, const std::string& mappings,
-                      const std::string& date, const std::string& ranges,
-                      const std::string& base = "base='9'") {
-    const std::string end = ranges.empty() ? "/>" : ">" + ranges + "</intervalDomain>";
-    return AxisCase{"<intervalDomain id='d'><range min='7'/></intervalDomain>" +
-                        graph("<dimension domain='d' unionDomain='true'><axis/><axis><majorTicks "
-                              "base='9'/></axis></dimension>"),
-                    "<setAxisInterval role='x' " + attributes + "/>",
-                    "<intervalDomain id='d'" + date + end +
-                        graph("<dimension domain='d' " + mappings + "><axis/><axis><majorTicks " +
-                              base + "/></axis></dimension>")};
-  };
-  const std::string nice = "niceLowerMapping='true' niceUpperMapping='true' unionDomain='true'";
-  const std::string moment = "2004-07-30 00:00:00.000";
-  const std::string digits = "20040730000000000000000";
-  ASSERT_EQ(moment.size(), digits.size());
-  const AxisCase cases[] = {
-      row("", nice, "", ""),
-      row("lowerMapping='exact' min='0'",
-          "niceLowerMapping='false' niceUpperMapping='true' unionDomain='false'", "",
-          "<range exact='true' min='0'/>", "base='0'"),
-      row("upperMapping='exact' lowerMapping='other' max='5'",
-          "niceLowerMapping='true' niceUpperMapping='false' unionDomain='false'", "",
-          "<range exact='true' max='5'/>"),
-      row("max='5' min='1'", nice, "", "<range exact='true' min='1'/><range exact='true' max='5'/>",
-          "base='1'"),
-      row("max='" + moment + "'", nice, " date='true'",
-          "<range exact='true' max='" + moment + "'/>"),
-      row("max='" + digits + "'", nice, "", "<range exact='true' max='" + digits + "'/>"),
-      row("max='2004-07-30'", nice, "", "<range exact='true' max='2004-07-30'/>"),
-      // Without a domain, and with one that has no bounds.
-      {"<intervalDomain id='domain1'/>" + graph("<dimension/>"),
-       "<setAxisInterval role='x' max='5'/>",
-       "<intervalDomain id='domain1'/><intervalDomain id='domain2'><range exact='true' max='5'/>"
-       "</intervalDomain>" +
-           graph("<dimension domain='domain2' " + nice + "/>")},
-      {"<categoricalDomain id='c'/>" + graph("<dimension domain='c'/>"),
-       "<setAxisInterval role='x' max='5'/>",
-       "<categoricalDomain id='c'/>" + graph("<dimension domain='c' " + nice + "/>")}};
-  expectAxes(cases);
+  expectRows(R"(
+<intervalDomain id='d'><range min='7'/></intervalDomain>[<dimension domain='d'/>]
+  | <setAxisInterval role='x'/> | <intervalDomain id='d'/>[<dimension domain='d' NICE/>]
+<intervalDomain id='d'/>[<dimension domain='d'><axis/><axis><majorTicks base='9'/></axis>
+  </dimension>] | <setAxisInterval role='x' lowerMapping='exact' min='0'/>
+  | <intervalDomain id='d'><range exact='true' min='0'/></intervalDomain>[<dimension domain='d'
+  niceLowerMapping='false' niceUpperMapping='true' unionDomain='false'><axis/><axis>
+  <majorTicks base='0'/></axis></dimension>]
+<intervalDomain id='d'/>[<dimension domain='d'><axis><majorTicks/></axis></dimension>]
+  | <setAxisInterval role='x' upperMapping='exact' lowerMapping='other' max='5'/>
+  | <intervalDomain id='d'><range exact='true' max='5'/></intervalDomain>[<dimension domain='d'
+  niceLowerMapping='true' niceUpperMapping='false' unionDomain='false'><axis><majorTicks/></axis>
+  </dimension>]
+<intervalDomain id='d'/>[<dimension domain='d'/>]
+  | <setAxisInterval role='x' max='2004-07-30 00:00:00.000' min='1'/>
+  | <intervalDomain id='d' date='true'><range exact='true' min='1'/>
+  <range exact='true' max='2004-07-30 00:00:00.000'/></intervalDomain>[<dimension domain='d' NICE/>]
+<intervalDomain id='d'/>[<dimension domain='d'/>]
+  | <setAxisInterval role='x' max='20040730000000000000000' min='2004-07-30'/>
+  | <intervalDomain id='d'><range exact='true' min='2004-07-30'/>
+  <range exact='true' max='20040730000000000000000'/></intervalDomain>[<dimension domain='d' NICE/>]
+<intervalDomain id='domain1'/>[<dimension/>] | <setAxisInterval role='x' max='5'/>
+  | <intervalDomain id='domain1'/><intervalDomain id='domain2'><range exact='true' max='5'/>
+  </intervalDomain>[<dimension domain='domain2' NICE/>]
+<categoricalDomain id='c'/>[<dimension domain='c'/>] | <setAxisInterval role='x' max='5'/>
+  | <categoricalDomain id='c'/>[<dimension domain='c' NICE/>]
+)");
 }
 
 TEST(SetAxisMargin, LeavesWhatTheSourceStates) {
-  const auto of = [](const std::string& attributes) {
-    return graph("<dimension id='d'" + attributes + "/>");
-  };
-  const std::string both = "<setAxisMargin role='x' upperMargin='1%' lowerMargin='2%'/>";
-  const std::string parallel = graph("<dimension/><parallelCoordinatesTransform/>");
-  const AxisCase cases[] = {
-      {of(" upperMargin='9%'"), both, of(" lowerMargin='2%' upperMargin='1%'")},
-      {of(" upperMargin='9%'"), "<setAxisMargin role='x' lowerMargin='2%'/>",
-       of(" lowerMargin='2%' upperMargin='9%'")},
-      {of(""), both, of(" lowerMargin='2%'"), of(" upperMargin='7%'")},
-      {of(" lowerMargin='9%'"), both, of(" lowerMargin='9%' upperMargin='1%'"),
-       of(" upperMargin='' lowerMargin='0%'")},
-      // An object of another id or kind pins nothing.
-      {of(""), both, of(" lowerMargin='2%' upperMargin='1%'"),
-       graph("<dimension upperMargin='7%' lowerMargin='7%'/>", "<point id='d'/>")},
-      {parallel, both, parallel}};
-  expectAxes(cases);
+  expectRows(R"(
+[<dimension id='d' upperMargin='9%'/>] | <setAxisMargin role='x' lowerMargin='2%'/>
+  | [<dimension id='d' lowerMargin='2%' upperMargin='9%'/>]
+[<dimension id='d'/>] | <setAxisMargin role='x' upperMargin='1%' lowerMargin='2%'/>
+  | [<dimension id='d' lowerMargin='2%'/>] | [<dimension id='d' upperMargin='7%'/>]
+[<dimension id='d' lowerMargin='9%'/>] | <setAxisMargin role='x' upperMargin='1%' lowerMargin='2%'/>
+  | [<dimension id='d' lowerMargin='9%' upperMargin='1%'/>]
+  | [<dimension id='d' lowerMargin='0%' upperMargin=''/>]
+[<dimension id='d'/>] | <setAxisMargin role='x' upperMargin='1%' /> | [<dimension id='d'
+  upperMargin='1%'/>] | [<dimension upperMargin='7%'/>]<style id='d'/>
+[<dimension/><parallelCoordinatesTransform/>] | <setAxisMargin role='x' upperMargin='1%'/>
+  | [<dimension/><parallelCoordinatesTransform/>]
+)");
 }
 
 TEST(SetAxisOpposite, PutsASecondAxisOnTheOtherSide) {
-  const auto axes = [](const std::string& first, const std::string& second) {
-    return graph("<dimension><axis" + first + "/><axis" + second + "/><axis/></dimension>");
-  };
-  const std::string far = " opposite='true'";
-  const std::string near = " opposite='false'";
-  const AxisCase cases[] = {
-      {axes("", ""), "<setAxisOpposite role='x'/>", axes(near, far)},
-      {axes(near, near), "<setAxisOpposite role='x' opposite='true'/>", axes(far, near)},
-      {graph("<dimension><axis/></dimension>"), "<setAxisOpposite role='x' opposite='TRUE'/>",
-       graph("<dimension><axis opposite='false'/></dimension>")}};
-  expectAxes(cases);
+  expectRows(R"(
+[<dimension><axis/><axis/><axis/></dimension>] | <setAxisOpposite role='x'/>
+  | [<dimension><axis opposite='false'/><axis opposite='true'/><axis/></dimension>]
+[<dimension><axis/><axis opposite='true'/></dimension>]
+  | <setAxisOpposite role='x' opposite='true'/>
+  | [<dimension><axis opposite='true'/><axis opposite='false'/></dimension>]
+{} | <setAxisOpposite role='x' opposite='TRUE'/> | [<dimension><axis opposite='false'/></dimension>]
+)");
 }
 
 TEST(SetAxisStyle, StylesAxisAndTitle) {
-  const auto axis = [](const std::string& text) {
-    return graph("<dimension><axis" + text + "</dimension>");
-  };
-  const auto container = [](const std::string& styles) {
-    return "<style id='c-o-n-t-a-i-n-er'>" + styles + "</style>";
-  };
-  const std::string hidden = "color='transparent' color2='transparent' ";
-  const std::string given = axis(" style='a'><label style='t' textFrameStyle='f'/></axis>");
-  const AxisCase cases[] = {
-      {axis("/>"), "<setAxisStyle role='x'/>", axis("/>")},
-      {axis("/>"), "<setAxisStyle role='x'><style color='red'/><style depth='1pt'/></setAxisStyle>",
-       axis(" style='style1'/>") + container("<style id='style1' depth='1pt'/>")},
-      // A title gets its styles also from a command without any.
-      {axis("><label/></axis>"), "<setAxisStyle role='x'/>",
-       axis("><label style='style1' textFrameStyle='style2'/></axis>") +
-           container("<style id='style1'/><style id='style2' " + hidden + "visible='false'/>")},
-      {axis("/>"), "<setAxisStyle role='x'><label>a <!-- b -->c</label></setAxisStyle>",
-       axis("><label style='style1' textFrameStyle='style2'><text text='a c'/></label></axis>") +
-           container("<style id='style1' color='black'/><style id='style2' " + hidden +
-                     "visible='false'/>")},
-      // The last of each counts; those for labels go before the label's own.
-      {given + "<style id='a'/><style id='t'/><style id='f' visible='true'/>",
-       "<setAxisStyle role='x'><label><style color='red' depth='2pt'/></label>"
-       "<axisLabelStyle><other><style number='1' depth='3pt'/><style number='2' depth='4pt'/>"
-       "<style color='blue'/></other></axisLabelStyle></setAxisStyle>",
-       given + "<style id='a'/><style id='t' color='blue' depth='2pt'/>"
-               "<style id='f' depth='3pt' visible='true'/>"}};
-  expectAxes(cases);
+  // A title gets its styles also from a command without any. Of several styles the last counts, and
+  // those for labels go before the label's own.
+  expectRows(R"(
+{} | <setAxisStyle role='x'/> | {}
+{} | <setAxisStyle role='x'><style color='red'/><style depth='1pt'/></setAxisStyle>
+  | [<dimension><axis style='style1'/></dimension>]STYLES<style id='style1' depth='1pt'/></style>
+{<label/>} | <setAxisStyle role='x'/> | {<label style='style1' textFrameStyle='style2'/>}
+  STYLES<style id='style1'/><style id='style2' HIDDEN/></style>
+{} | <setAxisStyle role='x'><label>a <!-- b -->c</label></setAxisStyle>
+  | {<label style='style1' textFrameStyle='style2'><text text='a c'/></label>}
+  STYLES<style id='style1' color='black'/><style id='style2' HIDDEN/></style>
+{<label style='t' textFrameStyle='f'/>}<style id='t'/><style id='f' visible='true'/>
+  | <setAxisStyle role='x'><label><style color='red' depth='2pt'/></label>
+  <axisLabelStyle><some><style number='1' depth='3pt'/><style number='2' depth='4pt'/>
+  <style color='blue'/></some></axisLabelStyle></setAxisStyle>
+  | {<label style='t' textFrameStyle='f'/>}<style id='t' color='blue' depth='2pt'/>
+  <style id='f' depth='3pt' visible='true'/>
+)");
 }
 
-TEST(SetAxisTicks, MakesAndStylesThem) {
-  const auto axis = [](const std::string& content, const std::string& styles = "") {
-    return graph("<dimension><axis>" + content + "</axis></dimension>") +
-           (styles.empty() ? "" : "<style id='c-o-n-t-a-i-n-er'>" + styles + "</style>");
-  };
-  const auto major = [](const std::string& attributes, const std::string& parts = "") {
-    return "<setAxisMajorTicks><majorTicks role='x' " + attributes + ">" + parts +
-           "</majorTicks></setAxisMajorTicks>";
-  };
-  const auto minor = [](const std::string& attributes, const std::string& parts = "") {
-    return "<setAxisMinorTicks><minorTicks role='x' " + attributes + ">" + parts +
-           "</minorTicks></setAxisMinorTicks>";
-  };
-  const std::string links = "markStyle='style1' style='style2' tickFrameStyle='style3'";
-  const std::string made = "<style id='style2'/><style id='style3' visible='false'/>";
-  const std::string grid = "<other><gridLines><style depth='5pt'/></gridLines></other>";
-  // Styles that are there.
-  const std::string own = "markStyle='m' style='l' tickFrameStyle='f'";
-  const auto styled = [&](const std::string& attributes, const std::string& m = "",
-                          const std::string& l = "", const std::string& f = "") {
-    return graph("<dimension><axis><majorTicks " + attributes + "/></axis></dimension>") +
-           "<style id='m'" + m + "/><style id='l'" + l + "/><style id='f'" + f + "/>";
-  };
-  const AxisCase cases[] = {
-      {axis(""), major(""), axis("<majorTicks " + links + "/>", "<style id='style1'/>" + made)},
-      {axis(""), major("styleOnly='true'", grid), graph("<dimension><axis/></dimension>")},
-      {styled(own),
-       major("position='cross' length='3pt' stagger='true' delta='2.50' "
-             "deltaUnit='month' base='1'"),
-       styled("base='1' delta='2.5' deltaUnit='month' length='3pt' markStyle='m' "
-              "position='cross' stagger='true' style='l' tickFrameStyle='f'")},
-      {styled("delta='1' deltaUnit='day' markStyle='m' position='outside' stagger='true' "
-              "style='l' tickFrameStyle='f'"),
-       major("styleOnly='true' delta='auto' stagger='auto' position='none' deltaUnit='decade'",
-             grid),
-       styled("deltaUnit='day' markStyle='m' position='outside' style='l' tickFrameStyle='f'")},
-      {styled(own),
-       major("",
-             "<markStyle><style depth='1pt'/><style depth='9pt'/></markStyle><tickLabelStyle>"
-             "<style number='0' depth='2pt'/><style number='1' depth='3pt'/>"
-             "<style color='red'/></tickLabelStyle>"),
-       styled(own, " depth='1pt'", " color='red' depth='2pt'", " depth='3pt'")},
-      // Grid lines start in the colour of the marks, and once made keep their own.
-      {axis(""),
-       major("", "<markStyle><style color='red'/></markStyle>" + grid) +
-           major("", "<markStyle><style color='blue'/></markStyle>" + grid),
-       axis("<majorTicks " + links + "><gridline style='style4'/></majorTicks>",
-            "<style id='style1' color='blue'/>" + made +
-                "<style id='style4' color='red' depth='5pt'/>")},
-      // Minor ticks stand beside major ones only.
-      {axis(""), minor("number='3'"), graph("<dimension><axis/></dimension>")},
-      {axis("<majorTicks markStyle='style1'/>", "<style id='style1' color='red'/>"), minor(""),
-       axis("<majorTicks markStyle='style1'/><minorTicks markStyle='style2' number='2'/>",
-            "<style id='style1' color='red'/><style id='style2' color='red'/>")},
-      {axis("<majorTicks/>"), minor("styleOnly='true'"), axis("<majorTicks/>")},
-      {axis("<minorTicks markStyle='style1' number='4'/>", "<style id='style1'/>"),
-       minor("styleOnly='true' number='5' position='cross' length='1pt'",
-             grid + "<markStyle><style depth='1pt'/></markStyle>"),
-       axis("<minorTicks markStyle='style1' number='4'/>", "<style id='style1' depth='1pt'/>")},
-      {axis("<minorTicks markStyle='style1'/>", "<style id='style1' color='red'/>"),
-       minor("number='5' position='inside' length='1pt'", grid),
-       axis("<minorTicks length='1pt' markStyle='style1' number='5' position='inside'>"
-            "<gridline style='style2'/></minorTicks>",
-            "<style id='style1' color='red'/><style id='style2' color='red' depth='5pt'/>")}};
-  expectAxes(cases);
+TEST(SetAxisMajorTicks, MakesAndStylesThem) {
+  // Grid lines start in the colour of the marks, and once made keep their own.
+  std::string table = R"(
+{} | <majorTicks role='x'/>
+  | {<majorTicks MADE/>}STYLES<style id='style1'/><style id='style2'/><style id='style3'
+  visible='false'/></style>
+{} | <majorTicks role='x' styleOnly='true'>GRID</majorTicks> | {}
+{<majorTicks OWN/>}<style id='m'/><style id='l'/><style id='f'/>
+  | <majorTicks role='x' position='cross' length='3pt' stagger='true' delta='2.50' deltaUnit='month'
+  base='1'/> | {<majorTicks OWN position='cross' length='3pt' stagger='true' delta='2.5'
+  deltaUnit='month' base='1'/>}<style id='m'/><style id='l'/><style id='f'/>
+{<majorTicks OWN delta='1' deltaUnit='day' position='outside' stagger='true'/>}<style id='m'/>
+  <style id='l'/><style id='f'/> | <majorTicks role='x' styleOnly='true' delta='auto' stagger='auto'
+  position='none' deltaUnit='decade'>GRID</majorTicks> | {<majorTicks OWN deltaUnit='day'
+  position='outside'/>}<style id='m'/><style id='l'/><style id='f'/>
+{<majorTicks OWN/>}<style id='m'/><style id='l'/><style id='f'/>
+  | <majorTicks role='x'><markStyle><style depth='1pt'/><style depth='9pt'/></markStyle>
+  <tickLabelStyle><style number='0' depth='2pt'/><style number='1' depth='3pt'/>
+  <style color='red'/></tickLabelStyle></majorTicks> | {<majorTicks OWN/>}<style id='m'
+  depth='1pt'/><style id='l' color='red' depth='2pt'/><style id='f' depth='3pt'/>
+{<majorTicks OWN/>}<style id='m' color='red'/><style id='l'/><style id='f'/>
+  | <majorTicks role='x'>GRID</majorTicks></setAxisMajorTicks><setAxisMajorTicks>
+  <majorTicks role='x'><markStyle><style color='blue'/></markStyle>GRID</majorTicks>
+  | {<majorTicks OWN><gridline style='style1'/></majorTicks>}<style id='m' color='blue'/>
+  <style id='l'/><style id='f'/>STYLES<style id='style1' color='red' depth='5pt'/></style>
+)";
+  expectRows(std::regex_replace(table, std::regex("\\| (<majorTicks role='x'[^|]*) \\|"),
+                                "| <setAxisMajorTicks>$1</setAxisMajorTicks> |"));
+}
+
+TEST(SetAxisMinorTicks, MakesThemBesideMajorOnes) {
+  std::string table = R"(
+{} | <minorTicks role='x' number='3'/> | {}
+{<majorTicks markStyle='m'/>}<style id='m' color='red'/> | <minorTicks role='x'/>
+  | {<majorTicks markStyle='m'/><minorTicks markStyle='style1' number='2'/>}
+  <style id='m' color='red'/>STYLES<style id='style1' color='red'/></style>
+{<majorTicks/>} | <minorTicks role='x' styleOnly='true'/> | {<majorTicks/>}
+{<minorTicks markStyle='m' number='4'/>}<style id='m'/> | <minorTicks role='x' styleOnly='true'
+  number='5' position='cross' length='1pt'>GRID<markStyle><style depth='1pt'/></markStyle>
+  </minorTicks> | {<minorTicks markStyle='m' number='4'/>}<style id='m' depth='1pt'/>
+{<minorTicks markStyle='m'/>}<style id='m' color='red'/> | <minorTicks role='x' number='5'
+  position='inside' length='1pt'>GRID</minorTicks> | {<minorTicks length='1pt' markStyle='m'
+  number='5' position='inside'><gridline style='style1'/></minorTicks>}
+  <style id='m' color='red'/>STYLES<style id='style1' color='red' depth='5pt'/></style>
+)";
+  expectRows(std::regex_replace(table, std::regex("\\| (<minorTicks role='x'[^|]*) \\|"),
+                                "| <setAxisMinorTicks>$1</setAxisMinorTicks> |"));
 }
 
 TEST(SetTickLabels, SetsAngleAndFrequencyOfExistingTicks) {
-  const auto ticksOf = [](const std::string& attributes) {
-    return graph("<dimension><axis/><axis><majorTicks" + attributes + "/></axis></dimension>");
-  };
-  const auto row = [&](const std::string& what, const std::string& after) {
-    return AxisCase{ticksOf(" labelAngle='5' labelFrequency='5'"), "<setTickLabel" + what + "/>",
-                    ticksOf(after)};
-  };
-  const AxisCase cases[] = {
-      row("Angle role='x' labelAngle='0'", " labelAngle='0' labelFrequency='5'"),
-      row("Angle role='x' labelAngle='-22.5'", " labelAngle='-22.5' labelFrequency='5'"),
-      row("Angle role='x' labelAngle=''", " labelAngle='5' labelFrequency='5'"),
-      row("Frequency role='x' labelFrequency='3'", " labelAngle='5' labelFrequency='3'"),
-      row("Frequency role='x' labelFrequency='0'", " labelAngle='5' labelFrequency='1'"),
-      row("Frequency role='x' labelFrequency='all'", " labelAngle='5' labelFrequency='1'"),
-      row("Frequency role='x'", " labelAngle='5' labelFrequency='1'")};
-  expectAxes(cases);
+  expectRows(R"(
+{<majorTicks labelAngle='5'/>} | <setTickLabelAngle role='x' labelAngle='0'/>
+  | {<majorTicks labelAngle='0'/>}
+{<majorTicks labelAngle='5'/>} | <setTickLabelAngle role='x' labelAngle=''/>
+  | {<majorTicks labelAngle='5'/>}
+{} | <setTickLabelAngle role='x' labelAngle='5'/> | {}
+{<majorTicks/>} | <setTickLabelFrequency role='x' labelFrequency='3'/>
+  | {<majorTicks labelFrequency='3'/>}
+{<majorTicks labelFrequency='5'/>} | <setTickLabelFrequency role='x' labelFrequency='0'/>
+  | {<majorTicks labelFrequency='1'/>}
+{<majorTicks/>} | <setTickLabelFrequency role='x'/> | {<majorTicks labelFrequency='1'/>}
+)");
 }
 
 }  // namespace

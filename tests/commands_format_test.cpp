@@ -19,162 +19,117 @@ T& only(EditedChart& chart, const XMLCh* tag) {
   return *dynamic_cast<T*>(chart.chart().objectOf(static_cast<DOMElement*>(node)));
 }
 
-// The only format of a chart after an import: what stands in its tag and below, without the name.
+// The only format of a chart after an import.
 std::string imported(const std::string& format, const std::string& element) {
-  const std::string start = "<sourceVariable><format";
+  const std::string start = "<sourceVariable>";
   EditedChart chart(start + format + "</sourceVariable>");
   const Fragment fragment(element);
   auto& object = only<PlXFormat>(chart, u"format");
-  const std::string name = ChartString(fragment.first()->getTagName()).toUTF8();
-  (name == "numberFormat"     ? BaseTemplate::importNumberFormat
-   : name == "dateTimeFormat" ? BaseTemplate::importDateTimeFormat
-   : name == "stringFormat"   ? BaseTemplate::importStringFormat
-   : name == "format"         ? BaseTemplate::importFormat
-                              : BaseTemplate::importElapsedTimeFormat)(object, fragment.first());
+  const ChartString name(fragment.first()->getTagName());
+  (name.equals(u"numberFormat")     ? BaseTemplate::importNumberFormat
+   : name.equals(u"dateTimeFormat") ? BaseTemplate::importDateTimeFormat
+   : name.equals(u"stringFormat")   ? BaseTemplate::importStringFormat
+   : name.equals(u"format")         ? BaseTemplate::importFormat
+                            : BaseTemplate::importElapsedTimeFormat)(object, fragment.first());
   const std::string body = chart.body();
   return body.substr(start.size(), body.find("</sourceVariable>") - start.size());
 }
 
-struct Row {
-  std::string format;
-  std::string element;
-  std::string after;
-};
-
-void expectImports(std::span<const Row> rows) {
+TEST(ImportFormat, MergesOrReplaces) {
   const ChartBase holder;
-  for (const Row& row : rows) {
-    EXPECT_EQ(imported(row.format, row.element), row.after) << row.element;
-  }
-}
-
-TEST(ImportFormat, MergesNumbersAndTexts) {
-  // What a numberFormat sets without stating it.
-  const std::string flags = " negativesInParentheses='false' negativesOutside='false'";
-  const std::string off = flags + " useGrouping='false'";
-  const Row rows[] = {
-      {" hideNegatives='true' negativesOutside='true' prefix='a' scientific='always' suffix='b' "
-       "useGrouping='true'/>",
-       "<numberFormat/>",
-       " hideNegatives='true'" + flags +
-           " scientific='always' "
-           "useGrouping='false'/>"},
-      {"/>", "<numberFormat useGrouping='yes' hideNegatives='yes' scientific='maybe'/>",
-       " hideNegatives='false'" + off + "/>"},
-      {"/>",
-       "<numberFormat useGrouping='true' hideNegatives='true' negativesOutside='true' "
-       "negativesInParentheses='true' scalingFactor='0.010' prefix='p' suffix=' %' "
-       "minimumFractionDigits='1' maximumFractionDigits='2' minimumIntegerDigits='3' "
-       "maximumIntegerDigits='0'/>",
-       " hideNegatives='true' maximumFractionDigits='2' maximumIntegerDigits='0' "
-       "minimumFractionDigits='1' minimumIntegerDigits='3' negativesInParentheses='true' "
-       "negativesOutside='true' prefix='p' scalingFactor='0.01' suffix=' %' useGrouping='true'/>"},
-      {"/>", "<numberFormat scientific='always'/>",
-       off.substr(0, off.rfind(" useG")) + " scientific='true' useGrouping='false'/>"},
-      {"/>", "<numberFormat scientific='never'/>",
-       off.substr(0, off.rfind(" useG")) + " scientific='false' useGrouping='false'/>"},
-      {" prefix='a' useGrouping='true'/>", "<stringFormat suffix='b' useGrouping='false'/>",
-       " suffix='b' useGrouping='true'/>"},
-      {" suffix='b'/>", "<elapsedTimeFormat prefix='a'><dateFormat/></elapsedTimeFormat>",
-       " prefix='a'/>"}};
-  expectImports(rows);
+  // numberFormat alone sets flags that it doesn't state.
+  const auto rows = rowsOf(R"(
+<format hideNegatives='true' negativesOutside='true' prefix='a' scientific='true' suffix='b'
+  useGrouping='true'/> | <numberFormat/> | <format hideNegatives='true'
+  negativesInParentheses='false' negativesOutside='false' scientific='true' useGrouping='false'/>
+<format/> | <numberFormat useGrouping='yes' hideNegatives='yes' scientific='maybe'/> | <format
+  hideNegatives='false' negativesInParentheses='false' negativesOutside='false'
+  useGrouping='false'/>
+<format/> | <numberFormat useGrouping='true' hideNegatives='true' negativesOutside='true'
+  negativesInParentheses='true' scalingFactor='0.010' prefix='p' suffix=' %' scientific='never'
+  minimumFractionDigits='1' maximumFractionDigits='2' minimumIntegerDigits='3'
+  maximumIntegerDigits='0'/> | <format hideNegatives='true' maximumFractionDigits='2'
+  maximumIntegerDigits='0' minimumFractionDigits='1' minimumIntegerDigits='3'
+  negativesInParentheses='true' negativesOutside='true' prefix='p' scalingFactor='0.01'
+  scientific='false' suffix=' %' useGrouping='true'/>
+<format prefix='a' useGrouping='true'/> | <stringFormat suffix='b' useGrouping='false'/>
+  | <format suffix='b' useGrouping='true'/>
+<format suffix='b'/> | <elapsedTimeFormat prefix='a'><dateFormat/></elapsedTimeFormat>
+  | <format prefix='a'/>
+<format id='f' prefix='a'><relabel to='b'/><unitRule from='1'/><unitRule from='2'/></format>
+  | <format showEra='true' own='c'><other><unitRule suffix='K'/></other><unitRule/></format>
+  | <format own='c' showEra='true'><relabel to='b'/><unitRule suffix='K'/></format>
+<format prefix='a'><unitRule/></format> | <format/> | <format/>
+<format baseFormat='duration' prefix='a'/> | <dateTimeFormat suffix='b'/>
+  | <format baseFormat='duration' suffix='b'/>
+<format/> | <dateTimeFormat><other><timeFormat/></other><dateFormat/></dateTimeFormat>
+  | <format baseFormat='dateTime'/>
+)");
+  for (const auto& row : rows) EXPECT_EQ(imported(row[0], row[1]), row[2]) << row[1];
 }
 
 TEST(ImportFormat, ReadsThePartsOfDatesAndTimes) {
-  const auto date = [](const std::string& parts) {
-    return "<dateTimeFormat><dateFormat>" + parts + "</dateFormat></dateTimeFormat>";
-  };
-  const auto time = [](const std::string& parts) {
-    return "<dateTimeFormat><timeFormat>" + parts + "</timeFormat></dateTimeFormat>";
-  };
-  const std::string isDate = " baseFormat='date'";
-  const std::string isTime = " baseFormat='time'";
-  const Row rows[] = {
-      {" baseFormat='duration' prefix='a'/>", "<dateTimeFormat suffix='b'/>",
-       " baseFormat='duration' suffix='b'/>"},
-      {"/>", "<dateTimeFormat><other><timeFormat/></other><dateFormat/></dateTimeFormat>",
-       " baseFormat='dateTime'/>"},
-      {"/>", date("<dayOfWeek long='true'/><dayOfWeek long='false'/>"),
-       isDate + " dayOfWeekAbbreviation='false' showDayOfWeek='true'/>"},
-      {"/>", date("<dayOfWeek long='false'/>"),
-       isDate + " dayOfWeekAbbreviation='true' showDayOfWeek='true'/>"},
-      {" dayOfWeekAbbreviation='true'/>", date("<dayOfWeek long='1'/>"),
-       isDate + " dayOfWeekAbbreviation='true' showDayOfWeek='true'/>"},
-      {"/>", date("<dayOfMonth fill='true'/>"),
-       isDate + " dayPadding='true' dayType='dayOfMonth' showDay='true'/>"},
-      {"/>", date("<dayOfYear fill='false'/>"),
-       isDate + " dayPadding='false' dayType='dayOfYear' showDay='true'/>"},
-      {"/>", date("<week fill='true'/><era/>"),
-       isDate + " showEra='true' showWeek='true' weekPadding='true'/>"},
-      {"/>", date("<month fill='true'/>"), isDate + " monthFormat='twoDigits' showMonth='true'/>"},
-      {"/>", date("<month fill='false'/>"), isDate + " monthFormat='number' showMonth='true'/>"},
-      {"/>", date("<monthName long='true'/>"), isDate + " monthFormat='long' showMonth='true'/>"},
-      {"/>", date("<monthName long='false'/>"), isDate + " monthFormat='short' showMonth='true'/>"},
-      {" quarterSuffix='b'/>", date("<quarter prefix='Q' suffix=''/>"),
-       isDate + " quarterPrefix='Q' quarterSuffix='b' showQuarter='true'/>"},
-      {"/>", date("<year showCentury='true'/>"),
-       isDate + " showYear='true' yearAbbreviation='false'/>"},
-      {"/>", date("<year showCentury='false'/>"),
-       isDate + " showYear='true' yearAbbreviation='true'/>"},
-      // Parts of a time in a date are none.
-      {"/>", date("<hour/>"), isDate + "/>"},
-      {"/>", time("<hour twentyFour='true' showAMPM='true' fill='true'/>"),
-       isTime + " hourFormat='amPm' hourPadding='true' showHour='true'/>"},
-      {"/>", time("<hour twentyFour='true' showAMPM='false'/>"),
-       isTime + " hourFormat='twentyFour' showHour='true'/>"},
-      {"/>", time("<hour twentyFour='false'/>"), isTime + " hourFormat='twelve' showHour='true'/>"},
-      {"/>", time("<minute fill='true'/><second fill='false' milliseconds='true'/>"),
-       isTime + " minutePadding='true' secondPadding='false' showMillis='true' showMinute='true' "
-                "showSecond='true'/>"}};
-  expectImports(rows);
-}
-
-TEST(ImportFormat, ReplacesByTheGenericOne) {
-  const Row rows[] = {
-      {" id='f' prefix='a' useGrouping='true'><relabel to='b'/><unitRule from='1'/>"
-       "<unitRule from='2'/></format>",
-       "<format showEra='true' own='c'><other><unitRule suffix='K'/></other><unitRule/></format>",
-       " own='c' showEra='true'><relabel to='b'/><unitRule suffix='K'/></format>"},
-      {" prefix='a'><unitRule/></format>", "<format/>", "/>"}};
-  expectImports(rows);
+  const ChartBase holder;
+  const auto rows = rowsOf(R"(
+date | <dayOfWeek long='true'/><dayOfWeek long='false'/> | dayOfWeekAbbreviation='false'
+  showDayOfWeek='true'
+date | <dayOfWeek long='false'/> | dayOfWeekAbbreviation='true' showDayOfWeek='true'
+date | <dayOfWeek long='1'/> | showDayOfWeek='true'
+date | <dayOfMonth fill='true'/> | dayPadding='true' dayType='dayOfMonth' showDay='true'
+date | <dayOfYear fill='false'/> | dayPadding='false' dayType='dayOfYear' showDay='true'
+date | <week fill='true'/><era/> | showEra='true' showWeek='true' weekPadding='true'
+date | <month fill='true'/> | monthFormat='twoDigits' showMonth='true'
+date | <month fill='false'/> | monthFormat='number' showMonth='true'
+date | <monthName long='true'/> | monthFormat='long' showMonth='true'
+date | <monthName long='false'/> | monthFormat='short' showMonth='true'
+date | <quarter prefix='Q' suffix=''/> | quarterPrefix='Q' showQuarter='true'
+date | <year showCentury='true'/><hour/> | showYear='true' yearAbbreviation='false'
+date | <year showCentury='false'/> | showYear='true' yearAbbreviation='true'
+time | <hour twentyFour='true' showAMPM='true' fill='true'/> | hourFormat='amPm'
+  hourPadding='true' showHour='true'
+time | <hour twentyFour='true' showAMPM='false'/> | hourFormat='twentyFour' showHour='true'
+time | <hour twentyFour='false'/><year/> | hourFormat='twelve' showHour='true'
+time | <minute fill='true'/><second fill='false' milliseconds='true'/> | minutePadding='true'
+  secondPadding='false' showMillis='true' showMinute='true' showSecond='true'
+)");
+  for (const auto& row : rows) {
+    const std::string element = "<dateTimeFormat><" + row[0] + "Format>" + row[1] + "</" + row[0] +
+                                "Format></dateTimeFormat>";
+    EXPECT_EQ(imported("<format/>", element),
+              "<format baseFormat='" + row[0] + "' " + row[2] + "/>");
+  }
 }
 
 TEST(ImportFormat, GoesToTheTicks) {
+  const ChartBase holder;
   const auto ticksOf = [](const std::string& formats) {
     return "<graph><coordinates><dimension><axis><majorTicks markStyle='s' style='s' "
            "tickFrameStyle='s'>" +
            formats + "</majorTicks></axis></dimension></coordinates></graph><style id='s'/>";
   };
-  const std::string before = ticksOf("<format prefix='a' showEra='true'/><format prefix='b'/>");
-  const auto label = [](const std::string& children) {
-    return "<setTickLabelFormat role='x'>" + children + "</setTickLabelFormat>";
-  };
-  const std::pair<std::string, std::string> cases[] = {
-      // Ticks merge into the first format, in a fixed order of kinds.
-      {"<setAxisMajorTicks><majorTicks role='x'><stringFormat prefix='s'/></majorTicks>"
-       "</setAxisMajorTicks>",
-       "<format prefix='s' showEra='true'/><format prefix='b'/>"},
-      {"<setAxisMajorTicks><majorTicks role='x'><elapsedTimeFormat prefix='e'/>"
-       "<stringFormat suffix='s'/></majorTicks></setAxisMajorTicks>",
-       "<format prefix='e' showEra='true'/><format prefix='b'/>"},
-      // Labels get a new one, by the first kind.
-      {label("<elapsedTimeFormat prefix='e'/><stringFormat prefix='s'/><stringFormat prefix='t'/>"),
-       "<format prefix='t'/>"},
-      {label("<dateTimeFormat prefix='d'/><elapsedTimeFormat prefix='e'/>"),
-       "<format prefix='d'/>"},
-      {label("<stringFormat prefix='s'/><numberFormat prefix='n'/><format suffix='f'/>"),
-       "<format suffix='f'/>"}};
-  const ChartBase holder;
-  for (const auto& [commands, formats] : cases) {
-    EditedChart chart(before);
-    chart.apply(commands);
-    EXPECT_EQ(chart.body(), ticksOf(formats)) << commands;
+  // Ticks merge into the first format, in a fixed order of kinds; labels get a new one, by the
+  // first kind.
+  const std::string old = "<format prefix='a' showEra='true'/><format prefix='b'/>";
+  const auto rows = rowsOf(R"(
+<majorTicks role='x'><elapsedTimeFormat prefix='e'/><stringFormat suffix='s'/></majorTicks>
+  | <format prefix='e' showEra='true'/><format prefix='b'/>
+<elapsedTimeFormat prefix='e'/><stringFormat prefix='s'/><stringFormat prefix='t'/>
+  | <format prefix='t'/>
+<dateTimeFormat prefix='d'/><elapsedTimeFormat prefix='e'/> | <format prefix='d'/>
+<stringFormat prefix='s'/><numberFormat prefix='n'/><format suffix='f'/> | <format suffix='f'/>
+)");
+  for (const auto& row : rows) {
+    EditedChart chart(ticksOf(old));
+    const bool isLabel = !row[0].starts_with("<majorTicks");
+    chart.apply(isLabel ? "<setTickLabelFormat role='x'>" + row[0] + "</setTickLabelFormat>"
+                        : "<setAxisMajorTicks>" + row[0] + "</setAxisMajorTicks>");
+    EXPECT_EQ(chart.body(), ticksOf(row[1])) << row[0];
   }
-  EditedChart chart(before);
+  EditedChart chart(ticksOf(old));
   chart.apply(
-      "<setTickLabelFormat role='x' categorical='true'><numberFormat/>"
-      "</setTickLabelFormat><setTickLabelFormat role='x'><other/></setTickLabelFormat>");
-  EXPECT_EQ(chart.body(), before);
+      "<setTickLabelFormat role='x' categorical='true'><numberFormat/></setTickLabelFormat>"
+      "<setTickLabelFormat role='x'><other/></setTickLabelFormat>");
+  EXPECT_EQ(chart.body(), ticksOf(old));
 }
 
 std::string merged(const std::string& label) {

@@ -1,0 +1,173 @@
+// The questions that commands ask a chart.
+#include "basetemplate.h"
+
+#include "commandcases.h"
+#include "plxaesthetics.h"
+#include "plxcoordinates.h"
+#include "plxdomains.h"
+#include "plxelements.h"
+#include "plxgraph.h"
+#include "plxstyle.h"
+#include "plxvariables.h"
+
+using namespace xercesc;
+
+namespace {
+
+// A chart with the queries of a command over it, whose element is given.
+struct Asked : EditedChart {
+  explicit Asked(const std::string& body, const std::string& element = "<command/>")
+      : EditedChart(body), fragment(element), queries(nullptr, chart(), fragment.first()) {}
+
+  PlXGraph& graph() { return *chart().getGraphs().front(); }
+
+  Fragment fragment;
+  BaseTemplate queries;
+};
+
+template <class Objects>
+std::string idsOf(const Objects& objects) {
+  std::string ids;
+  for (const PlXBaseElement* each : objects) {
+    ids += each ? ChartString(each->GetAttribute(u"id")).toUTF8() + " " : "none ";
+  }
+  return ids;
+}
+
+std::string idOf(const PlXBaseElement* object) {
+  return idsOf(std::vector{object});
+}
+
+TEST(Queries, AddressGraphsByPosition) {
+  const ChartBase holder;
+  const std::string body =
+      "<container id='c'><graph id='a'><interval id='i'/></graph></container><graph id='b'>"
+      "<coordinates><polarTransform/></coordinates><interval id='j'/></graph><graph id='d'/>";
+  const std::tuple<const char*, const char*, const char*, const char*> cases[] = {
+      {"", "a b d ", "j ", "i "},
+      {"0", "a b d ", "j ", "i "},
+      {"2", "b ", "j ", ""},
+      {"3", "d ", "", ""},
+      {"5", "", "", ""}};
+  for (const auto& [number, ids, polar, straight] : cases) {
+    Asked chart(body, std::string("<command graph='") + number + "'/>");
+    std::vector<PlXGraph*> graphs{nullptr};
+    const unsigned addressed = chart.queries.getGraphs(graphs);
+    EXPECT_EQ(addressed + 1, graphs.size());
+    EXPECT_EQ(idsOf(graphs), std::string("none ") + ids);
+    for (const bool isPolar : {true, false}) {
+      std::vector<PlXInterval*> intervals{nullptr};
+      const unsigned size = chart.queries.getIntervalElements(intervals, isPolar);
+      EXPECT_EQ(size, intervals.size());
+      EXPECT_EQ(idsOf(intervals), std::string("none ") + (isPolar ? polar : straight));
+    }
+  }
+}
+
+TEST(Queries, FindElementsAndTheirBlocks) {
+  Asked chart(
+      "<graph><coordinates/><coordinates id='k'/><schema id='s'/><point id='p' coordinates='k'>"
+      "<summaryStatistic method='mean'/><summaryStatistic method='count'/></point><interval id='i'>"
+      "<summaryStatistic method='count'/><summaryStatistic method='range'/></interval>"
+      "<line id='l'><summaryStatistic method='percentCount'/></line></graph>");
+  std::vector<CTElementType*> all{nullptr};
+  BaseTemplate::getAllElements(chart.graph(), all);
+  EXPECT_EQ(idsOf(all), "none p l i s ");
+  EXPECT_EQ(idsOf(chart.queries.getElementsWithSummaryStatistics(chart.graph())), "l i ");
+  EXPECT_TRUE(chart.queries.isIntervalRangeElement(*all[3]));
+  EXPECT_FALSE(chart.queries.isIntervalRangeElement(*all[1]));
+  // The point is in the second block, the others in none.
+  for (const auto& [index, second, first] :
+       {std::tuple("", false, true), {"0", false, true}, {"1", true, false}, {"2", false, false}}) {
+    EXPECT_EQ(chart.queries.doesCoordinateMatch(*all[1], ChartString(index)), second) << index;
+    EXPECT_EQ(chart.queries.doesCoordinateMatch(*all[2], ChartString(index)), first) << index;
+  }
+}
+
+TEST(Queries, CountReferencesAsPlaces) {
+  Asked chart(
+      "<graph><coordinates><polarTransform/><dimension id='a'><axis/></dimension>"
+      "<dimensionReference/><dimension id='c'/></coordinates><coordinates><dimension id='d'/>"
+      "<dimension id='e'/></coordinates><point/></graph>");
+  for (const auto& [role, ids] : {std::pair("x", "a d "), {"y", ""}, {"y2", "e "}, {"z", "c "}}) {
+    EXPECT_EQ(idsOf(chart.queries.getDimensionsByRole(chart.graph(), ChartString(role))), ids);
+  }
+  EXPECT_FALSE(chart.queries.isChartTrue3D(chart.graph()));
+  chart.queries.addZDimension(chart.graph());
+  const auto blocks = chart.graph().getCoordinatess();
+  EXPECT_EQ(blocks[0]->getDimensions().size(), 2u);
+  EXPECT_EQ(blocks[1]->getDimensions().size(), 3u);
+  Asked solid(
+      "<graph><coordinates><dimension/><dimension/><dimension><axis/></dimension>"
+      "</coordinates><point><z/></point></graph>");
+  EXPECT_TRUE(solid.queries.isChartTrue3D(solid.graph()));
+}
+
+TEST(Queries, FindVariablesAndCategories) {
+  const ChartBase holder;
+  const auto body = [](const std::string& cluster) {
+    return "<sourceVariable id='v' domain='own'><format><relabel from='1' to='one'/>"
+           "<relabel to='none'/></format></sourceVariable><sourceVariable id='w'/>"
+           "<categoricalDomain id='own'/><categoricalDomain id='other'/><graph><coordinates>"
+           "<dimension" +
+           cluster +
+           " domain='other'/><dimension domain='other'/></coordinates>"
+           "<point><x variable='v'/><y variable='v'/><color variable='w'/><split variable='v'/>"
+           "</point></graph>";
+  };
+  for (const bool isClustered : {false, true}) {
+    Asked chart(body(isClustered ? " clusterVariable='w'" : ""));
+    const CTElementType& point = *chart.graph().getPoints().front();
+    const auto domain = [&](const XMLCh* role, const CTElementType* element) {
+      return idOf(chart.queries.getCategoricalDomain(chart.graph(), role, element));
+    };
+    const auto value = [&](const XMLCh* role, const char* label) {
+      return chart.queries.getCategoryValue(chart.graph(), role, ChartString(label)).toUTF8();
+    };
+    EXPECT_EQ(chart.queries.isGraphClustered(chart.graph()), isClustered);
+    EXPECT_EQ(idOf(chart.queries.getElementVariable(point, u"x")), isClustered ? "w " : "v ");
+    EXPECT_EQ(idOf(chart.queries.getElementVariable(point, u"y")), "v ");
+    EXPECT_EQ(idOf(chart.queries.getElementVariable(point, u"z")), "none ");
+    EXPECT_EQ(idsOf(chart.queries.getLegendVariables(chart.graph(), u"legend")), "w v ");
+    EXPECT_EQ(idsOf(chart.queries.getLegendVariables(chart.graph(), u"x")),
+              isClustered ? "w " : "v ");
+    // Of y the element doesn't count.
+    EXPECT_EQ(domain(u"x", &point) + domain(u"y", &point) + domain(u"legend", &point),
+              "own other own ");
+    EXPECT_EQ(domain(u"x", nullptr) + domain(u"z", &point) + domain(u"legend", nullptr),
+              "other none none ");
+    EXPECT_EQ(value(u"x", "one"), isClustered ? "" : "1");
+    EXPECT_EQ(value(u"y", "one") + value(u"y", "none") + value(u"legend", "one"), "1");
+  }
+}
+
+TEST(Queries, MakeStylesAndEntries) {
+  const std::string legends =
+      "<legend id='k'><legendTarget id='t' target='a'/><legendTarget target='b'/>"
+      "<legendTarget target='a'/></legend><legend id='m'/>";
+  Asked chart(legends + "<graph><point><color id='a'/><color id='b'/></point></graph>",
+              "<c t='true' f='false' u='TRUE' o='1'/>");
+  EXPECT_EQ(idOf(chart.queries.addStyle(chart.graph(), nullptr)), "style1 ");
+  EXPECT_EQ(idOf(chart.queries.addStyle(chart.graph(), u"")), "style2 ");
+  EXPECT_EQ(idOf(chart.queries.addStyle(chart.graph(), u"style1")), "style1 ");
+  EXPECT_NE(chart.body().find("<style id='c-o-n-t-a-i-n-er'><style id='style1'/>"
+                              "<style id='style2'/></style>"),
+            std::string::npos);
+  const auto colors = chart.graph().getPoints().front()->getColors();
+  chart.queries.CloneLegendEntry(ChartString("none"), *colors[1]);
+  chart.queries.CloneLegendEntry(ChartString("a"), *colors[1]);
+  EXPECT_NE(chart.body().find("<legendTarget target='a'/><legendTarget id='legendTarget1' "
+                              "target='b'/><legendTarget id='legendTarget2' target='b'/></legend>"
+                              "<legend id='m'/>"),
+            std::string::npos);
+  for (const bool otherwise : {true, false}) {
+    const auto read = [&](const XMLCh* name) {
+      return chart.queries.getBooleanAttribute(chart.fragment.first(), name, otherwise);
+    };
+    EXPECT_TRUE(read(u"t"));
+    EXPECT_FALSE(read(u"f"));
+    EXPECT_TRUE(read(u"u") == otherwise && read(u"o") == otherwise && read(u"n") == otherwise);
+  }
+}
+
+}  // namespace
