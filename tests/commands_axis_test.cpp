@@ -183,33 +183,40 @@ TEST(AxisCommands, TreatAMatrixApart) {
 TEST(AxisCommands, AnswerWhatTheyFound) {
   const ChartBase holder;
   const std::string one = graph(dimension("x") + dimension("y", ""));
-  const std::string angle = "<setTickLabelAngle labelAngle='0' ";
-  const std::tuple<std::string, std::string, bool> cases[] = {
-      {"", "<setAxisScale/>", true},
-      {"", "<setAxisStyle/>", true},
-      {"", "<setAxisInterval role='z'/>", true},
-      {one, "<setAxisInterval role='y2'/>", false},
-      {one, "<setAxisInterval/>", false},
-      {one, "<setAxisMajorTicks><other/></setAxisMajorTicks>", false},
-      {one, "<setAxisMajorTicks><other><majorTicks role='q'/></other></setAxisMajorTicks>", true},
-      {one, "<setAxisMajorTicks><majorticks role='x'/></setAxisMajorTicks>", true},
-      {one, "<setAxisMinorTicks><minorticks role='x'/></setAxisMinorTicks>", true},
-      {one, "<setAxisMinorTicks/>", false},
-      // Of the last graph alone, with ticks or without.
-      {one, angle + "role='y'/>", true},
-      {one, angle + "role='z'/>", false},
-      {one, angle + "role='x' categorical='true'/>", false},
-      {one + "<graph/>", angle + "role='x'/>", false},
-      {"<graph/>" + one, angle + "role='x'/>", true},
-      {"", angle + "role='x'/>", false},
-      {one, "<setTickLabelAngle role='x'/>", false},
-      {matrix(ticks, "<facetLevel>" + ticks + "</facetLevel>"), angle + "role='x'/>", false},
-      {one, "<setTickLabelFormat role='x'><numberFormat/><other/></setTickLabelFormat>", false},
-      {one, "<setTickLabelFormat role='x'><format/><!-- no format --></setTickLabelFormat>", false},
-      {one, "<setTickLabelFormat role='x'/>", true}};
-  for (const auto& [body, text, answer] : cases) {
-    // An element that is no command leaves the answer false.
-    EXPECT_EQ(EditedChart(body).apply("<bogus/>" + text), answer) << text;
+  const std::pair<const char*, std::string> bodies[] = {
+      {"none", ""},
+      {"one", one},
+      {"graph last", one + "<graph/>"},
+      {"graph first", "<graph/>" + one},
+      {"matrix", matrix(ticks, "<facetLevel>" + ticks + "</facetLevel>")}};
+  // Of label commands the last graph alone counts, with ticks or without.
+  for (const auto& row : rowsOf(R"(
+none | <setAxisStyle/> | true
+none | <setAxisInterval role='z'/> | true
+one | <setAxisInterval role='y2'/> | false
+one | <setAxisInterval/> | false
+one | <setAxisMajorTicks><some/></setAxisMajorTicks> | false
+one | <setAxisMajorTicks><some><majorTicks role='q'/></some></setAxisMajorTicks> | true
+one | <setAxisMajorTicks><majorticks role='x'/></setAxisMajorTicks> | true
+one | <setAxisMinorTicks><minorticks role='x'/></setAxisMinorTicks> | true
+one | <setAxisMinorTicks/> | false
+one | <setTickLabelAngle labelAngle='0' role='y'/> | true
+one | <setTickLabelAngle labelAngle='0' role='z'/> | false
+one | <setTickLabelAngle labelAngle='0' role='x' categorical='true'/> | false
+one | <setTickLabelAngle role='x'/> | false
+none | <setTickLabelFrequency role='x'/> | false
+graph last | <setTickLabelFrequency role='x'/> | false
+graph first | <setTickLabelFrequency role='x'/> | true
+matrix | <setTickLabelFrequency role='x'/> | false
+one | <setTickLabelFormat role='x'><numberFormat/><some/></setTickLabelFormat> | false
+one | <setTickLabelFormat role='x'><format/><!-- no format --></setTickLabelFormat> | false
+one | <setTickLabelFormat role='x'/> | true
+)")) {
+    for (const auto& [name, body] : bodies) {
+      if (row[0] != name) continue;
+      // An element that is no command leaves the answer false.
+      EXPECT_EQ(EditedChart(body).apply("<bogus/>" + row[1]), row[2] == "true") << row[1];
+    }
   }
 }
 

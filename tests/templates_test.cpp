@@ -10,12 +10,6 @@
 #include "commands.h"
 #include "dialect.h"
 #include "domwalk.h"
-#include "plxaesthetics.h"
-#include "plxdomains.h"
-#include "plxelements.h"
-#include "plxgraph.h"
-#include "plxstyle.h"
-#include "plxvariables.h"
 #include "tavogotocaller.h"
 
 using namespace xercesc;
@@ -117,57 +111,43 @@ TEST(Template, GoesOnWhenACommandThrows) {
   const std::function<void()> kinds[] = {[] { throw ChartException("failed", "file", 1); },
                                          [] { throw DOMException(8); }, [] { throw 1; },
                                          [] { throw TavoGoToCaller(); }};
-  for (const bool isWhole : {false, true}) {
-    for (const auto& kind : kinds) {
-      const bool stops = &kind == &kinds[3];
-      Mine mine(kind);
-      EditedChart chart(dimensions("<dimension><scale origin='1'/></dimension>"));
-      DOMElement* root = chart.chart().getImplementation();
-      auto* scale = static_cast<DOMElement*>(root->getElementsByTagName(u"scale")->item(0));
-      scale->getAttributeNode(u"origin")->setUserData(u"mine", &mine, &mine);
-      const std::string failing = "<setAxisScale role='x' method='log'/>";
-      const LogFolder folder;
-      if (!stops && !isWhole) {
-        EXPECT_FALSE(chart.apply(margin("1%", "y") + failing));
-      } else if (!stops) {
-        ChartTemplate commands(chart.chart(), nullptr);
-        commands.setTemplate(templateText(margin("2%", "y") + failing + margin("1%", "y")));
-        commands.applyTemplate();
-      } else if (!isWhole) {
-        EXPECT_THROW(chart.apply(margin("1%", "y") + failing + margin("2%", "y")), ChartException);
-      } else {
-        ChartTemplate commands(chart.chart(), nullptr);
-        commands.setTemplate(templateText(margin("1%", "y") + failing + margin("2%", "y")));
-        EXPECT_THROW(commands.applyTemplate(), ChartException);
-      }
-      // What was done stays.
-      EXPECT_EQ(chart.body(), dimensions("<dimension><scale method='log'/></dimension>",
-                                         "<dimension upperMargin='1%'/>"));
-      std::string log;
-      if (stops) {
-        log =
-            "Error -- ChartXML: Fatal Error occurred while applying template command: "
-            "<setAxisScale method=\"log\" role=\"x\"/> at file src/templates/applytemplate.cpp\n";
-      }
-      if (stops && isWhole) {
-        log +=
-            "Error -- ChartXML: Fatal Error occurred while applying template at file "
-            "src/templates/charttemplate.cpp\n";
-      }
-      EXPECT_EQ(entries(folder), log);
+  for (const auto& kind : kinds) {
+    const bool stops = &kind == &kinds[3];
+    Mine mine(kind);
+    EditedChart chart(dimensions("<dimension><scale origin='1'/></dimension>"));
+    DOMElement* root = chart.chart().getImplementation();
+    auto* scale = static_cast<DOMElement*>(root->getElementsByTagName(u"scale")->item(0));
+    scale->getAttributeNode(u"origin")->setUserData(u"mine", &mine, &mine);
+    const LogFolder folder;
+    ChartTemplate commands(chart.chart(), nullptr);
+    commands.setTemplate(
+        templateText(margin("1%", "y") + "<setAxisScale role='x'/>" + margin("2%", "y")));
+    if (stops) {
+      EXPECT_THROW(commands.applyTemplate(), ChartException);
+    } else {
+      commands.applyTemplate();
     }
+    // What was done stays.
+    const std::string value = stops ? "1%" : "2%";
+    EXPECT_EQ(chart.body(), dimensions("<dimension><scale method='linear'/></dimension>",
+                                       "<dimension upperMargin='" + value + "'/>"));
+    EXPECT_EQ(entries(folder),
+              !stops ? ""
+                     : "Error -- ChartXML: Fatal Error occurred while applying template command: "
+                       "<setAxisScale role=\"x\"/> at file src/templates/applytemplate.cpp\n"
+                       "Error -- ChartXML: Fatal Error occurred while applying template at file "
+                       "src/templates/charttemplate.cpp\n");
   }
 }
 
 TEST(Template, AnswersForItsLastCommands) {
-  const ChartBase holder;
+  EditedChart chart("");
   const std::pair<const char*, bool> cases[] = {{"", true},
                                                 {"<setAxisInterval/>", true},
-                                                {"<bogus/>", false},
-                                                {"<bogus/><setAxisInterval/>", false},
-                                                {"<bogus/><setAxisScale/>", true},
-                                                {"<setAxisScale/><bogus/>", false}};
-  EditedChart chart("");
+                                                {"<o/>", false},
+                                                {"<o/><setAxisInterval/>", false},
+                                                {"<o/><setAxisScale/>", true},
+                                                {"<setAxisScale/><o/>", false}};
   for (const auto& [commands, answer] : cases) EXPECT_EQ(chart.apply(commands), answer) << commands;
   EXPECT_FALSE(ApplyTemplate().process(nullptr, chart.chart(), nullptr));
 }
