@@ -142,31 +142,28 @@ TEST(Queries, FindVariablesAndCategories) {
 }
 
 TEST(Queries, MakeStylesAndEntries) {
-  const std::string legends =
-      "<legend id='k'><legendTarget id='t' target='a'/><legendTarget target='b'/>"
-      "<legendTarget target='a'/></legend><legend id='m'/>";
-  Asked chart(legends + "<graph><point><color id='a'/><color id='b'/></point></graph>",
-              "<c t='true' f='false' u='TRUE' o='1'/>");
-  EXPECT_EQ(idOf(chart.queries.addStyle(chart.graph(), nullptr)), "style1 ");
-  EXPECT_EQ(idOf(chart.queries.addStyle(chart.graph(), u"")), "style2 ");
-  EXPECT_EQ(idOf(chart.queries.addStyle(chart.graph(), u"style1")), "style1 ");
-  EXPECT_NE(chart.body().find("<style id='c-o-n-t-a-i-n-er'><style id='style1'/>"
-                              "<style id='style2'/></style>"),
-            std::string::npos);
+  Asked chart(
+      "<graph><point><color id='a'/><color id='b'/></point></graph><legend id='k'>"
+      "<legendTarget target='a'/><legendTarget target='b'/><legendTarget target='a'/></legend>"
+      "<legend id='m'/>",
+      "<command t='true' f='false' u='TRUE' o='1'/>");
   const auto colors = chart.graph().getPoints().front()->getColors();
-  chart.queries.CloneLegendEntry(ChartString("none"), *colors[1]);
-  chart.queries.CloneLegendEntry(ChartString("a"), *colors[1]);
-  EXPECT_NE(chart.body().find("<legendTarget target='a'/><legendTarget id='legendTarget1' "
-                              "target='b'/><legendTarget id='legendTarget2' target='b'/></legend>"
-                              "<legend id='m'/>"),
-            std::string::npos);
+  for (const char* id : {"a", "none"}) chart.queries.CloneLegendEntry(ChartString(id), *colors[1]);
+  const std::pair<const XMLCh*, const char*> styles[] = {
+      {nullptr, "style1 "}, {u"", "style2 "}, {u"style1", "style1 "}};
+  for (const auto& [id, made] : styles) {
+    EXPECT_EQ(idOf(chart.queries.addStyle(chart.graph(), id)), made);
+  }
+  EXPECT_TRUE(chart.body().ends_with(
+      "<legendTarget target='a'/><legendTarget id='legendTarget1' target='b'/><legendTarget "
+      "id='legendTarget2' target='b'/></legend><legend id='m'/><style id='c-o-n-t-a-i-n-er'>"
+      "<style id='style1'/><style id='style2'/></style>"))
+      << chart.body();
   for (const bool otherwise : {true, false}) {
-    const auto read = [&](const XMLCh* name) {
-      return chart.queries.getBooleanAttribute(chart.fragment.first(), name, otherwise);
-    };
-    EXPECT_TRUE(read(u"t"));
-    EXPECT_FALSE(read(u"f"));
-    EXPECT_TRUE(read(u"u") == otherwise && read(u"o") == otherwise && read(u"n") == otherwise);
+    for (const XMLCh* name : {u"t", u"f", u"u", u"o", u"n"}) {
+      EXPECT_EQ(chart.queries.getBooleanAttribute(chart.fragment.first(), name, otherwise),
+                *name == u't' || (*name != u'f' && otherwise));
+    }
   }
 }
 
