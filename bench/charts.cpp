@@ -30,21 +30,21 @@ constexpr std::string_view variables =
     R"(</categoricalDomain>)"
     R"(<intervalDomain id="domain_revenue"><range min="0" max="250"/></intervalDomain>)";
 
-// A '@' stands for a number.
+// A '@' stands for the number of what is written, a '~' for any number below a hundred.
 constexpr std::string_view coordinates =
-    R"(<location part="left" method="fixed" value="5%"/>)"
+    R"(<location part="left" method="fixed" value="~%"/>)"
     R"(<location part="right" method="attach" target="legend_0"/>)"
     R"(<location part="top" method="attach" target="frame_0"/>)"
-    R"(<location part="height" method="fixed" value="80%" max="300pt"/>)"
+    R"(<location part="height" method="fixed" value="~%" max="3~pt"/>)"
     R"(<coordinates id="coordinates_@"><dimension id="dimension_x_@" domain="domain_region" )"
-    R"(lowerMargin="5%" upperMargin="5%"><axis id="axis_x_@" style="style_1">)"
+    R"(lowerMargin="~%" upperMargin="~%"><axis id="axis_x_@" style="style_1">)"
     R"(<label style="style_2" textFrameStyle="style_3"><text>Region</text></label>)"
-    R"(<majorTicks style="style_2" tickFrameStyle="style_3" markStyle="style_1" length="5pt" )"
-    R"(labelAngle="45" position="outside"/></axis></dimension>)"
+    R"(<majorTicks style="style_2" tickFrameStyle="style_3" markStyle="style_1" length="~pt" )"
+    R"(labelAngle="~" position="outside"/></axis></dimension>)"
     R"(<dimension id="dimension_y_@" domain="domain_revenue" niceUpperMapping="true">)"
     R"(<scale method="linear" origin="0"/><axis id="axis_y_@" style="style_1">)"
     R"(<label style="style_2"><text>Revenue &amp; returns</text></label>)"
-    R"(<majorTicks style="style_2" markStyle="style_1" delta="50">)"
+    R"(<majorTicks style="style_2" markStyle="style_1" delta="~">)"
     R"(<format maximumFractionDigits="0" prefix="$" useGrouping="true"/>)"
     R"(<gridline style="style_4"/></majorTicks><minorTicks number="4" length="3pt"/></axis>)"
     R"(</dimension></coordinates>)";
@@ -53,37 +53,37 @@ constexpr std::string_view elements[] = {
     R"(<interval id="element_@" style="style_5" positionModifier="dodge">)"
     R"(<x variable="region"/><y variable="revenue"/>)"
     R"(<color id="color_@" variable="segment" domain="domain_segment" affect="main">)"
-    R"(<colorMapping from="retail" to="#3e58ac"/><colorMapping from="online" to="#2eb848"/>)"
+    R"(<colorMapping from="retail" to="#~~~"/><colorMapping from="online" to="#~~~"/>)"
     R"(</color><summaryStatistic method="mean"/><labeling id="labeling_@" variable="labels" )"
     R"(style="style_6"><format maximumFractionDigits="2" suffix="%"/>)"
     R"(<labelLocation horizontal="center" vertical="positive"/></labeling></interval>)",
     R"(<line id="element_@" style="style_6" coordinates="coordinates_0" )"
     R"(breakRepresentation="gap"><x variable="region"/><y variable="revenue"/>)"
-    R"(<dash variable="segment" missing="2 2"><dashMapping from="retail" to="4 2"/></dash>)"
+    R"(<dash variable="segment" missing="2 2"><dashMapping from="retail" to="~ ~"/></dash>)"
     R"(<summaryStatistic method="median"/></line>)",
     R"(<point id="element_@" style="style_7" showCollidingLabels="false">)"
-    R"(<x variable="region"/><y variable="revenue"/><size variable="revenue" low="3pt" )"
+    R"(<x variable="region"/><y variable="revenue"/><size variable="revenue" low="~pt" )"
     R"(high="9pt"/><shape variable="segment"><symbolMapping from="retail" to="circle"/>)"
     R"(<symbolMapping from="online" to="triangle"/></shape></point>)",
     R"(<area id="element_@" style="style_5"><x variable="region"/><y variable="revenue"/>)"
-    R"(<transparency variable="revenue" low="0.25" high="0.75"/>)"
+    R"(<transparency variable="revenue" low="0.~" high="0.~"/>)"
     R"(<summaryStatistic method="sum"/></area>)",
 };
 
 constexpr std::string_view styles[] = {
-    R"(<style id="style_@" color="#5f9ea0" color2="#000000" stroke-width="0.5pt" )"
+    R"(<style id="style_@" color="#~~~" color2="#~~~" stroke-width="0.~pt" )"
     R"(padding="2pt" visible="true"/>)",
-    R"(<style id="style_@" font-family="sans-serif" font-size="9pt 6pt 12pt" )"
+    R"(<style id="style_@" font-family="sans-serif" font-size="~pt 6pt ~pt" )"
     R"(font-weight="regular" font-style="regular" textAlignment="center" color="black" )"
-    R"(margin-left="3pt" margin-right="3pt"/>)",
-    R"(<style id="style_@" symbol="circle" size="8pt" stroke-dasharray="none" )"
-    R"(stroke-linecap="round" opacity="0.85" width="60%"/>)",
+    R"(margin-left="~pt" margin-right="~pt"/>)",
+    R"(<style id="style_@" symbol="circle" size="~pt" stroke-dasharray="none" )"
+    R"(stroke-linecap="round" opacity="0.~" width="~%"/>)",
 };
 
 constexpr std::string_view labelFrame =
     R"(<labelFrame id="frame_@" style="style_3"><location part="left" value="0%"/>)"
-    R"(<location part="top" value="2%"/><location part="height" method="content"/>)"
-    R"(<label style="style_2"><text>Revenue by region, quarter @</text></label></labelFrame>)";
+    R"(<location part="top" value="~%"/><location part="height" method="content"/>)"
+    R"(<label style="style_2"><text>Revenue by region, quarter @ of 20~</text></label></labelFrame>)";
 
 constexpr std::string_view legend =
     R"(<legend id="legend_0" style="style_3" tickTextStyle="style_2">)"
@@ -91,15 +91,53 @@ constexpr std::string_view legend =
     R"(<label><text>Segment</text></label><legendTarget target="color_0"/></legend>)";
 
 constexpr std::string_view cycles =
-    R"(<styleCycle id="cycle_0"><cycle><style color="#3e58ac"/><style color="#2eb848"/>)"
-    R"(<style color="#d3ce97"/></cycle></styleCycle>)";
+    R"(<styleCycle id="cycle_0"><cycle><style color="#~~~"/><style color="#~~~"/>)"
+    R"(<style color="#~~~"/></cycle></styleCycle>)";
 
-void appendNumbered(std::string& text, std::string_view pattern, int number) {
-  const std::string digits = std::to_string(number);
-  for (char c : pattern) {
-    c == '@' ? text.append(digits) : text.append(1, c);
+class ChartWriter {
+ public:
+  void append(std::string_view pattern, int number = 0) {
+    for (char c : pattern) {
+      if (c == '@') {
+        text_ += std::to_string(number);
+      } else if (c == '~') {
+        text_ += static_cast<char>('0' + random_() % 10);
+        text_ += static_cast<char>('0' + random_() % 10);
+      } else {
+        text_ += c;
+      }
+    }
   }
-}
+
+  void appendSources(int rows, int sources) {
+    for (int source = 0; source < sources; ++source) {
+      append(R"(<embeddedSource id="source_@">)", source);
+      append(
+          "<names>id;code;region;segment;date;price;revenue;share</names>"
+          "<types>integer;string;string;string;date;double;double;double</types>");
+      text_ += rowsText(rows / sources);
+      append("</embeddedSource>");
+    }
+  }
+
+  void appendGraphs(int count) {
+    for (int i = 0; i < count; ++i) {
+      const int graph = i / elementsOfGraph;
+      if (i % elementsOfGraph == 0) {
+        append(R"(<graph id="graph_@" style="style_3" cellStyle="style_4">)", graph);
+        append(coordinates, graph);
+      }
+      append(elements[i % std::size(elements)], i);
+      if (i % elementsOfGraph == elementsOfGraph - 1 || i == count - 1) append("</graph>");
+    }
+  }
+
+  const std::string& text() const { return text_; }
+
+ private:
+  std::mt19937 random_{7};
+  std::string text_;
+};
 
 std::string row(std::mt19937& random, int number) {
   static constexpr const char* regions[] = {"North", "South", "East", "West", "Overseas"};
@@ -114,17 +152,6 @@ std::string row(std::mt19937& random, int number) {
   return text;
 }
 
-void appendSources(std::string& text, int rows, int sources) {
-  for (int source = 0; source < sources; ++source) {
-    appendNumbered(text, R"(<embeddedSource id="source_@">)", source);
-    text +=
-        "<names>id;code;region;segment;date;price;revenue;share</names>"
-        "<types>integer;string;string;string;date;double;double;double</types>";
-    text += rowsText(rows / sources);
-    text += "</embeddedSource>";
-  }
-}
-
 }  // namespace
 
 std::string rowsText(int rows) {
@@ -135,22 +162,17 @@ std::string rowsText(int rows) {
 }
 
 std::string chartText(const ChartSize& size) {
-  std::string text(start);
-  if (size.rows > 0) appendSources(text, size.rows, size.sources);
-  text += variables;
-  for (int i = 0; i < size.elements; ++i) {
-    const int graph = i / elementsOfGraph;
-    if (i % elementsOfGraph == 0) {
-      appendNumbered(text, R"(<graph id="graph_@" style="style_3" cellStyle="style_4">)", graph);
-      appendNumbered(text, coordinates, graph);
-    }
-    appendNumbered(text, elements[i % std::size(elements)], i);
-    if (i % elementsOfGraph == elementsOfGraph - 1 || i == size.elements - 1) text += "</graph>";
-  }
-  for (int i = 0; i < size.labelFrames; ++i) appendNumbered(text, labelFrame, i);
-  text.append(legend).append(cycles);
-  for (int i = 0; i < size.styles; ++i) appendNumbered(text, styles[i % std::size(styles)], i);
-  return text + R"(<extension title1="frame_0" legend1="legend_0"/></visualization>)";
+  ChartWriter chart;
+  chart.append(start);
+  if (size.rows > 0) chart.appendSources(size.rows, size.sources);
+  chart.append(variables);
+  chart.appendGraphs(size.elements);
+  for (int i = 0; i < size.labelFrames; ++i) chart.append(labelFrame, i);
+  chart.append(legend);
+  chart.append(cycles);
+  for (int i = 0; i < size.styles; ++i) chart.append(styles[i % std::size(styles)], i);
+  chart.append(R"(<extension title1="frame_0" legend1="legend_0"/></visualization>)");
+  return chart.text();
 }
 
 std::string chartOfBytes(std::size_t bytes) {

@@ -53,6 +53,7 @@ void addText(const std::string& label, std::function<std::string()> text) {
 }  // namespace
 
 void addCompression() {
-  addText("chart", [] { return chartOfBytes(100'000); });
+  addText("chart of 14 KB", [] { return chartOfBytes(14'000); });
+  addText("chart of 1 MB", [] { return chartOfBytes(1'000'000); });
   addText("data", [] { return rowsText(20'000); });
 }

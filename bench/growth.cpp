@@ -1,6 +1,7 @@
 // Ten times as much costs ten times as much: what is made, printed and edited.
 #include <xercesc/dom/DOM.hpp>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -32,22 +33,29 @@ ChartString numbered(const XMLCh* prefix, int number) {
   return text.append(static_cast<unsigned long>(number));
 }
 
-// Making, printing and printing with data, for charts whose size is `sizeOf(n)`.
+// Making an object of class T over a text, and its end.
+template <class T>
+void addLife(const std::string& name, int count, std::function<std::string(int)> textOf) {
+  measureGrowth(
+      "growth/" + name, count,
+      [textOf](int n) -> Run {
+        const auto object = std::make_shared<std::unique_ptr<T>>();
+        return [object, text = textOf(n)] { *object = std::make_unique<T>(text); };
+      },
+      End::Timed);
+}
+
+// Charts whose size is `sizeOf(n)`.
 template <class SizeOf>
 void addChart(const std::string& label, int count, SizeOf sizeOf) {
-  measureGrowth("growth/constructor/" + label, count, [sizeOf](int n) -> Run {
-    const std::string text = chartText(sizeOf(n));
-    return [text] { const ChartTransformer chart(text); };
-  });
-  measureGrowth("growth/PlXVisualization/" + label, count, [sizeOf](int n) -> Run {
-    const std::string text = chartText(sizeOf(n));
-    return [text] { const Model model(text); };
-  });
-  measureGrowth("growth/getXML/" + label, count, [sizeOf](int n) -> Run {
+  const auto textOf = [sizeOf](int n) { return chartText(sizeOf(n)); };
+  addLife<ChartTransformer>(label + "/ChartTransformer", count, textOf);
+  addLife<Model>(label + "/PlXVisualization", count, textOf);
+  measureGrowth("growth/" + label + "/getXML", count, [sizeOf](int n) -> Run {
     const auto chart = std::make_shared<ChartTransformer>(chartText(sizeOf(n)));
     return [chart] { chart->getXML(nullptr); };
   });
-  measureGrowth("growth/getEntireXML/" + label, count, [sizeOf](int n) -> Run {
+  measureGrowth("growth/" + label + "/getEntireXML", count, [sizeOf](int n) -> Run {
     ChartSize size = sizeOf(n);
     if (size.rows == 0) size.rows = 1;
     const auto chart = std::make_shared<ChartTransformer>(chartText(size));
@@ -87,7 +95,7 @@ void addAdding() {
 }
 
 void addReleasing() {
-  measureGrowth("growth/releaseDocument of a chart that was built", 2000, [](int n) -> Run {
+  measureGrowth("growth/model/releaseDocument", 2000, [](int n) -> Run {
     const auto base = std::make_shared<ChartBase>();
     DOMDocument* document = ChartBase::createPlXDocument(nullptr);
     PlXVisualization root(document->getDocumentElement());
@@ -137,7 +145,7 @@ void addRemoving() {
 }  // namespace
 
 void addGrowth() {
-  addChart("elements", 400, [](int n) { return ChartSize{.elements = n}; });
+  addChart("elements", 200, [](int n) { return ChartSize{.elements = n}; });
   addChart("styles", 1000, [](int n) { return ChartSize{.styles = n}; });
   addChart("rows", 2000, [](int n) { return ChartSize{.rows = n}; });
   addChart("sources", 500, [](int n) { return ChartSize{.rows = n, .sources = n}; });

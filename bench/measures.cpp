@@ -29,7 +29,10 @@ double medianOf(std::vector<double> values) {
   return *middle;
 }
 
-void tell(benchmark::State& state, double subject, double reference, double limit) {
+enum class Unit { Seconds, Bytes };
+
+void tell(benchmark::State& state, Unit unit, double subject, double reference, double limit) {
+  state.counters["bytes"] = unit == Unit::Bytes;
   state.counters["subject"] = subject;
   state.counters["reference"] = reference;
   state.counters["figure"] = subject / reference;
@@ -58,7 +61,8 @@ void registerPairs(const std::string& name, double limit, int runs,
                                    if (!isOdd) references.push_back(timed.reference());
                                    state.SetIterationTime(subjects.back());
                                  }
-                                 tell(state, medianOf(subjects), medianOf(references), limit);
+                                 tell(state, Unit::Seconds, medianOf(subjects),
+                                      medianOf(references), limit);
                                })
       ->Iterations(runs)
       ->UseManualTime();
@@ -70,10 +74,20 @@ void registerOnce(const std::string& name, std::function<void(benchmark::State&)
   })->Iterations(1);
 }
 
+// The mean over that many runs, in seconds.
+double secondsOf(const Prepare& prepare, int size, int count, End end) {
+  std::vector<Run> runs;
+  for (int i = 0; i < count; ++i) runs.push_back(prepare(size));
+  const double seconds = secondsOf([&] {
+    for (const Run& run : runs) run();
+    if (end == End::Timed) runs.clear();
+  });
+  return seconds / count;
+}
+
 double peakOf(const Prepare& prepare, int size) {
-  const Run run = prepare(size);
   const std::size_t before = allocations::startPeak();
-  run();
+  prepare(size)();
   return static_cast<double>(allocations::peak() - before);
 }
 
@@ -87,19 +101,20 @@ void measureTime(const std::string& name, double limit, int runs, std::function<
   });
 }
 
-void measureGrowth(const std::string& name, int size, Prepare prepare) {
+void measureGrowth(const std::string& name, int size, Prepare prepare, End end) {
   registerPairs(name + "/time", growthLimit, growthRuns, [=]() -> Timed {
-    return {[=] { return secondsOf(prepare(10 * size)); },
-            [=] { return secondsOf(prepare(size)); }};
+    return {[=] { return secondsOf(prepare, 10 * size, 1, end); },
+            [=] { return secondsOf(prepare, size, 10, end); }};
   });
   registerOnce(name + "/memory", [=](benchmark::State& state) {
-    tell(state, peakOf(prepare, 10 * size), peakOf(prepare, size), growthLimit);
+    tell(state, Unit::Bytes, peakOf(prepare, 10 * size), peakOf(prepare, size), growthLimit);
   });
 }
 
 void measureBytes(const std::string& name, double limit, std::function<Sizes()> sizes) {
   registerOnce(name, [=](benchmark::State& state) {
     const Sizes both = sizes();
-    tell(state, static_cast<double>(both.subject), static_cast<double>(both.reference), limit);
+    tell(state, Unit::Bytes, static_cast<double>(both.subject), static_cast<double>(both.reference),
+         limit);
   });
 }

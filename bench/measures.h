@@ -20,12 +20,15 @@ struct Pair {
 // outside of it.
 void measureTime(const std::string& name, double limit, int runs, std::function<Pair()> prepare);
 
-// Makes what one run needs, outside of the measured time; the run is called once.
+// Makes what one run needs; the run is called once.
 using Prepare = std::function<Run(int size)>;
 
-// Two measures: the time and the peak of allocated memory of a run of ten times `size` over those
-// of one of `size`.
-void measureGrowth(const std::string& name, int size, Prepare prepare);
+// Two measures of what ten times as much costs. The time is that of a run of ten times `size` over
+// the mean of ten runs of `size` that were prepared together: both touch as much memory, so that a
+// chart which fits the processor's caches has no advantage. The memory is the peak of what is
+// allocated from the start of the preparation on, over that of a single run of `size`.
+enum class End { Untimed, Timed };  // of what the runs own
+void measureGrowth(const std::string& name, int size, Prepare prepare, End end = End::Untimed);
 
 struct Sizes {
   std::size_t subject;

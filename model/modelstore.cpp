@@ -119,7 +119,7 @@ PlXBaseElement* ModelStore::insert(DOMElement* parent, DOMElement* child) {
     lastName = name;
     place = node;
     if (++passed != near) continue;
-    if (DOMNode* known = knownPlace(parent, *row, rank)) {
+    if (DOMNode* known = knownPlace(parent, rank)) {
       place = known;
       break;
     }
@@ -131,17 +131,11 @@ PlXBaseElement* ModelStore::insert(DOMElement* parent, DOMElement* child) {
 }
 
 // Null when nothing is remembered that still holds.
-DOMNode* ModelStore::knownPlace(const DOMElement* parent, const dialect::Element& row,
-                                unsigned rank) const {
+DOMNode* ModelStore::knownPlace(const DOMElement* parent, unsigned rank) const {
   const auto known = lastChildren_.find({parent, rank});
   if (known == lastChildren_.end()) return nullptr;
   DOMElement* last = known->second->getImplementation();
-  if (!last || last->getParentNode() != parent) return nullptr;
-  // Children of lower ranks may have been written behind it.
-  do {
-    last = last->getNextElementSibling();
-  } while (last && row.rankOf(dialect::localName(last)) <= rank);
-  return last;
+  return last && last->getParentNode() == parent ? last->getNextElementSibling() : nullptr;
 }
 
 void ModelStore::noteAttribute(DOMElement* element, const XMLCh* name) {

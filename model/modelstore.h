@@ -61,8 +61,7 @@ class ModelStore {
   };
   class ReleaseWatch;
 
-  xercesc::DOMNode* knownPlace(const xercesc::DOMElement* parent, const dialect::Element& row,
-                               unsigned rank) const;
+  xercesc::DOMNode* knownPlace(const xercesc::DOMElement* parent, unsigned rank) const;
   PlXBaseElement* make(xercesc::DOMElement* element, const dialect::Element* row);
   void noteLink(const PlXBaseElement& holder, const xercesc::DOMNode& attribute);
   void noteLinks(const PlXBaseElement& object);

@@ -2,15 +2,14 @@
 
 namespace {
 
-constexpr std::size_t smallestBlock = 1 << 10;
 constexpr std::size_t largestBlock = 1 << 16;
 
 }  // namespace
 
 void TextBuffer::addBlock(std::size_t size) {
   if (!blocks_.empty()) blocks_.back().used = next_ - blocks_.back().bytes.get();
-  const std::size_t usual = std::min(largestBlock, smallestBlock << blocks_.size());
-  const std::size_t capacity = std::max(size, usual);
+  const std::size_t capacity = std::max(size, blockSize_);
+  blockSize_ = std::min(2 * blockSize_, largestBlock);
   blocks_.push_back({std::make_unique_for_overwrite<char[]>(capacity), 0});
   next_ = blocks_.back().bytes.get();
   end_ = next_ + capacity;

@@ -14,9 +14,11 @@ class TextBuffer {
  public:
   // Room for that many bytes behind the text; commit() makes the first of them part of it.
   char* room(std::size_t size) {
-    if (static_cast<std::size_t>(end_ - next_) < size) addBlock(size);
+    if (left() < size) addBlock(size);
     return next_;
   }
+  // The bytes that room() gives without taking more memory.
+  std::size_t left() const { return static_cast<std::size_t>(end_ - next_); }
   void commit(std::size_t size) { next_ += size; }
 
   void append(std::string_view text) {
@@ -45,6 +47,7 @@ class TextBuffer {
   std::vector<Block> blocks_;
   char* next_ = nullptr;  // in the last block
   char* end_ = nullptr;
+  std::size_t blockSize_ = 1024;
 };
 
 #endif

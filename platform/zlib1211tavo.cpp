@@ -5,11 +5,13 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "textbuffer.h"
+
 namespace {
 
-// Chart text at this level is within a tenth of the size at level 6 for a fraction of the time; see
-// docs/benchmarks.md.
-constexpr int level = 6;
+// The fastest level whose output is at most a tenth longer than that of level 6, for charts short
+// and long and for data; docs/benchmarks.md has the figures.
+constexpr int level = 5;
 
 std::size_t inflateLimit = std::size_t(1) << 30;
 
@@ -24,35 +26,34 @@ Bytef* bytesOf(const char* text) {
   return reinterpret_cast<Bytef*>(const_cast<char*>(text));
 }
 
-// Inflates into `output`, which grows by doubling from `expected` up to `limit`; its size is that
-// of the text in the end. False for anything but one whole stream.
-bool inflateAll(std::string& output, const std::string& input, std::size_t expected,
-                std::size_t limit) {
+// Inflates up to `limit` bytes; false, with an empty output, for more and for anything but one
+// whole stream. Memory is taken as the text turns up, so that a small input can't ask for much.
+bool inflateAll(std::string& output, const std::string& input, std::size_t limit) {
   z_stream stream{};
-  if (inflateInit(&stream) != Z_OK) return false;
+  if (inflateInit(&stream) != Z_OK) {
+    output.clear();
+    return false;
+  }
+  TextBuffer text;
   std::size_t taken = 0;
   std::size_t given = 0;
   int result = Z_OK;
-  output.resize(std::min(expected, limit));
-  while (result == Z_OK) {
-    if (given == output.size()) {
-      // One byte over the limit tells a text that fits from one that doesn't.
-      if (given > limit) break;
-      output.resize(std::min(std::max<std::size_t>(2 * given, 4096), limit + 1));
-    }
+  while (result == Z_OK && given <= limit) {
     stream.next_in = bytesOf(input.data() + taken);
     stream.avail_in = pieceOf(input.size() - taken);
-    stream.next_out = bytesOf(output.data() + given);
-    stream.avail_out = pieceOf(output.size() - given);
+    stream.next_out = bytesOf(text.room(1));
+    stream.avail_out = pieceOf(text.left());
     const uInt inBefore = stream.avail_in;
     const uInt outBefore = stream.avail_out;
     result = inflate(&stream, Z_NO_FLUSH);
     taken += inBefore - stream.avail_in;
     given += outBefore - stream.avail_out;
+    text.commit(outBefore - stream.avail_out);
   }
   inflateEnd(&stream);
-  output.resize(given);
-  return result == Z_STREAM_END && taken == input.size() && given <= limit;
+  const bool isWhole = result == Z_STREAM_END && taken == input.size() && given <= limit;
+  output = isWhole ? text.take() : std::string();
+  return isWhole;
 }
 
 }  // namespace
@@ -63,45 +64,34 @@ bool zlib1211tavo::compressString(const std::string& input, std::string& output)
     output.clear();
     return false;
   }
-  std::string packed(deflateBound(&stream, input.size()), '\0');
+  TextBuffer packed;
   std::size_t taken = 0;
-  std::size_t given = 0;
   int result = Z_OK;
   while (result == Z_OK) {
     stream.next_in = bytesOf(input.data() + taken);
     stream.avail_in = pieceOf(input.size() - taken);
-    stream.next_out = bytesOf(packed.data() + given);
-    stream.avail_out = pieceOf(packed.size() - given);
+    stream.next_out = bytesOf(packed.room(1));
+    stream.avail_out = pieceOf(packed.left());
     const uInt inBefore = stream.avail_in;
     const uInt outBefore = stream.avail_out;
     result = deflate(&stream, input.size() - taken == inBefore ? Z_FINISH : Z_NO_FLUSH);
     taken += inBefore - stream.avail_in;
-    given += outBefore - stream.avail_out;
+    packed.commit(outBefore - stream.avail_out);
   }
   deflateEnd(&stream);
-  packed.resize(result == Z_STREAM_END ? given : 0);
-  packed.shrink_to_fit();
-  output = std::move(packed);
+  output = result == Z_STREAM_END ? packed.take() : std::string();
   return result == Z_STREAM_END;
 }
 
 bool zlib1211tavo::decompressString(std::string& output, const std::string& input) {
-  std::string text;
-  const bool isWhole = inflateAll(text, input, 4 * input.size(), inflateLimit);
-  if (!isWhole) text.clear();
-  output = std::move(text);
-  return isWhole;
+  return inflateAll(output, input, inflateLimit);
 }
 
 bool zlib1211tavo::decompressString(std::string& output, const std::string& input,
                                     unsigned long size) {
-  // No stream holds more than 1032 times its own length: a lie about the size costs no memory.
-  const bool isPossible = size <= inflateLimit && size / 1032 <= input.size();
-  std::string text;
-  const bool isWhole = isPossible && inflateAll(text, input, size, size) && text.size() == size;
-  if (!isWhole) text.clear();
-  output = std::move(text);
-  return isWhole;
+  if (size <= inflateLimit && inflateAll(output, input, size) && output.size() == size) return true;
+  output.clear();
+  return false;
 }
 
 std::size_t zlib1211tavo::getInflateLimit() {
