@@ -36,7 +36,9 @@ class PlXVisualization;
 //   no word for; any other without a word is passed over.
 // - `setX(object)` stores a link: an attribute with the object's id. An object without an id is
 //   given one. A link whose target isn't in the document, or is no such object, reads as null.
-// - `removeX()` of what isn't there does nothing. Links to a removed object are removed with it.
+// - `removeX()` of what isn't there does nothing. Links to a removed object go with it, but for
+// those
+//   that plain DOM calls have written since the first removal.
 // - `isXPresent()` tells whether the property is stated on this object's own element.
 //
 // An object made directly on an element is a temporary view that the caller owns.

@@ -142,16 +142,16 @@ def function(cls, does, key, body, parameters="", arguments=""):
 def property_row(classes, cls, key, result, target=None):
     enumerators = enum_of(classes, cls.name, result)
     value = f"{cls.name}::{result}" if enumerators and "::" not in result else result
-    taken = f"as<{target}>(*to)" if target else f"take<{value}>(v)"
-    # An object whose element has been released finds nothing to link to.
-    setter = "{{ if (auto* to = o.objectOf(o.getElementById(v))) {}; }}" if target else "{{ {}; }}"
     absent = f"spell<{value}>({{}})" if value != "const XMLCh*" else 'u""'
     kind, *samples = VALUE_TYPES.get(value, ("Link" if target else "Word",))
     samples = [f"spell({e})" for e in enumerators or []] or [f'u"{text}"' for text in samples]
     return row(
         cls, key, type="dialect::Type::" + kind, samples="{" + ", ".join(samples) + "}", absent=ABSENT.get(f"{cls.name}::{key}", absent),
         get=function(cls, "one" if target else "getter", key, "{{ return spell({}); }}"),
-        set=function(cls, "setter", key, setter, ", const XMLCh* v", taken),
+        set=None if target else
+        function(cls, "setter", key, "{{ {}; }}", ", const XMLCh* v", f"take<{value}>(v)"),
+        link=target and
+        function(cls, "setter", key, "{{ {}; }}", ", PlXBaseElement& v", f"as<{target}>(v)"),
         isPresent=function(cls, "present", key, "{{ return {}; }}"),
         remove=function(cls, "remover", key, "{{ {}; }}"),
         accepts=target and f"&is<{target}>", gives=target and f"&is<{result[:-1]}>")

@@ -68,6 +68,7 @@ struct Property {
   std::u16string absent;                     // what it reads as when it isn't stated
   std::u16string (*get)(PlXBaseElement&) = nullptr;
   void (*set)(PlXBaseElement&, const XMLCh*) = nullptr;
+  void (*link)(PlXBaseElement&, PlXBaseElement&) = nullptr;
   bool (*isPresent)(PlXBaseElement&) = nullptr;
   void (*remove)(PlXBaseElement&) = nullptr;
   // For links: whether the setter takes the object, and whether the getter answers it.

@@ -41,11 +41,9 @@ Links::key_type change(PlXBaseElement& object, const Chart& chart, std::mt19937&
   if (random() % 2 && !properties.empty()) {
     const Property& property = pick(properties);
     std::vector<PlXBaseElement*> targets = chart.objects();
-    std::erase_if(targets, [&](auto* o) { return !property.accepts || !property.accepts(o); });
-    if (!property.set || targets.empty()) return {};
-    PlXBaseElement& target = *pick(targets);
-    if (spell(&target).empty()) target.SetAttribute(u"id", (u"target" + spell(random())).c_str());
-    property.set(object, spell(&target).c_str());
+    std::erase_if(targets, [&](auto* o) { return !property.link || !property.accepts(o); });
+    if (targets.empty()) return {};
+    property.link(object, *pick(targets));
     return {object.getImplementation(), attributeOf(row, property)->name};
   }
   if (kinds.empty()) return {};
@@ -90,9 +88,7 @@ void expectWhole(const Chart& chart, std::set<std::u16string>& ids, const Links&
 void exercise(PlXBaseElement& object, const dialect::Element& row, PlXVisualization& root) {
   for (const Property& property : propertiesOf(row)) {
     for (const std::u16string& value : property.samples) property.set(object, value.c_str());
-    if (property.set && property.accepts && property.accepts(&root)) {
-      property.set(object, root.getId());
-    }
+    if (property.link && property.accepts(&root)) property.link(object, root);
     if (property.remove) property.remove(object);
     EXPECT_TRUE(object.getImplementation() || property.get(object) == property.absent);
   }
@@ -194,7 +190,9 @@ TEST(Model, MakesAndWithdrawsIdentifiers) {
   PlXGraph& graph = *root.addGraph(u"graph");
   EXPECT_EQ(root.getStyleById(u"graph"), nullptr);
   graph.setStyle(style);
+  root.setStyle(*cycle.addStyle());
   cycle.removeStyles();
+  EXPECT_FALSE(root.getImplementation()->hasAttribute(u"style"));
   EXPECT_EQ(graph.getStyle(), &style);
   // What is removed stays without.
   twin.setId(u"removed");
@@ -207,8 +205,22 @@ TEST(Model, MakesAndWithdrawsIdentifiers) {
   EXPECT_EQ(found(linked.getId()), &linked);
   const PlXPoint* point = view.addPoint(u"point");
   EXPECT_EQ(found(u"point"), point);
+  // So does what has come by DOM calls; a link that leads elsewhere by now stays.
+  DOMElement* added = chart.document->createElement(u"graph");
+  added->setAttribute(u"style", linked.getId());
+  root.getImplementation()->appendChild(added);
+  EXPECT_EQ(root.objectOf(added), root.getGraphs().back());
+  graph.setCellStyle(linked);
+  graph.setCellStyle(style);
   cycle.removeStyles();
   EXPECT_FALSE(graph.getImplementation()->hasAttribute(u"style"));
+  EXPECT_FALSE(added->hasAttribute(u"style"));
+  EXPECT_EQ(graph.getCellStyle(), &style);
+  const dialect::Element& record = *dialect::find(u"extension", u"visualization");
+  for (const XMLCh* name : {u"title12", u"subtitle", u"legend1", u"styleCycleRepository"}) {
+    EXPECT_TRUE(dialect::isLink(record, name));
+  }
+  for (const XMLCh* name : {u"id", u"free1"}) EXPECT_FALSE(dialect::isLink(record, name));
   DOMDocument* older = ChartBase::createDocument(nullptr);
   {
     const PlXVisualization owner(older->getDocumentElement());
