@@ -14,7 +14,8 @@
 
 namespace {
 
-const iconv_t closed = iconv_t(-1);
+// The error value of iconv is no pointer to anything.
+const iconv_t closed = iconv_t(-1);  // NOLINT(performance-no-int-to-ptr)
 
 // Moves `input` to its end or to the first place that can't be converted.
 void convertSome(iconv_t conversion, std::string_view& input, std::string& out) {

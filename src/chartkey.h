@@ -34,7 +34,7 @@ class CHARTXML_API ChartKey {
   friend bool operator==(const ChartKey& a, const ChartKey& b) { return a.values_ == b.values_; }
   friend std::strong_ordering operator<=>(const ChartKey& a, const ChartKey& b) {
     const auto bySize = a.values_.size() <=> b.values_.size();
-    return bySize != 0 ? bySize : a.values_ <=> b.values_;
+    return std::is_neq(bySize) ? bySize : a.values_ <=> b.values_;
   }
 
  private:

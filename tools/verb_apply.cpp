@@ -240,7 +240,7 @@ class Batch {
   std::string outputOf(const std::string& chart) {
     fs::path name = fs::path(chart).filename();
     if (name.extension() == ".z") name.replace_extension(".xml");
-    const std::string output = fs::path(job_.outFolder) / name;
+    std::string output = fs::path(job_.outFolder) / name;
     if (!outputs_.insert(output).second) {
       throw Failure(chart + ": " + output + " holds another chart of this run");
     }
