@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "attributetext.h"
 #include "dialect.h"
 #include "domwalk.h"
 #include "plxframes.h"
@@ -147,7 +148,7 @@ void ModelStore::noteAttribute(DOMElement* element, const XMLCh* name) {
 }
 
 void ModelStore::noteLink(const PlXBaseElement& holder, const DOMNode& attribute) {
-  links_.emplace(hashOf(attribute.getNodeValue()), Link{&holder, attribute.getNodeName()});
+  links_[hashOf(attributeText(attribute))].push_back({&holder, attribute.getNodeName()});
 }
 
 void ModelStore::noteLinks(const PlXBaseElement& object) {
@@ -174,7 +175,7 @@ void ModelStore::remove(DOMElement* element) {
   std::vector<std::u16string> removedIds;
   walkElements(element, [&](DOMElement* inner) {
     if (const DOMAttr* id = inner->getAttributeNode(idName)) {
-      removedIds.emplace_back(id->getValue());
+      removedIds.emplace_back(attributeText(*id));
     }
     withdrawId(inner);
     return !holdsData(dialect::find(inner));
@@ -186,15 +187,14 @@ void ModelStore::remove(DOMElement* element) {
 // Links that lie in the removed part go as well: they lead out of it to nothing, or into a part
 // that no identifier finds any more.
 void ModelStore::removeLinks(const std::u16string& id) {
+  const auto links = links_.find(hashOf(id));
   // Another element of that id, in a damaged document, keeps its links.
-  if (owner_.doesIdExist(id.c_str())) return;
-  const auto [first, last] = links_.equal_range(hashOf(id));
-  for (auto link = first; link != last; ++link) {
-    const auto& [holder, attribute] = link->second;
+  if (links == links_.end() || owner_.doesIdExist(id.c_str())) return;
+  for (const auto& [holder, attribute] : links->second) {
     DOMElement* element = holder->getImplementation();
     if (element && id == element->getAttribute(attribute)) element->removeAttribute(attribute);
   }
-  links_.erase(first, last);
+  links_.erase(links);
 }
 
 std::u16string ModelStore::firstFreeId(const XMLCh* stem) {

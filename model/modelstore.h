@@ -70,9 +70,9 @@ class ModelStore {
 
   PlXVisualization& owner_;
   std::vector<std::unique_ptr<PlXBaseElement>> objects_;
-  // The hash of an id to the links that name it, filled by the first removal. An entry may be out
-  // of date, or of another id: the attribute's text decides.
-  std::unordered_multimap<std::size_t, Link> links_;
+  // The hash of an id to the links that name it, filled by the first removal. A link may be out of
+  // date, or of another id: the attribute's text decides.
+  std::unordered_map<std::size_t, std::vector<Link>> links_;
   bool linksIndexed_ = false;
   bool endsWithDocument_ = false;
   // Stem to the number up to which all are taken; good until an identifier is withdrawn.

@@ -4,6 +4,7 @@
 #include <xercesc/util/XMLChar.hpp>
 #include <xercesc/util/XMLString.hpp>
 
+#include "attributetext.h"
 #include "chartstring.h"
 #include "dialect.h"
 #include "modelstore.h"
@@ -88,7 +89,8 @@ PlXStyle* PlXBaseElement::getStyleById(const XMLCh* id) const {
 }
 
 const XMLCh* PlXBaseElement::text(const XMLCh* name) const {
-  return element_ ? element_->getAttribute(name) : XMLUni::fgZeroLenString;
+  const DOMNode* attribute = element_ ? element_->getAttributeNode(name) : nullptr;
+  return attribute ? attributeText(*attribute) : XMLUni::fgZeroLenString;
 }
 
 void PlXBaseElement::setText(const XMLCh* name, const XMLCh* value) {

@@ -7,6 +7,7 @@
 
 #include <xercesc/util/XMLString.hpp>
 
+#include "attributetext.h"
 #include "textbuffer.h"
 #include "utf.h"
 
@@ -154,16 +155,8 @@ class Writer {
     out_.append(' ');
     write(attribute.getNodeName(), Place::Raw);
     out_.append("=\"");
-    write(valueOf(attribute), Place::Attribute);
+    write(attributeText(attribute), Place::Attribute);
     out_.append('"');
-  }
-
-  // As getNodeValue() answers, which takes far longer for the usual case.
-  static const XMLCh* valueOf(const DOMNode& attribute) {
-    const DOMNode* text = attribute.getFirstChild();
-    const bool isUsual =
-        text && text->getNodeType() == DOMNode::TEXT_NODE && !text->getNextSibling();
-    return isUsual ? text->getNodeValue() : attribute.getNodeValue();
   }
 
   void writeDeclaration(const DOMDocument& document) {

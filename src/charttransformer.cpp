@@ -1,6 +1,7 @@
 #include "charttransformer.h"
 
-#include <map>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include <xercesc/dom/DOM.hpp>
@@ -61,8 +62,8 @@ std::string closeText(const DOMDocument& document) {
 }
 
 // The children of the data's root by id; the first of several counts.
-std::map<ChartString, const DOMElement*> sourcesById(const DOMElement& dataRoot) {
-  std::map<ChartString, const DOMElement*> sources;
+std::unordered_map<std::u16string_view, const DOMElement*> sourcesById(const DOMElement& dataRoot) {
+  std::unordered_map<std::u16string_view, const DOMElement*> sources;
   for (DOMElement* source = dataRoot.getFirstElementChild(); source;
        source = source->getNextElementSibling()) {
     sources.emplace(source->getAttribute(PlXUni::_id), source);
