@@ -7,7 +7,6 @@
 #include <xercesc/framework/XMLGrammarPool.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
-#include <xercesc/util/TransService.hpp>
 #include <xercesc/validators/DTD/DTDEntityDecl.hpp>
 
 #include "charterrorhandler.h"

@@ -1,9 +1,10 @@
 #include "chartprolog.h"
 
 #include <map>
+#include <memory>
 
+#include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/TransService.hpp>
-#include <xercesc/util/XMLString.hpp>
 
 #include "utf.h"
 
@@ -90,6 +91,26 @@ std::size_t subsetLength(std::u16string_view text) {
   return text.size() - rest.size();
 }
 
+// The text as characters, block by block: a transcoder has room for the offsets of one block, and
+// writes as many offsets as it is asked for characters.
+std::u16string decoded(std::string_view text, const char16_t* encoding) {
+  constexpr XMLSize_t block = 2048;
+  XMLTransService::Codes code = XMLTransService::Ok;
+  const std::unique_ptr<XMLTranscoder> transcoder(
+      XMLPlatformUtils::fgTransService->makeNewTranscoderFor(encoding, code, block));
+  std::u16string result;
+  char16_t characters[block];
+  unsigned char sizes[block];
+  XMLSize_t read = 1;
+  while (transcoder && !text.empty() && read) {
+    const XMLSize_t count = transcoder->transcodeFrom(reinterpret_cast<const XMLByte*>(text.data()),
+                                                      text.size(), characters, block, read, sizes);
+    result.append(characters, count);
+    text.remove_prefix(read);
+  }
+  return result;
+}
+
 std::u16string withPlainLineEnds(std::u16string_view text) {
   std::u16string result;
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -131,10 +152,8 @@ chartprolog::Root chartprolog::readRoot(std::string_view text) {
 }
 
 std::u16string chartprolog::internalSubset(std::string_view text, const char16_t* encoding) {
-  char* name = XMLString::transcode(encoding);
-  const TranscodeFromStr whole(reinterpret_cast<const XMLByte*>(text.data()), text.size(), name);
-  XMLString::release(&name);
-  std::u16string_view rest(whole.str(), whole.length());
+  const std::u16string whole = decoded(text, encoding);
+  std::u16string_view rest = whole;
   // A comment or instruction may mention a document type: those are passed over first.
   for (;;) {
     const std::size_t markup = rest.find(u'<');

@@ -64,6 +64,10 @@ INSTANTIATE_TEST_SUITE_P(
         "<?xml version='1.1'?>" +
             withGrammar("<a v='&#1;&#x85;&#x2028;'>&#1;&#x7F;&#x85;&#x9F;</a>"),
         "<?xml version='1.0' encoding='ISO-8859-1'?>" + withGrammar("<a v='\xE9'>\xFC\x85</a>"),
+        // A subset of several blocks, in an encoding that isn't the parser's own.
+        "<?xml version='1.0' encoding='Shift_JIS'?>" +
+            withGrammar("<a>\x93\xFA\x96\x7B</a>",
+                        "<!--" + std::string(9000, 'x') + "\x93\xFA\x96\x7B -->"),
         withGrammar("<a xmlns:p='urn:p' p:v='1'><p:b xmlns:p='urn:q'/></a>",
                     "<!ATTLIST a p:v CDATA #IMPLIED><!ELEMENT p:b EMPTY>"
                     "<!ATTLIST p:b xmlns:p CDATA #IMPLIED>")));
