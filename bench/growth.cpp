@@ -8,6 +8,7 @@
 #include "charts.h"
 #include "charttransformer.h"
 #include "measures.h"
+#include "model.h"
 #include "plxelements.h"
 #include "plxextension.h"
 #include "plxframes.h"
@@ -18,15 +19,6 @@
 using namespace xercesc;
 
 namespace {
-
-// A chart that is edited through its model.
-struct Model {
-  explicit Model(const std::string& text) : root(base.parseDocument(text)->getDocumentElement()) {}
-  explicit Model(const ChartSize& size) : Model(chartText(size)) {}
-
-  ChartBase base;
-  PlXVisualization root;
-};
 
 ChartString numbered(const XMLCh* prefix, int number) {
   ChartString text(prefix);

@@ -42,6 +42,7 @@ void measureBytes(const std::string& name, double limit, std::function<Sizes()> 
 void addParsing();
 void addPrinting();
 void addGrowth();
+void addTemplates();
 void addCompression();
 
 #endif
