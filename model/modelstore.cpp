@@ -56,9 +56,17 @@ class ModelStore::ReleaseWatch : public DOMUserDataHandler {
 
   void handle(DOMOperationType operation, const XMLCh*, void* data, const DOMNode*,
               DOMNode*) override {
-    if (operation == NODE_DELETED) static_cast<PlXBaseElement*>(data)->element_ = nullptr;
+    if (operation != NODE_DELETED) return;
+    auto* object = static_cast<PlXBaseElement*>(data);
+    object->visualization_->store().objectsByElement_.erase(object->element_);
+    object->element_ = nullptr;
   }
 };
+
+ModelStore::ModelStore(PlXVisualization& owner)
+    : owner_(owner),
+      document_(owner.getImplementation() ? owner.getImplementation()->getOwnerDocument()
+                                          : nullptr) {}
 
 ModelStore::~ModelStore() {
   if (endsWithDocument_) return;
@@ -82,11 +90,14 @@ PlXBaseElement* ModelStore::make(DOMElement* element, const dialect::Element* ro
     return nullptr;
   }
   element->setUserData(row->tag, object, &ReleaseWatch::instance());
+  objectsByElement_[element] = object;
   if (linksIndexed_) noteLinks(*object);
   return object;
 }
 
 PlXBaseElement* ModelStore::objectOf(DOMElement* element) {
+  const auto known = objectsByElement_.find(element);
+  if (known != objectsByElement_.end()) return known->second;
   if (void* object = element->getUserData(dialect::localName(element))) {
     return static_cast<PlXBaseElement*>(object);
   }
@@ -136,7 +147,7 @@ DOMNode* ModelStore::knownPlace(const DOMElement* parent, unsigned rank) const {
   const auto known = lastChildren_.find({parent, rank});
   if (known == lastChildren_.end()) return nullptr;
   DOMElement* last = known->second->getImplementation();
-  return last && last->getParentNode() == parent ? last->getNextElementSibling() : nullptr;
+  return last && last->getParentNode() == parent ? nextElement(last) : nullptr;
 }
 
 void ModelStore::noteAttribute(DOMElement* element, const XMLCh* name) {

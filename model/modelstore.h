@@ -22,7 +22,7 @@ struct Element;
 // element is freed of its object, so that no node hands out a dead one.
 class ModelStore {
  public:
-  explicit ModelStore(PlXVisualization& owner) : owner_(owner) {}
+  explicit ModelStore(PlXVisualization& owner);
   ~ModelStore();
   ModelStore(const ModelStore&) = delete;
   ModelStore& operator=(const ModelStore&) = delete;
@@ -30,6 +30,9 @@ class ModelStore {
   // To be told when nobody will look at the document any more: the store's end then leaves dead
   // objects on the elements. The document is to be deleted, as release() would tell them of it.
   void endWithDocument() { endsWithDocument_ = true; }
+
+  // Null for an owner without an element.
+  xercesc::DOMDocument* document() const { return document_; }
 
   // Makes the objects of a subtree in one pass, root included, and declares its identifiers.
   // Elements that have an object keep it; rows of data are passed over.
@@ -69,7 +72,11 @@ class ModelStore {
   void removeLinks(const std::u16string& id);
 
   PlXVisualization& owner_;
+  xercesc::DOMDocument* document_;
   std::vector<std::unique_ptr<PlXBaseElement>> objects_;
+  // The same objects, and the owner, by element: asked far more often than the user data of the
+  // elements can be, which a document looks up in two tables.
+  std::unordered_map<const xercesc::DOMElement*, PlXBaseElement*> objectsByElement_;
   // The hash of an id to the links that name it, filled by the first removal. A link may be out of
   // date, or of another id: the attribute's text decides.
   std::unordered_map<std::size_t, std::vector<Link>> links_;

@@ -7,6 +7,7 @@
 #include "attributetext.h"
 #include "chartstring.h"
 #include "dialect.h"
+#include "domwalk.h"
 #include "modelstore.h"
 #include "numbertext.h"
 #include "plxframes.h"
@@ -77,7 +78,9 @@ void PlXBaseElement::importAttributes(const DOMNode* node) {
 
 DOMElement* PlXBaseElement::getElementById(const XMLCh* id) const {
   if (!element_ || !id || !*id) return nullptr;
-  return element_->getOwnerDocument()->getElementById(id);
+  const DOMDocument* document =
+      visualization_ ? visualization_->store().document() : element_->getOwnerDocument();
+  return document->getElementById(id);
 }
 
 bool PlXBaseElement::doesIdExist(const XMLCh* id) const {
@@ -140,7 +143,7 @@ void PlXBaseElement::setAttribute(const XMLCh* name, const XMLCh* value) {
     element_->removeAttribute(name);
     return;
   }
-  element_->setAttribute(name, value);
+  setAttributeText(*element_, name, value);
   if (isId) declareId(element_);
   if (visualization) visualization->store().noteAttribute(element_, name);
 }
@@ -180,9 +183,9 @@ void PlXBaseElement::linkTo(const XMLCh* name, PlXBaseElement& target) {
 }
 
 DOMElement* PlXBaseElement::firstChild(const XMLCh* tag) const {
-  DOMElement* child = element_ ? element_->getFirstElementChild() : nullptr;
+  DOMElement* child = element_ ? firstElement(element_) : nullptr;
   while (child && !XMLString::equals(dialect::localName(child), tag)) {
-    child = child->getNextElementSibling();
+    child = nextElement(child);
   }
   return child;
 }

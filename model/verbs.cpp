@@ -4,6 +4,7 @@
 #include <xercesc/util/XMLString.hpp>
 
 #include "dialect.h"
+#include "domwalk.h"
 #include "modelclasses.h"
 
 using namespace xercesc;
@@ -78,7 +79,7 @@ template <class T>
 std::vector<T*> PlXBaseElement::children() const {
   std::vector<T*> result;
   DOMElement* element = firstChild(tagOf<T>);
-  for (; element; element = element->getNextElementSibling()) {
+  for (; element; element = nextElement(element)) {
     if (!XMLString::equals(dialect::localName(element), tagOf<T>)) continue;
     if (auto* object = dynamic_cast<T*>(objectOf(element))) result.push_back(object);
   }

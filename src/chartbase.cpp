@@ -301,8 +301,7 @@ int ChartBase::AddAttribute(DOMElement* element, const XMLCh* name, const XMLCh*
 
 DOMElement* ChartBase::addStyle(DOMElement* element, const XMLCh* styleId) {
   if (!element || !styleId || !*styleId) return nullptr;
-  for (DOMElement* child = element->getFirstElementChild(); child;
-       child = child->getNextElementSibling()) {
+  for (DOMElement* child = firstElement(element); child; child = nextElement(child)) {
     if (DOMElement* style = elementWithAttribute(child, PlXUni::_style, PlXUni::_id, styleId)) {
       return style;
     }

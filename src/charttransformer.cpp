@@ -9,6 +9,7 @@
 #include "charterrorhandler.h"
 #include "chartexception.h"
 #include "dialect.h"
+#include "domwalk.h"
 #include "modelstore.h"
 #include "plxframes.h"
 #include "plxsources.h"
@@ -64,8 +65,7 @@ std::string closeText(const DOMDocument& document) {
 // The children of the data's root by id; the first of several counts.
 std::unordered_map<std::u16string_view, const DOMElement*> sourcesById(const DOMElement& dataRoot) {
   std::unordered_map<std::u16string_view, const DOMElement*> sources;
-  for (DOMElement* source = dataRoot.getFirstElementChild(); source;
-       source = source->getNextElementSibling()) {
+  for (DOMElement* source = firstElement(&dataRoot); source; source = nextElement(source)) {
     sources.emplace(source->getAttribute(PlXUni::_id), source);
   }
   return sources;

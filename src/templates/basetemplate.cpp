@@ -5,6 +5,7 @@
 
 #include "chartbase.h"
 #include "dialect.h"
+#include "domwalk.h"
 #include "objectsbytag.h"
 #include "plxaesthetics.h"
 #include "plxaxis.h"
@@ -188,14 +189,22 @@ unsigned BaseTemplate::getGraphs(std::vector<PlXGraph*>& graphs) const {
 }
 
 void BaseTemplate::getAllElements(const PlXGraph& graph, std::vector<CTElementType*>& elements) {
-  append(elements, graph.getPoints());
-  append(elements, graph.getLines());
-  append(elements, graph.getEdges());
-  append(elements, graph.getPaths());
-  append(elements, graph.getIntervals());
-  append(elements, graph.getAreas());
-  append(elements, graph.getPolygons());
-  append(elements, graph.getSchemas());
+  static constexpr const XMLCh* kinds[] = {PlXPoint::_UTF_point,       PlXLine::_UTF_line,
+                                           PlXEdge::_UTF_edge,         PlXPath::_UTF_path,
+                                           PlXInterval::_UTF_interval, PlXArea::_UTF_area,
+                                           PlXPolygon::_UTF_polygon,   PlXSchema::_UTF_schema};
+  std::vector<CTElementType*> byKind[std::size(kinds)];
+  for (DOMElement* child = firstElement(graph.getImplementation()); child;
+       child = nextElement(child)) {
+    const XMLCh* tag = dialect::localName(child);
+    for (std::size_t kind = 0; kind < std::size(kinds); ++kind) {
+      if (!XMLString::equals(tag, kinds[kind])) continue;
+      if (auto* element = dynamic_cast<CTElementType*>(graph.objectOf(child))) {
+        byKind[kind].push_back(element);
+      }
+    }
+  }
+  for (const auto& some : byKind) append(elements, some);
 }
 
 void BaseTemplate::getAllElementsByType(const XMLCh* tagName,
@@ -261,8 +270,8 @@ std::vector<PlXDimension*> BaseTemplate::getDimensionsByRole(const PlXGraph& gra
   const std::vector<PlXCoordinates*> blocks = graph.getCoordinatess();
   for (std::size_t block = 0; block < blocks.size(); ++block) {
     unsigned position = 0;
-    DOMElement* child = blocks[block]->getImplementation()->getFirstElementChild();
-    for (; child; child = child->getNextElementSibling()) {
+    DOMElement* child = firstElement(blocks[block]->getImplementation());
+    for (; child; child = nextElement(child)) {
       PlXBaseElement* object = graph.objectOf(child);
       auto* dimension = dynamic_cast<PlXDimension*>(object);
       // A reference takes a position but is no dimension of this block.

@@ -8,12 +8,14 @@
 
 #include <xercesc/dom/DOM.hpp>
 
+#include "attributetext.h"
 #include "basetemplate.h"
 #include "chartbase.h"
 #include "charterrorhandler.h"
 #include "chartexception.h"
 #include "chartprinter.h"
 #include "chartstylevalue.h"
+#include "domwalk.h"
 #include "plxelements.h"
 #include "plxframes.h"
 #include "plxgraph.h"
@@ -217,11 +219,34 @@ constexpr Attribute attributes[] = {
 };
 // clang-format on
 
-void importProperties(const DOMElement& element, const Value& value, PlXStyle& style,
+// The attributes of an element, read once for all properties: most elements have few.
+class Attributes {
+ public:
+  explicit Attributes(const DOMElement& element) {
+    const DOMNamedNodeMap* all = element.getAttributes();
+    for (XMLSize_t i = 0; i < all->getLength(); ++i) {
+      const DOMNode* attribute = all->item(i);
+      texts_.emplace_back(attribute->getNodeName(), attributeText(*attribute));
+    }
+  }
+
+  // Empty when there is none.
+  ChartString operator[](const XMLCh* name) const {
+    for (const auto& [each, text] : texts_) {
+      if (XMLString::equals(each, name)) return text;
+    }
+    return {};
+  }
+
+ private:
+  std::vector<std::pair<const XMLCh*, const XMLCh*>> texts_;
+};
+
+void importProperties(const Attributes& texts, const Value& value, PlXStyle& style,
                       const PlXStyle* source) {
   for (const Property& property : properties) {
     const ChartString& fromKey = value.*property.key;
-    const ChartString fromAttribute(element.getAttribute(property.attribute));
+    const ChartString fromAttribute = texts[property.attribute];
     if (fromKey.empty() && fromAttribute.empty()) continue;
     if (source && property.isPinned(*source)) continue;
     if (!fromKey.empty()) {
@@ -232,11 +257,10 @@ void importProperties(const DOMElement& element, const Value& value, PlXStyle& s
   }
 }
 
-void importAttributesWithoutKey(const DOMElement& element, PlXStyle& style,
-                                const PlXStyle* source) {
+void importAttributesWithoutKey(const Attributes& texts, PlXStyle& style, const PlXStyle* source) {
   for (const Attribute& attribute : attributes) {
     if (source && attribute.isPinned(*source)) continue;
-    const ChartString text(element.getAttribute(attribute.name));
+    const ChartString text = texts[attribute.name];
     if (!text.empty()) {
       attribute.write(style, attribute.name, text);
     } else if (attribute.name == PlXUni::_gradient_color) {
@@ -431,15 +455,15 @@ void BaseTemplate::importStyle(const DOMElement* styleElement, PlXStyle& style) 
 void BaseTemplate::importStyle(const DOMElement* styleElement, const Styles& styles) {
   if (!styleElement || styles.empty()) return;
   const DOMElement& element = *styleElement;
-  const Value value(element.getAttribute(PlXUni::_value));
+  const Attributes texts(element);
+  const Value value(texts[PlXUni::_value].xc_str());
   const bool hasStrokeOrFill = !value.stroke.empty() || !value.fill.empty();
   const Ids surfaceIds = hasStrokeOrFill ? surfaces(*this, target) : Ids();
   for (PlXStyle* style : styles) {
-    importProperties(element, value, *style, sourceOf(*style));
+    importProperties(texts, value, *style, sourceOf(*style));
     importStrokeAndFill(value, *style, sourceOf(*style), isSurface(*style, surfaceIds));
   }
-  for (const DOMElement* child = element.getFirstElementChild(); child;
-       child = child->getNextElementSibling()) {
+  for (const DOMElement* child = firstElement(&element); child; child = nextElement(child)) {
     const ChartString name(child->getTagName());
     const Child* known =
         std::ranges::find_if(children, [&](const Child& each) { return name.equals(each.name); });
@@ -453,5 +477,5 @@ void BaseTemplate::importStyle(const DOMElement* styleElement, const Styles& sty
       reportUnknownChild(*child);
     }
   }
-  for (PlXStyle* style : styles) importAttributesWithoutKey(element, *style, sourceOf(*style));
+  for (PlXStyle* style : styles) importAttributesWithoutKey(texts, *style, sourceOf(*style));
 }

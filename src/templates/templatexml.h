@@ -14,8 +14,8 @@ namespace templatexml {
 // order. Null has none.
 template <class Visit>
 void forDescendants(const xercesc::DOMElement* parent, const XMLCh* name, Visit visit) {
-  xercesc::DOMElement* child = parent ? parent->getFirstElementChild() : nullptr;
-  for (; child; child = child->getNextElementSibling()) {
+  xercesc::DOMElement* child = parent ? firstElement(parent) : nullptr;
+  for (; child; child = nextElement(child)) {
     walkElements(child, [&](const xercesc::DOMElement* element) {
       if (xercesc::XMLString::equals(element->getNodeName(), name)) visit(element);
       return true;

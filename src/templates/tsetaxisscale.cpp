@@ -70,8 +70,7 @@ Parameters readParameters(const DOMElement& command) {
   parameters.method = methodOf(command.getAttribute(PlXUni::_method));
   parameters.invert = XMLString::equals(command.getAttribute(PlXUni::_invert), PlXUni::_true);
   parameters.origin = command.getAttribute(PlXUni::_origin);
-  for (DOMElement* child = command.getFirstElementChild(); child;
-       child = child->getNextElementSibling()) {
+  for (DOMElement* child = firstElement(&command); child; child = nextElement(child)) {
     walkElements(child, [&](const DOMElement* element) {
       if (XMLString::equals(element->getNodeName(), PlXUni::_parameter)) {
         readParameter(*element, parameters);

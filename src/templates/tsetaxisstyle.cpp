@@ -5,6 +5,7 @@
 #include <xercesc/dom/DOM.hpp>
 
 #include "commands.h"
+#include "domwalk.h"
 #include "plxaxis.h"
 #include "plxcoordinates.h"
 #include "plxframes.h"
@@ -29,8 +30,7 @@ struct Parts {
 
 Parts readParts(const DOMElement& command) {
   Parts parts;
-  for (const DOMElement* child = command.getFirstElementChild(); child;
-       child = child->getNextElementSibling()) {
+  for (const DOMElement* child = firstElement(&command); child; child = nextElement(child)) {
     const XMLCh* name = child->getNodeName();
     if (is(name, PlXUni::_style)) parts.axisStyle = child;
     if (is(name, PlXUni::_label)) parts.label = child;

@@ -49,8 +49,7 @@ using NumberedStyles = std::map<unsigned long, DOMElement*>;
 // Of several with the same number the last counts.
 NumberedStyles numberedStyles(const DOMElement& command) {
   NumberedStyles styles;
-  for (DOMElement* child = command.getFirstElementChild(); child;
-       child = child->getNextElementSibling()) {
+  for (DOMElement* child = firstElement(&command); child; child = nextElement(child)) {
     walkElements(child, [&](DOMElement* element) {
       if (XMLString::equals(element->getTagName(), PlXUni::_style)) {
         const ChartString number(element->getAttribute(PlXUni::_number));
@@ -413,8 +412,7 @@ Styles textStyles(BaseTemplate& base, const PlXVisualization& target, const Kind
 
 std::vector<const DOMElement*> directStyles(const DOMElement& command) {
   std::vector<const DOMElement*> styles;
-  for (const DOMElement* child = command.getFirstElementChild(); child;
-       child = child->getNextElementSibling()) {
+  for (const DOMElement* child = firstElement(&command); child; child = nextElement(child)) {
     if (XMLString::equals(child->getTagName(), PlXUni::_style)) styles.push_back(child);
   }
   return styles;
