@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <xercesc/util/XMLString.hpp>
+
 #include "attributetext.h"
 #include "dialect.h"
 #include "domwalk.h"
@@ -103,6 +105,22 @@ PlXBaseElement* ModelStore::objectOf(DOMElement* element) {
   }
   declareId(element);
   return make(element, dialect::find(element));
+}
+
+PlXBaseElement* ModelStore::objectOfId(const XMLCh* id) {
+  const std::size_t hash = hashOf(id);
+  const auto known = objectsById_.find(hash);
+  if (known != objectsById_.end()) {
+    const DOMElement* element = known->second->element_;
+    const DOMAttr* attribute = element ? element->getAttributeNode(idName) : nullptr;
+    if (attribute && attribute->isId() && XMLString::equals(attributeText(*attribute), id)) {
+      return known->second;
+    }
+  }
+  DOMElement* element = document_->getElementById(id);
+  PlXBaseElement* object = element ? objectOf(element) : nullptr;
+  if (object) objectsById_[hash] = object;
+  return object;
 }
 
 void ModelStore::build(DOMElement* root) {

@@ -42,6 +42,9 @@ class ModelStore {
   // it.
   PlXBaseElement* objectOf(xercesc::DOMElement* element);
 
+  // The object over the element of that identifier, as objectOf() answers it.
+  PlXBaseElement* objectOfId(const XMLCh* id);
+
   // Writes a new child at its canonical place: behind the last sibling that its parent's row
   // doesn't want behind it. Answers the child's object, as objectOf() does.
   PlXBaseElement* insert(xercesc::DOMElement* parent, xercesc::DOMElement* child);
@@ -77,6 +80,9 @@ class ModelStore {
   // The same objects, and the owner, by element: asked far more often than the user data of the
   // elements can be, which a document looks up in two tables.
   std::unordered_map<const xercesc::DOMElement*, PlXBaseElement*> objectsByElement_;
+  // The hash of an id to the object that it led to; its element's own text decides. The document
+  // finds an element far more slowly.
+  std::unordered_map<std::size_t, PlXBaseElement*> objectsById_;
   // The hash of an id to the links that name it, filled by the first removal. A link may be out of
   // date, or of another id: the attribute's text decides.
   std::unordered_map<std::size_t, std::vector<Link>> links_;

@@ -168,7 +168,9 @@ void PlXBaseElement::setTextOverContent(const XMLCh* name, const XMLCh* value) {
 }
 
 PlXBaseElement* PlXBaseElement::linked(const XMLCh* name) const {
-  return objectOf(getElementById(text(name)));
+  const XMLCh* id = text(name);
+  PlXVisualization* visualization = *id ? getVisualization() : nullptr;
+  return visualization ? visualization->store().objectOfId(id) : nullptr;
 }
 
 void PlXBaseElement::linkTo(const XMLCh* name, PlXBaseElement& target) {

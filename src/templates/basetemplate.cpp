@@ -390,11 +390,16 @@ bool BaseTemplate::isChartTrue3D(const PlXGraph& graph) const {
 
 bool BaseTemplate::isRoleCategorical(const PlXGraph& graph, const ChartString& role) const {
   if (clusterVariable(graph, role)) return true;
-  for (const CTCoordinate* coordinate : objectsByTag<CTCoordinate>(graph, role.xc_str())) {
-    const CTVariableType* variable = coordinate->getVariable();
-    if (variable && variable->getCategorical()) return true;
-  }
-  return false;
+  bool isCategorical = false;
+  walkElements(graph.getImplementation(), [&](DOMElement* element) {
+    if (!isCategorical && role.equals(dialect::localName(element))) {
+      const auto* coordinate = dynamic_cast<const CTCoordinate*>(graph.objectOf(element));
+      const CTVariableType* variable = variableOf(coordinate);
+      isCategorical = variable && variable->getCategorical();
+    }
+    return !isCategorical;
+  });
+  return isCategorical;
 }
 
 bool BaseTemplate::isAxisDerived(const PlXAxis& axis) const {

@@ -61,6 +61,8 @@ bool TSetAxisInterval::ProcessCommand() {
       !parameters.role.equals(PlXUni::_z)) {
     return false;
   }
+  // Dimensions often share one.
+  const PlXIntervalDomain* lastDomain = nullptr;
   for (const PlXGraph* graph : target.getGraphs()) {
     if (isGraphPolar(*graph) || isRoleCategorical(*graph, parameters.role)) continue;
     for (PlXDimension* dimension : getDimensionsByRole(*graph, parameters.role)) {
@@ -71,7 +73,8 @@ bool TSetAxisInterval::ProcessCommand() {
       }
       // A categorical domain of a role that is none has no bounds.
       auto* domain = dynamic_cast<PlXIntervalDomain*>(dimension->getDomain());
-      if (domain) setBounds(*domain, parameters);
+      if (domain && domain != lastDomain) setBounds(*domain, parameters);
+      lastDomain = domain;
       setMappings(*dimension, parameters);
       if (parameters.min.empty()) continue;
       for (const PlXAxis* axis : dimension->getAxiss()) {

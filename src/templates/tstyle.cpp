@@ -155,22 +155,31 @@ bool is(const CTElementType& element) {
   return dynamic_cast<const T*>(&element) != nullptr;
 }
 
+// False for the classes that a kind never means.
+bool hasClassOf(const CTElementType& element, const Kind& kind) {
+  if (kind.type.equals(BaseTemplate::_scatter)) return is<PlXPoint>(element);
+  if (kind.type.equals(PlXUni::_line)) {
+    return is<PlXLine>(element) || is<PlXPath>(element) || is<PlXEdge>(element);
+  }
+  if (kind.type.equals(PlXUni::_area)) return is<PlXArea>(element);
+  if (kind.type.equals(PlXUni::_schema)) return is<PlXSchema>(element);
+  return is<PlXInterval>(element);
+}
+
+// For an element that has the class of the kind.
 Match match(const BaseTemplate& base, const CTElementType& element, const Kind& kind,
             const GraphFacts& graph) {
   if (const auto* interval = dynamic_cast<const PlXInterval*>(&element)) {
     return matchInterval(base, *interval, kind, graph);
   }
-  if (kind.type.equals(BaseTemplate::_scatter)) {
+  if (is<PlXPoint>(element)) {
     const bool isClustered = kind.subtype.equals(BaseTemplate::_clustered);
-    return {.isMeant =
-                is<PlXPoint>(element) && (isClustered || element.getBinStatistics().empty())};
+    return {.isMeant = isClustered || element.getBinStatistics().empty()};
   }
   if (kind.type.equals(PlXUni::_line)) {
-    const bool isLine = is<PlXLine>(element) || is<PlXPath>(element) || is<PlXEdge>(element);
-    return {.isMeant = isLine && kind.subtype.equals(u"3D") == graph.hasZ};
+    return {.isMeant = kind.subtype.equals(u"3D") == graph.hasZ};
   }
-  return {.isMeant = (kind.type.equals(PlXUni::_area) && is<PlXArea>(element)) ||
-                     (kind.type.equals(PlXUni::_schema) && is<PlXSchema>(element))};
+  return {.isMeant = true};
 }
 
 // The style of the element or, for a box plot, of the part that the subtype names.
@@ -220,7 +229,10 @@ void styleElements(BaseTemplate& base, const PlXGraph& graph, const Kind& kind, 
   Styles styles;
   std::vector<const PlXInterval*> plainBars;
   for (CTElementType* element : elements) {
-    if (!base.doesCoordinateMatch(*element, coordinate) || isAnnotation(*element)) continue;
+    if (!hasClassOf(*element, kind) || !base.doesCoordinateMatch(*element, coordinate) ||
+        isAnnotation(*element)) {
+      continue;
+    }
     const Match found = match(base, *element, kind, facts);
     if (found.isSlice) fitToSlices(style);
     if (found.isMeant) styles.push_back(styleOf(base, *element, kind));
