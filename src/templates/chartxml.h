@@ -39,6 +39,7 @@
 #include "plxvariables.h"
 #include "tavogotocaller.h"
 #include "textconversion.h"
+#include "vardataprocessor.h"
 #include "zlib1211tavo.h"
 
 #endif
