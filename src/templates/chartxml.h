@@ -14,6 +14,7 @@
 #include "charttranscoder.h"
 #include "charttransformer.h"
 #include "facstdictionary.h"
+#include "formatter.h"
 #include "pathfactory.h"
 #include "plxaesthetics.h"
 #include "plxaxis.h"
