@@ -12,10 +12,10 @@ using numbertext::Number;
 
 constexpr std::u16string_view blanks = u" \t\r\n";
 
-std::string spelled(double value, const char* text, const char* end) {
+std::string_view spelled(double value, std::string_view digits) {
   if (std::isnan(value)) return "NaN";
   if (std::isinf(value)) return value < 0 ? "-INF" : "INF";
-  return {text, end};
+  return digits;
 }
 
 // Whether a number out of range is too large rather than too small: by where its first digit that
@@ -108,9 +108,15 @@ numbertext::Number numbertext::scan(std::string_view text) {
 }
 
 std::string numbertext::shortest(double value) {
+  std::string text;
+  appendShortest(value, text);
+  return text;
+}
+
+void numbertext::appendShortest(double value, std::string& out) {
   char buffer[32];
   const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
-  return spelled(value, buffer, result.ptr);
+  out += spelled(value, {buffer, result.ptr});
 }
 
 std::string numbertext::significant(double value, unsigned digits) {
@@ -119,5 +125,5 @@ std::string numbertext::significant(double value, unsigned digits) {
   const int precision = static_cast<int>(std::clamp(digits, 1u, 767u));
   const auto result =
       std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, precision);
-  return spelled(value, buffer, result.ptr);
+  return std::string(spelled(value, {buffer, result.ptr}));
 }

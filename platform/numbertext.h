@@ -18,6 +18,7 @@ bool isNumber(std::u16string_view text);
 
 // The shortest text that reads back to the same value, in XML Schema's spelling.
 std::string shortest(double value);
+void appendShortest(double value, std::string& out);
 
 // At most `digits` significant digits.
 std::string significant(double value, unsigned digits);

@@ -26,7 +26,9 @@ struct _varbag {
 };
 
 // One data source.
-struct _sourcebag {
+struct CHARTXML_API _sourcebag {
+  unsigned rowCount() const;  // the largest of its variables
+
   unsigned capacity = 0;  // cells allocated in every column
   std::map<std::string, _varbag> variables;
 };
@@ -189,7 +191,11 @@ class CHARTXML_API VarDataProcessor {
   class TextIndex;
 
   TextIndex& textIndex();
-  double* valuesFor(_varbag& bag, std::size_t rows);
+  _varbag* bagFor(const std::string& source, const std::string& variable);
+  double* rangeFor(const std::string& source, const std::string& variable, unsigned start,
+                   unsigned count);
+  void setText(_rowmap& strings, unsigned row, const std::string& text);
+  void clearStrings();
   bool readStrings(const unsigned char* in, std::size_t size, bool isSwapped, bool isWhole);
 
   // Finds texts in the pool; made when it is first needed, dropped when the pool is read anew.
@@ -202,7 +208,7 @@ class CHARTXML_API _varreader {
  public:
   _varreader(const VarDataProcessor& store, const _varinfo& info);
 
-  // Appends what GetValueAsString answers for the cell; nothing for a row outside the column.
+  // Appends what GetValueAsString answers for a row of the source.
   void append(unsigned row, std::string& out);
 
  private:
@@ -210,6 +216,7 @@ class CHARTXML_API _varreader {
   const _varbag& bag_;
   const _rowmap& strings_;
   _rowmap::const_iterator next_;
+  unsigned lastRow_ = 0;
 };
 
 #endif

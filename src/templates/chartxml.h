@@ -40,6 +40,7 @@
 #include "plxvariables.h"
 #include "tavogotocaller.h"
 #include "textconversion.h"
+#include "timeconverter.h"
 #include "vardataprocessor.h"
 #include "zlib1211tavo.h"
 
