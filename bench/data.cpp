@@ -158,9 +158,9 @@ std::vector<std::string> distinctTexts(int count) {
   return texts;
 }
 
-void addPool() {
-  measureTime("pool/1000000 texts and unordered_map", 4, 5, []() -> Pair {
-    const auto texts = std::make_shared<std::vector<std::string>>(distinctTexts(1'000'000));
+void addPool(int count) {
+  measureTime("pool/" + std::to_string(count) + " texts and unordered_map", 4, runs, [=]() -> Pair {
+    const auto texts = std::make_shared<std::vector<std::string>>(distinctTexts(count));
     return {[=] {
               VarDataProcessor store;
               for (const std::string& text : *texts) store.AddString(text);
@@ -203,17 +203,10 @@ void addData() {
     addStream("mixed " + std::to_string(rows) + " x 8", Kind::Mixed, rows);
     addStream("doubles " + std::to_string(rows) + " x 8", Kind::Doubles, rows);
   }
-  addPool();
-  addStreamGrowth("rows", 20'000, [](int n) { return storeOf(Kind::Mixed, n, 8); });
+  addPool(100'000);
+  addPool(1'000'000);
+  addStreamGrowth("rows", 30'000, [](int n) { return storeOf(Kind::Mixed, n, 8); });
   addStreamGrowth("columns", 200, [](int n) { return storeOf(Kind::Mixed, 1000, n); });
   addStreamGrowth("sources", 200, [](int n) { return storeOf(Kind::Mixed, 100, 8, n); });
   addStreamGrowth("texts", 20'000, storeOfTexts);
-  measureGrowth("growth/pool/texts", 50'000, [](int n) -> Run {
-    const auto texts = std::make_shared<std::vector<std::string>>(distinctTexts(n));
-    const auto store = std::make_shared<VarDataProcessor>();
-    return [=] {
-      for (const std::string& text : *texts) store->AddString(text);
-      for (int i = 0; i < static_cast<int>(texts->size()); ++i) store->RemoveString(i);
-    };
-  });
 }

@@ -7,7 +7,6 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include "vardataprocessor.h"
@@ -36,35 +35,44 @@ class VarDataProcessor::TextIndex {
     std::vector<bool> isHeld_;
   };
 
-  // An entry stands for its text.
-  struct Hash {
-    using is_transparent = void;
-    const std::vector<_tableentry>& table;
-    std::size_t operator()(std::string_view text) const {
-      return std::hash<std::string_view>()(text);
+  // The first entries of texts, in a table of slots that a text's hash leads to. It touches the
+  // pool for texts that are equal only, whatever its size.
+  class Firsts {
+   public:
+    explicit Firsts(const std::vector<_tableentry>& table);
+    // The entry with this text; none if there is none.
+    unsigned find(std::string_view text) const { return slots_[slotOf(text, hashOf(text))].index; }
+    // The entry's text must be new.
+    void insert(unsigned index);
+    void erase(std::string_view text);
+
+    static constexpr unsigned none = 0xFFFFFFFF;
+
+   private:
+    struct Slot {
+      unsigned hash = 0;
+      unsigned index = none;
+    };
+
+    static unsigned hashOf(std::string_view text) {
+      return static_cast<unsigned>(std::hash<std::string_view>()(text));
     }
-    std::size_t operator()(unsigned index) const { return (*this)(table[index].text); }
-  };
-  struct Equal {
-    using is_transparent = void;
-    const std::vector<_tableentry>& table;
-    bool operator()(unsigned a, unsigned b) const { return table[a].text == table[b].text; }
-    bool operator()(unsigned index, std::string_view text) const {
-      return table[index].text == text;
-    }
-    bool operator()(std::string_view text, unsigned index) const {
-      return table[index].text == text;
-    }
+    // Where the text is, or else the free slot in which it would be.
+    std::size_t slotOf(std::string_view text, unsigned hash) const;
+    void resize(std::size_t size);
+
+    const std::vector<_tableentry>& table_;
+    std::vector<Slot> slots_;  // as many as a power of two, half of them free
+    std::size_t count_ = 0;
   };
 
   std::optional<unsigned> find(const std::string& text);
   void forget(unsigned index);
 
   std::vector<_tableentry>& table_;
-  Lowest free_;   // no use is counted
-  Lowest empty_;  // the text is empty: all the free entries of this pool, and maybe one in use
-  // The first entry of each other text.
-  std::unordered_set<unsigned, Hash, Equal> firsts_;
+  Lowest free_;    // no use is counted
+  Lowest empty_;   // the text is empty: all the free entries of this pool, and maybe one in use
+  Firsts firsts_;  // of the other texts
   // Of texts that were read more than once, the entries behind the first, from the last on.
   std::unordered_map<std::string, std::vector<unsigned>> later_;
 };

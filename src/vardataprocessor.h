@@ -161,9 +161,10 @@ class CHARTXML_API VarDataProcessor {
   // compression fail, the stream comes uncompressed, which ReadStreamData doesn't take.
   unsigned char* GetDataStream(unsigned& size);
   // Replaces the store's content with a stream's, which may be of either byte order. False for
-  // anything but one whole stream all of whose counts, offsets and lengths fit it; the store keeps
-  // what was read until then. A stream is held against zlib1211tavo's limit: uncompressed it must
-  // not be longer, and its columns take no more than the limit or twice the stream.
+  // anything but one whole stream, all of whose counts, offsets and lengths fit it: the store is
+  // empty then if the stream isn't whole, and keeps what was read up to a part that doesn't fit.
+  // Uncompressed the stream must not be longer than zlib1211tavo's limit, and its columns must not
+  // take more memory than that limit or twice the stream's length.
   bool ReadStreamData(const void* data, unsigned size);
 
   // The section of a stream that holds the texts: its length in bytes, 0 if no cell has a text and

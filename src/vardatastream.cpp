@@ -2,7 +2,6 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
-#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -220,109 +219,150 @@ bool readTable(Section& in, std::vector<_tableentry>& table) {
   return true;
 }
 
-// The inflated stream, or null for what isn't one whole stream of the length that it tells.
-struct Block {
-  std::unique_ptr<unsigned char[]> bytes;
-  std::uint64_t size;
-  bool isSwapped;
-};
-
-std::optional<Block> inflated(const void* data, unsigned size, unsigned char byteOrder) {
-  Inflater in(data, size);
-  unsigned char header[headerSize];
-  if (in.read(header, headerSize) != headerSize || header[1] != magic) return std::nullopt;
-  Block block{nullptr, 0, header[0] != byteOrder};
-  block.size = numberAt(header + 4, block.isSwapped);
-  if (block.size < headerSize || block.size > zlib1211tavo::getInflateLimit() ||
-      block.size / mostInflation > size) {
-    return std::nullopt;
-  }
-  block.bytes = std::make_unique_for_overwrite<unsigned char[]>(block.size);
-  std::memcpy(block.bytes.get(), header, headerSize);
-  const std::size_t rest = block.size - headerSize;
-  if (in.read(block.bytes.get() + headerSize, rest) != rest || !in.endsHere()) return std::nullopt;
-  return block;
-}
-
-// Takes sources out of a block into a store.
-class SourceReader {
+// Inflates a stream straight to where its parts go, so that there is no copy of the whole.
+class StreamReader {
  public:
-  SourceReader(VarDataProcessor& store, const Block& block)
-      : store_(store),
-        block_(block),
-        memoryLeft_(std::max<std::uint64_t>(2 * block.size, zlib1211tavo::getInflateLimit())) {}
+  StreamReader(VarDataProcessor& store, const void* data, std::uint64_t size)
+      : store_(store), inflater_(data, size), size_(size) {}
 
-  bool readAll();
-  // Where the blocks end, once all was read.
-  std::uint64_t end() const { return end_; }
+  // False if the stream isn't whole.
+  bool isWhole() const { return isWhole_; }
+  bool isSwapped() const { return isSwapped_; }
+  bool readSources();
+  // What the stream holds behind the sources, to its end.
+  bool readRest(std::unique_ptr<unsigned char[]>& rest, std::size_t& size);
 
  private:
+  bool readHeader();
   bool readSource(const unsigned char* entry);
-  void readVariable(const std::string& source, const unsigned char* block, std::uint32_t rows);
-  bool takeMemory(const std::string& source, std::uint32_t rows);
+  bool readVariable(const std::string& source, std::uint32_t rows);
+  bool takeMemory(const _sourcebag& bag, std::uint32_t rows, std::uint32_t variables);
+  double* cellsFor(const std::string& source, const std::string& variable, std::uint32_t rows);
+  bool read(void* out, std::size_t size);
+
+  // Inflating into less is slow.
+  static constexpr std::size_t pieceSize = std::size_t(1) << 16;
 
   VarDataProcessor& store_;
-  const Block& block_;
-  std::uint64_t tableEnd_ = headerSize;
-  std::uint64_t end_ = headerSize;
-  // Columns have a least capacity, and sources of the same name grow together: what a block takes
-  // in memory isn't bounded by its size alone.
-  std::uint64_t memoryLeft_;
+  Inflater inflater_;
+  std::uint64_t size_;  // of the compressed stream
+  bool isWhole_ = true;
+  bool isSwapped_ = false;
+  std::uint32_t sourceCount_ = 0;
+  std::uint64_t total_ = 0;
+  std::uint64_t end_ = 0;  // of the blocks up to now
+  // Columns have a least capacity, and sources of the same name grow together: what they take isn't
+  // bounded by the stream's length alone.
+  std::uint64_t memoryLeft_ = 0;
+  std::unique_ptr<unsigned char[]> piece_ =
+      std::make_unique_for_overwrite<unsigned char[]>(pieceSize);
+  std::size_t pieceNext_ = 0;
+  std::size_t pieceEnd_ = 0;
 };
 
-bool SourceReader::readAll() {
+bool StreamReader::read(void* out, std::size_t size) {
+  auto* to = static_cast<unsigned char*>(out);
+  while (size > 0 && isWhole_) {
+    if (pieceNext_ == pieceEnd_ && size >= pieceSize) {
+      isWhole_ = inflater_.read(to, size) == size;
+      break;
+    }
+    if (pieceNext_ == pieceEnd_) {
+      pieceNext_ = 0;
+      pieceEnd_ = inflater_.read(piece_.get(), pieceSize);
+      isWhole_ = pieceEnd_ > 0;
+    }
+    const std::size_t taken = std::min(size, pieceEnd_ - pieceNext_);
+    to = std::copy_n(piece_.get() + pieceNext_, taken, to);
+    pieceNext_ += taken;
+    size -= taken;
+  }
+  return isWhole_;
+}
+
+bool StreamReader::readHeader() {
+  unsigned char header[headerSize];
+  if (!read(header, headerSize) || header[1] != magic) return false;
+  isSwapped_ = header[0] != store_.byteOrder;
   std::uint16_t count;
-  std::memcpy(&count, block_.bytes.get() + 2, sizeof count);
-  if (block_.isSwapped) count = __builtin_bswap16(count);
-  tableEnd_ = headerSize + entrySize * std::uint64_t(count);
-  if (tableEnd_ > block_.size) return false;
-  end_ = tableEnd_;
-  for (unsigned i = 0; i < count; ++i) {
-    if (!readSource(block_.bytes.get() + headerSize + i * entrySize)) return false;
+  std::memcpy(&count, header + 2, sizeof count);
+  sourceCount_ = isSwapped_ ? __builtin_bswap16(count) : count;
+  total_ = numberAt(header + 4, isSwapped_);
+  end_ = headerSize + entrySize * std::uint64_t(sourceCount_);
+  const std::uint64_t limit = zlib1211tavo::getInflateLimit();
+  memoryLeft_ = std::max(2 * total_, limit);
+  return end_ <= total_ && total_ <= limit && total_ / mostInflation <= size_;
+}
+
+bool StreamReader::readSources() {
+  if (!readHeader()) return false;
+  const std::size_t size = entrySize * sourceCount_;
+  const auto table = std::make_unique_for_overwrite<unsigned char[]>(size);
+  if (!read(table.get(), size)) return false;
+  for (std::size_t at = 0; at < size; at += entrySize) {
+    if (!readSource(table.get() + at)) return false;
   }
   return true;
 }
 
-bool SourceReader::readSource(const unsigned char* entry) {
-  const std::uint32_t rows = numberAt(entry, block_.isSwapped);
-  const std::uint32_t variables = numberAt(entry + 4, block_.isSwapped);
-  const std::uint64_t offset = numberAt(entry + 8, block_.isSwapped);
-  // The lengths of all blocks together fit, wherever the offsets say that they are.
-  if (variables > (block_.size - end_) / blockSize(rows)) return false;
-  const std::uint64_t size = variables * blockSize(rows);
-  if (offset < tableEnd_ || offset > block_.size || size > block_.size - offset) return false;
-  end_ += size;
+bool StreamReader::readSource(const unsigned char* entry) {
+  const std::uint32_t rows = numberAt(entry, isSwapped_);
+  const std::uint32_t variables = numberAt(entry + 4, isSwapped_);
+  const std::uint32_t offset = numberAt(entry + 8, isSwapped_);
+  if (offset != end_ || variables > (total_ - end_) / blockSize(rows)) return false;
+  end_ += variables * blockSize(rows);
 
   const std::string source = nameAt(entry + entryNameAt, sourceNameField);
   store_.AddDataSource(source, rows);
-  const unsigned char* block = block_.bytes.get() + offset;
-  for (std::uint32_t i = 0; i < variables; ++i, block += blockSize(rows)) {
-    if (!takeMemory(source, rows)) return false;
-    readVariable(source, block, rows);
+  if (variables == 0) return true;
+  if (!takeMemory(store_.sources[source], rows, variables)) return false;
+  store_.ReallocSource(source, rows);
+  for (std::uint32_t i = 0; i < variables; ++i) {
+    if (!readVariable(source, rows)) return false;
   }
   return true;
 }
 
-bool SourceReader::takeMemory(const std::string& source, std::uint32_t rows) {
-  const _sourcebag& bag = store_.sources[source];
+bool StreamReader::takeMemory(const _sourcebag& bag, std::uint32_t rows, std::uint32_t variables) {
   std::uint64_t capacity = bag.capacity;
   while (capacity < rows) capacity *= 2;
-  const std::uint64_t count = bag.variables.size();
-  const std::uint64_t taken = ((count + 1) * capacity - count * bag.capacity) * sizeof(double);
-  if (taken > memoryLeft_) return false;
-  memoryLeft_ -= taken;
+  const std::uint64_t grown = (capacity - bag.capacity) * bag.variables.size();
+  const std::uint64_t bytes = (grown + capacity * variables) * sizeof(double);
+  if (bytes > memoryLeft_) return false;
+  memoryLeft_ -= bytes;
   return true;
 }
 
-void SourceReader::readVariable(const std::string& source, const unsigned char* block,
-                                std::uint32_t rows) {
-  const std::string name = nameAt(block, variableNameField);
-  double* const cells = store_.SetMaxRow(source, name, rows);
-  std::memcpy(cells, block + variableNameField, rows * sizeof(double));
-  if (!block_.isSwapped) return;
+bool StreamReader::readVariable(const std::string& source, std::uint32_t rows) {
+  unsigned char field[variableNameField];
+  if (!read(field, sizeof field)) return false;
+  double* const cells = cellsFor(source, nameAt(field, sizeof field), rows);
+  if (!read(cells, rows * sizeof(double))) return false;
+  if (!isSwapped_) return true;
   for (std::uint32_t row = 0; row < rows; ++row) {
     VarDataProcessor::SwapBytes(reinterpret_cast<char*>(cells + row), sizeof(double));
   }
+  return true;
+}
+
+// As SetMaxRow, but leaves the cells of a new column, which are about to be read, as they are.
+double* StreamReader::cellsFor(const std::string& source, const std::string& variable,
+                               std::uint32_t rows) {
+  _sourcebag& bag = store_.sources[source];
+  if (bag.variables.contains(variable)) return store_.SetMaxRow(source, variable, rows);
+  auto values = std::make_unique_for_overwrite<double[]>(bag.capacity);
+  std::fill(values.get() + rows, values.get() + bag.capacity, VarDataProcessor::systemMissing);
+  store_.stringMaps[source][variable];
+  _varbag& column = bag.variables[variable];
+  column = {rows, std::move(values), &bag};
+  return column.values.get();
+}
+
+bool StreamReader::readRest(std::unique_ptr<unsigned char[]>& rest, std::size_t& size) {
+  size = total_ - end_;
+  rest = std::make_unique_for_overwrite<unsigned char[]>(size);
+  isWhole_ = read(rest.get(), size) && pieceNext_ == pieceEnd_ && inflater_.endsHere();
+  return isWhole_;
 }
 
 }  // namespace
@@ -355,12 +395,13 @@ unsigned char* VarDataProcessor::GetDataStream(unsigned& size) try {
 bool VarDataProcessor::ReadStreamData(const void* data, unsigned size) try {
   Reset();
   if (!data) return false;
-  const std::optional<Block> block = inflated(data, size, byteOrder);
-  if (!block) return false;
-  SourceReader reader(*this, *block);
-  if (!reader.readAll()) return false;
-  const std::uint64_t left = block->size - reader.end();
-  return left == 0 || readStrings(block->bytes.get() + reader.end(), left, block->isSwapped, true);
+  StreamReader reader(*this, data, size);
+  std::unique_ptr<unsigned char[]> strings;
+  std::size_t stringsSize = 0;
+  const bool isRead = reader.readSources() && reader.readRest(strings, stringsSize);
+  if (!reader.isWhole()) Reset();
+  if (!isRead) return false;
+  return stringsSize == 0 || readStrings(strings.get(), stringsSize, reader.isSwapped(), true);
 } catch (...) {
   return false;
 }
