@@ -185,7 +185,13 @@ bool VarDataProcessor::AddVDP(VarDataProcessor& other) {
       if (!strings) continue;
       for (const auto& [row, index] : *strings) {
         if (index >= other.stringTable.size()) continue;
-        SetStringVariableValue(&info, row, other.stringTable[index].text);
+        const std::string& text = other.stringTable[index].text;
+        // A text that was read may stand in any row; no column grows for one outside.
+        if (row < bag.capacity) {
+          SetStringVariableValue(&info, row, text);
+        } else {
+          setText(*info.strings, row, text);
+        }
       }
     }
   }
