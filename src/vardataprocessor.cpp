@@ -284,7 +284,8 @@ void VarDataProcessor::setText(_rowmap& strings, unsigned row, const std::string
     strings.emplace_hint(at, row, AddString(text));
     return;
   }
-  const std::string kept = text;  // it may be the very text that goes
+  // The text may be the very one that goes.
+  std::string kept(text);
   RemoveString(at->second);
   at->second = AddString(kept);
 }

@@ -28,9 +28,10 @@ double converted(sys_days day) {
 
 // The calendar repeats after 400 years, which are a whole number of days. The standard library's
 // years end at 32767.
-double secondsOf(unsigned long year, unsigned month, unsigned day) {
-  const unsigned long cycles = (year - 1600) / 400;
-  const auto start = std::chrono::year(static_cast<int>(year - 400 * cycles)) / month / 1;
+double secondsOf(unsigned year, unsigned month, unsigned day) {
+  const unsigned cycles = (year - 1600) / 400;
+  const auto start =
+      std::chrono::year(static_cast<int>(year - 400 * cycles)) / std::chrono::month(month) / 1;
   return secondsOf(sys_days(start)) + (day - 1.0 + 146097.0 * cycles) * 86400;
 }
 

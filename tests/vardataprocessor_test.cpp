@@ -74,7 +74,8 @@ bool readBlock(VarDataProcessor& store, const std::string& block) {
 }
 
 double randomValue(std::mt19937& random) {
-  const double special[] = {missing, 0.0, -0.0, 1e-310, INFINITY, -INFINITY, NAN, 1e300};
+  constexpr double infinity = std::numeric_limits<double>::infinity();
+  const double special[] = {missing, 0.0, -0.0, 1e-310, infinity, -infinity, std::nan(""), 1e300};
   switch (random() % 3) {
     case 0:
       return special[random() % std::size(special)];
@@ -146,7 +147,7 @@ TEST(DataStream, HasTheBytesOfItsLayout) {
   EXPECT_TRUE(read(store, streamOf(store)));
   store.AddDataSource("s", 0);
   EXPECT_EQ(hex(blockOf(store)),
-            "00b00100580000000000000000000000580000007300" + std::string(2 * 66, '0'));
+            "00b00100580000000000000000000000580000007300" + std::string(132, '0'));
 }
 
 TEST(DataStream, CutsLongNames) {
@@ -190,7 +191,7 @@ void fillSmall(VarDataProcessor& store) {
 }
 
 constexpr std::size_t smallSources = 2;
-constexpr std::size_t smallBlocksEnd = 8 + 80 * smallSources + (288 + 8) + 2 * (288 + 3 * 8);
+constexpr std::size_t smallBlocksEnd = 8 + 80 * smallSources + 296 + 2 * std::size_t(312);
 
 TEST(DamagedStream, CutAnywhere) {
   VarDataProcessor store;
@@ -285,7 +286,7 @@ TEST(DamagedStream, TakesNoMemoryOutOfProportion) {
   std::string block(8 + 80 * count, '\0');
   block[1] = '\xb0';
   std::memcpy(block.data() + 2, &count, 2);
-  for (unsigned i = 0; i < count; ++i) {
+  for (std::size_t i = 0; i < count; ++i) {
     const unsigned rows = i == 0 ? 20'000 : 0;
     const unsigned entry[] = {rows, 1, static_cast<unsigned>(block.size())};
     std::memcpy(block.data() + 8 + 80 * i, entry, sizeof entry);
@@ -475,7 +476,7 @@ TEST(VarDataProcessor, TellsCellsAsText) {
       {-9223372036854775808.0, "-9223372036854775808"},
       {1e300, "1e+300"},
       {0.1 + 0.2, "0.30000000000000004"},
-      {-INFINITY, "-INF"}};
+      {-std::numeric_limits<double>::infinity(), "-INF"}};
   VarDataProcessor store;
   _varinfo info;
   store.AddVariable("s", "v", &info);
@@ -532,8 +533,10 @@ TEST(VarDataProcessor, MergesUpToANameThatIsTaken) {
   fillSmall(store);
   VarDataProcessor other;
   other.AddString("pushes indices on");
+  store.SetStringVariableValueRange("source", "text", 0xFFFFFF00, {"outside"});
   EXPECT_TRUE(other.AddVDP(store));
   EXPECT_EQ(contentOf(other), contentOf(store));
+  EXPECT_EQ(other.FindStringMap("source", "text")->count(0xFFFFFF00), 1u);
   EXPECT_FALSE(other.AddVDP(other));
   VarDataProcessor third;
   third.AddDataSource("source", 0);
