@@ -285,7 +285,7 @@ void VarDataProcessor::setText(_rowmap& strings, unsigned row, const std::string
     return;
   }
   // The text may be the very one that goes.
-  std::string kept(text);
+  const std::string kept(text.data(), text.size());
   RemoveString(at->second);
   at->second = AddString(kept);
 }
