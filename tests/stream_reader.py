@@ -1,7 +1,7 @@
 """Reads streams of column stores by their documented layout, and tells what is in them.
 
-Prints a line for each cell: source, variable, row, the double's bits and the text, if any, each but
-the row in hexadecimal. Fails on any byte that the layout doesn't account for.
+Prints a line for each cell: source, variable, row, the double's bits and the text, if any. Names and
+texts are told in hexadecimal behind a point. Fails on any byte that the layout doesn't account for.
 """
 import struct
 import sys
@@ -71,8 +71,8 @@ def read(stream):
     assert reader.at == total, "bytes behind the end"
     for source, variable, row, bits in cells:
         text = texts.get((source, variable, row))
-        shown = "-" if text is None else "'" + text.hex()
-        print(source.hex() or ".", variable.hex() or ".", row, bits.hex(), shown)
+        words = ["." + source.hex(), "." + variable.hex(), str(row), bits.hex()]
+        print(*words + ([] if text is None else ["." + text.hex()]))
 
 
 for path in sys.argv[1:]:
