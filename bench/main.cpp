@@ -24,6 +24,7 @@ int main(int argc, char** argv) {
   addGrowth();
   addTemplates();
   addCompression();
+  addData();
   TableReporter table;
   benchmark::RunSpecifiedBenchmarks(&table);
   std::printf(table.broken() ? "%d limits are broken\n" : "All limits are kept\n", table.broken());

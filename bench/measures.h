@@ -44,5 +44,6 @@ void addPrinting();
 void addGrowth();
 void addTemplates();
 void addCompression();
+void addData();
 
 #endif

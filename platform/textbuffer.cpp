@@ -15,14 +15,20 @@ void TextBuffer::addBlock(std::size_t size) {
   end_ = next_ + capacity;
 }
 
+std::size_t TextBuffer::size() const {
+  std::size_t size = 0;
+  for (const Block& block : blocks_) size += used(block);
+  return size;
+}
+
+void TextBuffer::copyTo(char* out) const {
+  for (const Block& block : blocks_) out = std::copy_n(block.bytes.get(), used(block), out);
+}
+
 std::string TextBuffer::take() {
   std::string text;
-  if (blocks_.empty()) return text;
-  blocks_.back().used = next_ - blocks_.back().bytes.get();
-  std::size_t size = 0;
-  for (const Block& block : blocks_) size += block.used;
-  text.reserve(size);
-  for (const Block& block : blocks_) text.append(block.bytes.get(), block.used);
+  text.reserve(size());
+  for (const Block& block : blocks_) text.append(block.bytes.get(), used(block));
   blocks_.clear();
   next_ = end_ = nullptr;
   return text;

@@ -33,6 +33,9 @@ class TextBuffer {
   bool empty() const {
     return blocks_.empty() || (blocks_.size() == 1 && next_ == blocks_[0].bytes.get());
   }
+  std::size_t size() const;
+  // `out` must have room for all of it.
+  void copyTo(char* out) const;
   // The whole text; the buffer is empty then.
   std::string take();
 
@@ -42,6 +45,10 @@ class TextBuffer {
     std::size_t used;  // of any but the last
   };
 
+  // The bytes in use of a block.
+  std::size_t used(const Block& block) const {
+    return &block == &blocks_.back() ? next_ - block.bytes.get() : block.used;
+  }
   void addBlock(std::size_t size);
 
   std::vector<Block> blocks_;

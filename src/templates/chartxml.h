@@ -14,6 +14,7 @@
 #include "charttranscoder.h"
 #include "charttransformer.h"
 #include "facstdictionary.h"
+#include "formatter.h"
 #include "pathfactory.h"
 #include "plxaesthetics.h"
 #include "plxaxis.h"
@@ -39,6 +40,8 @@
 #include "plxvariables.h"
 #include "tavogotocaller.h"
 #include "textconversion.h"
+#include "timeconverter.h"
+#include "vardataprocessor.h"
 #include "zlib1211tavo.h"
 
 #endif

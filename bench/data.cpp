@@ -1,0 +1,212 @@
+// The column store: its stream against zlib on the same bytes, its pool of texts against a map, and
+// what ten times as much costs.
+#include <zlib.h>
+
+#include <cmath>
+#include <memory>
+#include <random>
+#include <stdexcept>
+#include <unordered_map>
+#include <vector>
+
+#include "allocations.h"
+#include "measures.h"
+#include "vardataprocessor.h"
+
+namespace {
+
+constexpr int libraryLevel = 5;
+constexpr int runs = 7;
+
+using Store = std::shared_ptr<VarDataProcessor>;
+using Bytes = std::vector<unsigned char>;
+
+enum class Kind { Mixed, Doubles };
+
+// What a column of mixed data holds in a row: a serial number, a code, an amount, a category, a
+// gap now and then, a date, a constant, a measured value.
+void setMixed(VarDataProcessor& store, _varinfo& info, int column, unsigned row,
+              std::mt19937_64& random) {
+  static const char* const regions[] = {"north", "east", "south", "west"};
+  const auto number = static_cast<double>(random() % 100'000);
+  switch (column % 8) {
+    case 0:
+      store.SetVariableValue(&info, row, row);
+      break;
+    case 1:
+      store.SetVariableValue(&info, row, static_cast<double>(random() % 5));
+      break;
+    case 2:
+      store.SetVariableValue(&info, row, number / 100);
+      break;
+    case 3:
+      store.SetStringVariableValue(&info, row, regions[random() % 4]);
+      break;
+    case 4:
+      if (random() % 10) store.SetVariableValue(&info, row, number);
+      break;
+    case 5:
+      store.SetVariableValue(&info, row, 13e9 + 86400 * std::floor(number / 30));
+      break;
+    case 6:
+      store.SetVariableValue(&info, row, 1);
+      break;
+    default:
+      store.SetVariableValue(&info, row, std::exp(number / 10'000));
+  }
+}
+
+Store storeOf(Kind kind, unsigned rows, int columns, int sources = 1) {
+  const auto store = std::make_shared<VarDataProcessor>();
+  std::mt19937_64 random(1);
+  std::uniform_real_distribution<double> real(-1, 1);
+  for (int source = 0; source < sources; ++source) {
+    const std::string name = "source" + std::to_string(source);
+    store->AddDataSource(name, rows);
+    for (int column = 0; column < columns; ++column) {
+      _varinfo info;
+      store->AddVariable(name, "variable" + std::to_string(column), &info);
+      for (unsigned row = 0; row < rows; ++row) {
+        if (kind == Kind::Mixed) {
+          setMixed(*store, info, column, row, random);
+        } else {
+          store->SetVariableValue(&info, row, real(random));
+        }
+      }
+    }
+  }
+  return store;
+}
+
+Bytes streamOf(VarDataProcessor& store) {
+  unsigned size = 0;
+  const std::unique_ptr<unsigned char[]> stream(store.GetDataStream(size));
+  return {stream.get(), stream.get() + size};
+}
+
+Bytes inflated(const Bytes& stream, std::size_t size) {
+  Bytes block(size);
+  uLongf given = size;
+  if (uncompress(block.data(), &given, stream.data(), stream.size()) != Z_OK || given != size) {
+    throw std::runtime_error("zlib fails");
+  }
+  return block;
+}
+
+// The first eight bytes tell the whole length.
+std::size_t lengthOf(const Bytes& stream) {
+  unsigned head[2];
+  uLongf given = sizeof head;
+  uncompress(reinterpret_cast<Bytef*>(head), &given, stream.data(), stream.size());
+  return head[1];
+}
+
+void inflate(const Bytes& stream, std::size_t size) {
+  const auto block = std::make_unique_for_overwrite<unsigned char[]>(size);
+  uLongf given = size;
+  uncompress(block.get(), &given, stream.data(), stream.size());
+}
+
+void deflate(const Bytes& block) {
+  uLongf size = compressBound(block.size());
+  const auto packed = std::make_unique_for_overwrite<unsigned char[]>(size);
+  compress2(packed.get(), &size, block.data(), block.size(), libraryLevel);
+}
+
+std::size_t peakOf(const Run& run) {
+  const std::size_t before = allocations::startPeak();
+  run();
+  return allocations::peak() - before;
+}
+
+void addStream(const std::string& label, Kind kind, unsigned rows) {
+  measureTime("stream/" + label + "/GetDataStream and zlib", 1.05, runs, [=]() -> Pair {
+    const Store store = storeOf(kind, rows, 8);
+    const Bytes stream = streamOf(*store);
+    const Bytes block = inflated(stream, lengthOf(stream));
+    return {[=] { streamOf(*store); }, [=] { deflate(block); }};
+  });
+  measureTime("stream/" + label + "/ReadStreamData and zlib", 1.3, runs, [=]() -> Pair {
+    const Bytes stream = streamOf(*storeOf(kind, rows, 8));
+    const std::size_t length = lengthOf(stream);
+    return {[=] {
+              VarDataProcessor store;
+              store.ReadStreamData(stream.data(), static_cast<unsigned>(stream.size()));
+            },
+            [=] { inflate(stream, length); }};
+  });
+  measureBytes("stream/" + label + "/GetDataStream's peak and the bare bytes", noLimit,
+               [=]() -> Sizes {
+                 const Store store = storeOf(kind, rows, 8);
+                 unsigned size = 0;
+                 const std::size_t peak = peakOf([&] { delete[] store->GetDataStream(size); });
+                 return {peak, lengthOf(streamOf(*store))};
+               });
+  measureBytes(
+      "stream/" + label + "/ReadStreamData's peak and the bare bytes", noLimit, [=]() -> Sizes {
+        const Bytes stream = streamOf(*storeOf(kind, rows, 8));
+        VarDataProcessor store;
+        const std::size_t peak = peakOf(
+            [&] { store.ReadStreamData(stream.data(), static_cast<unsigned>(stream.size())); });
+        return {peak, lengthOf(stream)};
+      });
+}
+
+std::vector<std::string> distinctTexts(int count) {
+  std::vector<std::string> texts;
+  for (int i = 0; i < count; ++i) texts.push_back("category " + std::to_string(i * 7919LL));
+  return texts;
+}
+
+void addPool(int count) {
+  measureTime("pool/" + std::to_string(count) + " texts and unordered_map", 4, runs, [=]() -> Pair {
+    const auto texts = std::make_shared<std::vector<std::string>>(distinctTexts(count));
+    return {[=] {
+              VarDataProcessor store;
+              for (const std::string& text : *texts) store.AddString(text);
+            },
+            [=] {
+              std::unordered_map<std::string, unsigned> pool;
+              for (const std::string& text : *texts) pool.emplace(text, pool.size());
+            }};
+  });
+}
+
+// A store of ten times the rows, columns, sources or texts, to a stream and back.
+void addStreamGrowth(const std::string& label, int count, std::function<Store(int)> storeOfSize) {
+  measureGrowth("growth/stream/" + label + "/GetDataStream", count, [=](int n) -> Run {
+    const Store store = storeOfSize(n);
+    return [=] { streamOf(*store); };
+  });
+  measureGrowth("growth/stream/" + label + "/ReadStreamData", count, [=](int n) -> Run {
+    const Bytes stream = streamOf(*storeOfSize(n));
+    const auto store = std::make_shared<VarDataProcessor>();
+    return [=] { store->ReadStreamData(stream.data(), static_cast<unsigned>(stream.size())); };
+  });
+}
+
+Store storeOfTexts(int count) {
+  const auto store = std::make_shared<VarDataProcessor>();
+  _varinfo info;
+  store->AddVariable("source", "variable", &info);
+  unsigned row = 0;
+  for (const std::string& text : distinctTexts(count)) {
+    store->SetStringVariableValue(&info, row++, text);
+  }
+  return store;
+}
+
+}  // namespace
+
+void addData() {
+  for (unsigned rows : {20'000u, 1'000'000u}) {
+    addStream("mixed " + std::to_string(rows) + " x 8", Kind::Mixed, rows);
+    addStream("doubles " + std::to_string(rows) + " x 8", Kind::Doubles, rows);
+  }
+  addPool(100'000);
+  addPool(1'000'000);
+  addStreamGrowth("rows", 30'000, [](int n) { return storeOf(Kind::Mixed, n, 8); });
+  addStreamGrowth("columns", 200, [](int n) { return storeOf(Kind::Mixed, 1000, n); });
+  addStreamGrowth("sources", 200, [](int n) { return storeOf(Kind::Mixed, 100, 8, n); });
+  addStreamGrowth("texts", 20'000, storeOfTexts);
+}

@@ -1,0 +1,80 @@
+#include "zlibstreams.h"
+
+#include <algorithm>
+
+namespace {
+
+// The fastest level whose output is at most a tenth longer than that of level 6, for charts short
+// and long and for data; docs/benchmarks.md has the figures.
+constexpr int level = 5;
+
+// zlib counts in 32 bits: longer texts are given to it in pieces.
+constexpr std::size_t longestPiece = std::size_t(1) << 30;
+
+uInt pieceOf(std::size_t size) {
+  return static_cast<uInt>(std::min(size, longestPiece));
+}
+
+Bytef* bytesOf(const void* bytes) {
+  return static_cast<Bytef*>(const_cast<void*>(bytes));
+}
+
+}  // namespace
+
+Deflater::Deflater() : result_(deflateInit(&stream_, level)) {}
+
+Deflater::~Deflater() {
+  deflateEnd(&stream_);
+}
+
+void Deflater::write(const void* bytes, std::size_t size, int flush) {
+  stream_.next_in = bytesOf(bytes);
+  stream_.avail_in = 0;
+  do {
+    const uInt piece = pieceOf(size);
+    stream_.avail_in += piece;
+    size -= piece;
+    do {
+      stream_.next_out = bytesOf(packed_.room(1));
+      stream_.avail_out = pieceOf(packed_.left());
+      const uInt before = stream_.avail_out;
+      if (result_ == Z_OK) result_ = deflate(&stream_, size > 0 ? Z_NO_FLUSH : flush);
+      packed_.commit(before - stream_.avail_out);
+    } while (result_ == Z_OK && stream_.avail_out == 0);
+    // No more room was needed: what looks like an error at an exact fit is none.
+    if (result_ == Z_BUF_ERROR) result_ = Z_OK;
+  } while (result_ == Z_OK && size > 0);
+}
+
+bool Deflater::finish() {
+  write(nullptr, 0, Z_FINISH);
+  return result_ == Z_STREAM_END;
+}
+
+Inflater::Inflater(const void* bytes, std::size_t size)
+    : result_(inflateInit(&stream_)), next_(bytesOf(bytes)), left_(size) {}
+
+Inflater::~Inflater() {
+  inflateEnd(&stream_);
+}
+
+std::size_t Inflater::read(void* out, std::size_t size) {
+  std::size_t given = 0;
+  while (result_ == Z_OK && given < size) {
+    stream_.next_in = const_cast<Bytef*>(next_);
+    stream_.avail_in = pieceOf(left_);
+    stream_.next_out = bytesOf(out) + given;
+    stream_.avail_out = pieceOf(size - given);
+    const uInt outBefore = stream_.avail_out;
+    result_ = inflate(&stream_, Z_NO_FLUSH);
+    left_ -= static_cast<std::size_t>(stream_.next_in - next_);
+    next_ = stream_.next_in;
+    given += outBefore - stream_.avail_out;
+  }
+  return given;
+}
+
+bool Inflater::endsHere() {
+  char more;
+  return read(&more, 1) == 0 && result_ == Z_STREAM_END && left_ == 0;
+}

@@ -1,0 +1,53 @@
+// Zlib streams that are written and read piece by piece.
+#ifndef CHARTXML_ZLIBSTREAMS_H
+#define CHARTXML_ZLIBSTREAMS_H
+
+#include <zlib.h>
+
+#include <cstddef>
+
+#include "textbuffer.h"
+
+// Compresses what it is given, without a copy of the whole.
+class Deflater {
+ public:
+  Deflater();
+  ~Deflater();
+  Deflater(const Deflater&) = delete;
+  Deflater& operator=(const Deflater&) = delete;
+
+  void write(const void* bytes, std::size_t size) { write(bytes, size, Z_NO_FLUSH); }
+  // Ends the stream; false when zlib failed now or before. packed() is the stream then.
+  bool finish();
+  TextBuffer& packed() { return packed_; }
+
+ private:
+  void write(const void* bytes, std::size_t size, int flush);
+
+  z_stream stream_{};
+  int result_;
+  TextBuffer packed_;
+};
+
+// Inflates a stream that must stay where it is.
+class Inflater {
+ public:
+  Inflater(const void* bytes, std::size_t size);
+  ~Inflater();
+  Inflater(const Inflater&) = delete;
+  Inflater& operator=(const Inflater&) = delete;
+
+  // The bytes that were put at `out`: fewer than `size` at the end and for a damaged stream.
+  std::size_t read(void* out, std::size_t size);
+  // True when everything was read and the stream is whole from the first byte to the last. Reads
+  // on.
+  bool endsHere();
+
+ private:
+  z_stream stream_{};
+  int result_;
+  const Bytef* next_;
+  std::size_t left_;
+};
+
+#endif
