@@ -23,7 +23,9 @@ XERCES_CPP_NAMESPACE_END
 
 class ChartParser;
 class FacSTDictionary;
+class PlXFormat;
 class PlXVisualization;
+struct TAVO_Format;
 
 // Scheme and host of every URI of the system.
 #define CHARTXML_HOST "http://xml.tavo.example"
@@ -104,6 +106,17 @@ class CHARTXML_API ChartBase {
   // up by the English ones in `dictionary`, which answers in `codePage`; null leaves them English.
   static void updateText(ChartString& text, FacSTDictionary* dictionary,
                          const std::string& codePage);
+
+  // Translate a variable's display format into the format of a chart. Every format gets the error
+  // character "*"; a type of texts or of names gets nothing else. Always true.
+  static bool addFormat(PlXFormat& format, TAVO_Format& source);
+  // The families of formats. False, with nothing changed, for a type of another family, but
+  // FormatElapsedTime() asks for no type. FormatDate() knows two types more than addFormat(), the
+  // names of days (26) and of months (27). Digits that the width has no room for are none.
+  static bool FormatNumber(PlXFormat& format, TAVO_Format& source);
+  static bool FormatDate(PlXFormat& format, TAVO_Format& source);
+  static bool FormatElapsedTime(PlXFormat& format, TAVO_Format& source);
+  static bool FormatCustomCurrency(PlXFormat& format, TAVO_Format& source);
 
   // False unless DumpChartXMLPath is set and the character of DumpChartXMLOptions at the index of
   // `type` is there and isn't '0'.

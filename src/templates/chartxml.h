@@ -38,6 +38,7 @@
 #include "plxtransforms.h"
 #include "plxuni.h"
 #include "plxvariables.h"
+#include "tavoformat.h"
 #include "tavogotocaller.h"
 #include "textconversion.h"
 #include "timeconverter.h"
