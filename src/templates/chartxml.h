@@ -3,6 +3,7 @@
 #define CHARTXML_CHARTXML_H
 
 #include "basetemplate.h"
+#include "bpoutput.h"
 #include "chartbase.h"
 #include "charterrorhandler.h"
 #include "chartexception.h"
@@ -38,6 +39,8 @@
 #include "plxtransforms.h"
 #include "plxuni.h"
 #include "plxvariables.h"
+#include "splitinfo.h"
+#include "tavodatasource.h"
 #include "tavoformat.h"
 #include "tavogotocaller.h"
 #include "textconversion.h"
