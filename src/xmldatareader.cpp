@@ -25,7 +25,6 @@ constexpr std::string_view namesStart = "<names>";
 constexpr std::string_view namesEnd = "</names>";
 constexpr std::string_view noNames = "<names/>";
 constexpr std::string_view cellStart = "<dataValue name=\"";
-constexpr std::string_view idStart = " id=\"";
 
 constexpr std::size_t npos = std::string_view::npos;
 
@@ -332,72 +331,69 @@ class RowReader {
 
 // ---- sources
 
-// A source from its start tag to its end tag, or to what comes first: the next source or the end.
-struct SourceText {
-  std::string_view name;
-  std::string_view body;  // from behind the name
-  bool isEnded = false;
-};
-
-// Finds the sources in one pass over the text.
-class SourceWalk {
- public:
-  SourceWalk(std::string_view xml, Form form) : xml_(xml), element_(elementOf(form)) {
-    while (find() && !isStart()) ++hit_;
-  }
-
-  bool next(SourceText& source) {
-    if (hit_ == npos) return false;
-    const std::size_t start = hit_ + element_.size() + idStart.size();
-    std::size_t stop = npos;
-    source.isEnded = false;
-    while (++hit_, find() && !isStart()) {
-      if (source.isEnded || !isEnd()) continue;
-      source.isEnded = true;
-      stop = hit_ - 2;
-    }
-    if (!source.isEnded) stop = hit_ == npos ? xml_.size() : hit_ - 1;
-    source.name = xmldata::quotedName(xml_.substr(start, stop - start));
-    source.body = xml_.substr(start + source.name.size(), stop - start - source.name.size());
-    return true;
-  }
-
- private:
-  bool find() {
-    hit_ = ::find(xml_, element_, hit_);
-    return hit_ != npos;
-  }
-  bool isStart() const {
-    return hit_ >= 1 && xml_[hit_ - 1] == '<' &&
-           xml_.substr(hit_ + element_.size()).starts_with(idStart);
-  }
-  bool isEnd() const {
-    return hit_ >= 2 && xml_.substr(hit_ - 2, 2) == "</" &&
-           xml_.substr(hit_ + element_.size()).starts_with('>');
-  }
-
-  std::string_view xml_;
-  std::string_view element_;
-  std::size_t hit_ = 0;
-};
+bool isRow(std::string_view text, Keep keep) {
+  return text.starts_with(rowStart) || (keep == Keep::All && text.starts_with(emptyRow));
+}
 
 // Where the next row starts, or npos. Printers of documents write `<row/>` for an empty row: it is
 // one where all is kept.
 std::size_t findRow(std::string_view text, std::size_t from, Keep keep) {
-  if (keep == Keep::Numbers) return find(text, rowStart, from);
-  std::size_t hit = find(text, "<row", from);
-  while (hit != npos && !text.substr(hit).starts_with(rowStart) &&
-         !text.substr(hit).starts_with(emptyRow)) {
-    hit = find(text, "<row", hit + 1);
-  }
+  std::size_t hit = text.find('<', from);
+  while (hit != npos && !isRow(text.substr(hit), keep)) hit = text.find('<', hit + 1);
   return hit;
 }
 
-unsigned rowsIn(std::string_view text, Keep keep) {
-  unsigned rows = 0;
-  for (std::size_t hit = 0; (hit = findRow(text, hit, keep)) != npos; ++hit) ++rows;
-  return rows;
-}
+// A source from its start tag to its end tag, or to what comes first: the next source or the end.
+struct SourceText {
+  std::string_view name;
+  std::string_view body;  // from behind the name
+  unsigned rows = 0;      // 0 without an end tag
+  bool isEnded = false;
+};
+
+// Finds the sources and counts their rows in one pass from tag to tag.
+class SourceWalk {
+ public:
+  SourceWalk(std::string_view xml, Form form, Keep keep)
+      : xml_(xml),
+        start_('<' + std::string(elementOf(form)) + " id=\""),
+        end_("</" + std::string(elementOf(form)) + '>'),
+        keep_(keep) {
+    while (at_ != npos && !xml_.substr(at_).starts_with(start_)) toNextTag();
+  }
+
+  bool next(SourceText& source) {
+    if (at_ == npos) return false;
+    const std::size_t from = at_ + start_.size();
+    std::size_t to = npos;
+    unsigned rows = 0;
+    for (toNextTag(); at_ != npos; toNextTag()) {
+      const std::string_view rest = xml_.substr(at_);
+      if (rest.starts_with(start_)) break;
+      if (to != npos) continue;
+      if (rest.starts_with(end_)) {
+        to = at_;
+      } else if (isRow(rest, keep_)) {
+        ++rows;
+      }
+    }
+    source.isEnded = to != npos;
+    source.rows = source.isEnded ? rows : 0;
+    if (!source.isEnded) to = at_ == npos ? xml_.size() : at_;
+    source.name = xmldata::quotedName(xml_.substr(from, to - from));
+    source.body = xml_.substr(from + source.name.size(), to - from - source.name.size());
+    return true;
+  }
+
+ private:
+  void toNextTag() { at_ = xml_.find('<', at_ + 1); }
+
+  const std::string_view xml_;
+  const std::string start_;
+  const std::string end_;
+  const Keep keep_;
+  std::size_t at_ = xml_.find('<');
+};
 
 // False when there are none.
 bool addNames(std::string_view body, Filler& filler) {
@@ -424,7 +420,7 @@ void readSource(const SourceText& source, const char* origin, Form form, VarData
   const auto place = static_cast<std::size_t>(body.data() - origin);
   if (keep == Keep::All && !source.isEnded) throw Problem{place, "a source has no end tag"};
   const std::string name(source.name);
-  const unsigned rows = source.isEnded ? rowsIn(body, keep) : 0;
+  const unsigned rows = source.rows;
   store.AddDataSource(name, rows);
   Filler filler(store, name, rows, keep, budget);
   if (form == Form::Current && !addNames(body, filler)) {
@@ -461,7 +457,7 @@ Form xmldata::formOf(std::string_view xml) {
 std::size_t xmldata::read(std::string_view xml, Form form, VarDataProcessor& store, Keep keep) {
   constexpr std::size_t mostSources = std::numeric_limits<std::uint16_t>::max();
   Budget budget;
-  SourceWalk walk(xml, form);
+  SourceWalk walk(xml, form, keep);
   SourceText source;
   std::size_t count = 0;
   for (; walk.next(source); ++count) {
@@ -477,7 +473,9 @@ std::size_t xmldata::read(std::string_view xml, Form form, VarDataProcessor& sto
 unsigned xmldata::countRows(std::string_view text, Form form) {
   const std::string end = "</" + std::string(elementOf(form)) + '>';
   const std::size_t stop = find(text, end);
-  return stop == npos ? 0 : rowsIn(text.substr(0, stop), Keep::Numbers);
+  unsigned rows = 0;
+  for (std::size_t hit = 0; (hit = find(text, rowStart, hit)) < stop; ++hit) ++rows;
+  return stop == npos ? 0 : rows;
 }
 
 std::string_view xmldata::quotedName(std::string_view text) {

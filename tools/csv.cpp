@@ -164,7 +164,7 @@ void readCsv(const std::string& file, const std::string& text, const std::string
     std::size_t count = 0;
     do {
       const std::string_view field = reader.next();
-      if (count == columns.size()) break;
+      if (count == columns.size()) reader.fail("has more fields than the first line");
       _varinfo* column = &columns[count++];
       if (field.empty()) continue;
       if (const auto number = numberOf(field)) {
@@ -174,10 +174,7 @@ void readCsv(const std::string& file, const std::string& text, const std::string
         store.SetStringVariableValue(column, row, std::string(field));
       }
     } while (!reader.isLineEnd());
-    if (count < columns.size() || !reader.isLineEnd()) {
-      reader.fail((reader.isLineEnd() ? "has fewer" : "has more") +
-                  std::string(" fields than the first line"));
-    }
+    if (count < columns.size()) reader.fail("has fewer fields than the first line");
   }
   for (const std::string& name : names) store.SetMaxRow(source, name, row);
 }

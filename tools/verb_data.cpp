@@ -110,23 +110,20 @@ bool isPlainData(const std::string& text) {
   return text.starts_with(frame.substr(0, frame.size() - end.size())) && text.ends_with(end);
 }
 
-bool readPlain(const std::string& name, const std::string& text, bool hasLines,
-               VarDataProcessor& store) {
-  XmlDataHandler::Problem problem;
-  if (XmlDataHandler::ReadStore(text, store, XmlDataHandler::Keep::All, &problem)) return true;
-  std::string place = name;
-  if (hasLines && problem.offset != std::string::npos) {
-    const auto end = text.begin() + static_cast<std::ptrdiff_t>(problem.offset);
-    place += ':' + std::to_string(1 + std::count(text.begin(), end, '\n'));
-  }
-  throw Failure(place + ": " + problem.reason);
+std::string lineOf(const std::string& text, std::size_t offset) {
+  if (offset == std::string::npos) return {};
+  const auto end = text.begin() + static_cast<std::ptrdiff_t>(offset);
+  return ':' + std::to_string(1 + std::count(text.begin(), end, '\n'));
 }
 
 void readDocumentText(const std::string& name, const std::string& text, VarDataProcessor& store) {
+  using Handler = XmlDataHandler;
+  Handler::Problem problem;
   if (isPlainData(text)) {
-    readPlain(name, text, true, store);
-    return;
+    if (Handler::ReadStore(text, store, Handler::Keep::All, &problem)) return;
+    throw Failure(name + lineOf(text, problem.offset) + ": " + problem.reason);
   }
+
   std::string spelled;
   {
     ChartBase base;
@@ -136,8 +133,13 @@ void readDocumentText(const std::string& name, const std::string& text, VarDataP
     ChartPrinter().Print(root.getOwnerDocument(), out);
     spelled = std::move(out).str();
   }
-  // The parser reads what the scanner doesn't; places are those in the text that was printed anew.
-  readPlain(name, spelled, false, store);
+  if (Handler::ReadStore(spelled, store, Handler::Keep::All, &problem)) return;
+  // The line is that of the file, if the problem shows there as well.
+  VarDataProcessor other;
+  Handler::Problem original;
+  Handler::ReadStore(text, other, Handler::Keep::All, &original);
+  const bool isSame = std::string_view(original.reason) == problem.reason;
+  throw Failure(name + (isSame ? lineOf(text, original.offset) : "") + ": " + problem.reason);
 }
 
 std::string nameOfSource(const Job& job, const std::string& file) {
@@ -200,7 +202,7 @@ std::string numberText(double value) {
   return text;
 }
 
-std::string lineOf(const std::string& variable, const _varinfo& info, unsigned rows) {
+std::string variableLine(const std::string& variable, const _varinfo& info, unsigned rows) {
   std::size_t missing = 0;
   std::size_t texts = 0;
   double min = HUGE_VAL;
@@ -238,7 +240,7 @@ std::string reportOf(const Job& job, const std::string& file, VarDataProcessor& 
               " variables=" + std::to_string(variables.size()) + '\n';
     for (const std::string& variable : variables) {
       _varinfo info;
-      if (store.FindVariable(source, variable, info)) report += lineOf(variable, info, rows);
+      if (store.FindVariable(source, variable, info)) report += variableLine(variable, info, rows);
     }
   }
   return report;
