@@ -346,7 +346,7 @@ std::size_t findRow(std::string_view text, std::size_t from, Keep keep) {
 // A source from its start tag to its end tag, or to what comes first: the next source or the end.
 struct SourceText {
   std::string_view name;
-  std::string_view body;  // from behind the name
+  std::string_view body;  // from the name on
   unsigned rows = 0;      // 0 without an end tag
   bool isEnded = false;
 };
@@ -380,8 +380,8 @@ class SourceWalk {
     source.isEnded = to != npos;
     source.rows = source.isEnded ? rows : 0;
     if (!source.isEnded) to = at_ == npos ? xml_.size() : at_;
-    source.name = xmldata::quotedName(xml_.substr(from, to - from));
-    source.body = xml_.substr(from + source.name.size(), to - from - source.name.size());
+    source.body = xml_.substr(from, to - from);
+    source.name = xmldata::quotedName(source.body);
     return true;
   }
 
@@ -429,8 +429,7 @@ void readSource(const SourceText& source, const char* origin, Form form, VarData
   RowReader reader(filler, origin);
   const char* end = body.data() + body.size();
   std::size_t at = 0;
-  for (unsigned row = 0; row < rows; ++row) {
-    at = findRow(body, at, keep);
+  for (unsigned row = 0; row < rows && (at = findRow(body, at, keep)) != npos; ++row) {
     if (body.substr(at).starts_with(emptyRow)) {
       ++at;
       continue;

@@ -214,6 +214,8 @@ TEST(XmlData, GivesNoStreamOfBrokenTexts) {
        {text + text, older + "<source id=\"s\"><row><dataValue name=\"&#49;\">&#49;</dataValue>"}) {
     for (std::size_t i = 0; i <= whole.size(); ++i) streamOf(std::string(whole, 0, i));
   }
+  // Tags within a name are tags.
+  EXPECT_EQ(streamOf("<embeddedSource id=\"<row>\"><names>a</names></embeddedSource>"), "");
   // A source without its end has no rows.
   const std::string rowless =
       "\t<embeddedSource id=\"s\">\n\t\t<names></names>\n\t\t<types></types>\n\t\t<row/>\n"
@@ -300,6 +302,16 @@ TEST(XmlData, WritesWhatAStoreHolds) {
   ASSERT_TRUE(XmlDataHandler::WriteStore(all, back));
   EXPECT_EQ(back, out);
   EXPECT_NE(again(out).find("<row>-0.5;0</row>"), std::string::npos);
+
+  // An empty row counts there, unless it lies in another.
+  all.Reset();
+  ASSERT_TRUE(
+      XmlDataHandler::ReadStore("<embeddedSource id=\"s\"><names>a;b</names><row/><row>x; 1 "
+                                "</row><row>;2<row/>3;</row></embeddedSource>",
+                                all, XmlDataHandler::Keep::All));
+  EXPECT_EQ(all.GetValueAsString("s", "a", 1), "x");
+  EXPECT_EQ(all.GetValueAsString("s", "b", 1), "1");
+  EXPECT_EQ(all.GetValueAsString("s", "b", 2), "2");
 
   const std::size_t limit = zlib1211tavo::getInflateLimit();
   zlib1211tavo::setInflateLimit(out.size() - 1);
