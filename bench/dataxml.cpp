@@ -194,16 +194,38 @@ void addWhole(const std::string& label, Kind kind, unsigned rows) {
   });
 }
 
-void addDocumentGrowth(const std::string& label, int count, std::function<Store(int)> storeOfSize) {
-  measureGrowth("growth/document/" + label + "/GetDataStream", count, [=](int n) -> Run {
-    const Text text = textOf(*storeOfSize(n));
-    return [=] { streamOf(*text); };
-  });
+// A document that is written without a store, which would take more memory than what is measured.
+std::string documentOf(int rows, int columns, int sources = 1) {
+  std::mt19937_64 random(1);
+  std::string text;
+  text.reserve(std::size_t(rows) * columns * sources * 12);
+  for (int source = 0; source < sources; ++source) {
+    text += "<embeddedSource id=\"source" + std::to_string(source) + "\"><names>";
+    for (int column = 0; column < columns; ++column) {
+      text += (column > 0 ? ";variable" : "variable") + std::to_string(column);
+    }
+    text += "</names>";
+    for (int row = 0; row < rows; ++row) {
+      text += "<row>";
+      for (int column = 0; column < columns; ++column) {
+        if (column > 0) text += ';';
+        const double value = cellOf(Kind::Mixed, column, row, random);
+        if (value != VarDataProcessor::systemMissing) VarDataProcessor::AppendNumber(value, text);
+      }
+      text += "</row>";
+    }
+    text += "</embeddedSource>";
+  }
+  return text;
+}
+
+void addDocumentGrowth(const std::string& label, int count, std::function<std::string(int)> text) {
+  measureGrowth("growth/document/" + label + "/GetDataStream", count,
+                [=](int n) -> Run { return [text = text(n)] { streamOf(text); }; });
   measureGrowth("growth/document/" + label + "/GetXmlData", count, [=](int n) -> Run {
-    const auto stream = streamOf(*textOf(*storeOfSize(n)));
-    return [=] {
-      std::string text;
-      XmlDataHandler(stream->bytes.get(), stream->size).GetXmlData(text, false);
+    return [stream = streamOf(text(n))] {
+      std::string again;
+      XmlDataHandler(stream->bytes.get(), stream->size).GetXmlData(again, false);
     };
   });
 }
@@ -219,7 +241,8 @@ void addDataXml() {
       addWhole(label, kind, rows);
     }
   }
-  addDocumentGrowth("rows", 20'000, [](int n) { return storeOf(Kind::Mixed, n, 8); });
-  addDocumentGrowth("columns", 200, [](int n) { return storeOf(Kind::Mixed, 1000, n); });
-  addDocumentGrowth("sources", 200, [](int n) { return storeOf(Kind::Mixed, 100, 8, n); });
+  // As many rows as the store's columns hold exactly, once after growth and once without.
+  addDocumentGrowth("rows", 16'000, [](int n) { return documentOf(n, 8); });
+  addDocumentGrowth("columns", 50, [](int n) { return documentOf(1000, n); });
+  addDocumentGrowth("sources", 50, [](int n) { return documentOf(1000, 8, n); });
 }

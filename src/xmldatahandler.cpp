@@ -116,12 +116,17 @@ class CellWalk {
         next_(info.strings->begin()),
         end_(info.strings->end()) {}
 
-  void write(unsigned row, Writer& out) {
+  // Copies cells to every `stride`-th place from `to` on.
+  void copyValues(unsigned row, unsigned count, double* to, std::size_t stride) const {
+    for (unsigned i = 0; i < count; ++i) to[i * stride] = values_[row + i];
+  }
+
+  // `value` is that of the cell.
+  void write(unsigned row, double value, Writer& out) {
     if (next_ != end_ && next_->first == row) {
       const unsigned index = (next_++)->second;
       if (index < pool_.size()) return out.append(cellText(pool_[index].text));
     }
-    const double value = values_[row];
     if (value != VarDataProcessor::systemMissing) out.append(value);
   }
 
@@ -145,15 +150,24 @@ void writeRows(VarDataProcessor& store, const std::string& source,
     if (store.FindVariable(source, variable, info)) columns.emplace_back(store, info);
   }
   const unsigned rows = store.GetRowCount(source);
-  for (unsigned row = 0; row < rows; ++row) {
-    out.append("\t\t<row>");
-    bool isFirst = true;
-    for (CellWalk& column : columns) {
-      if (!isFirst) out.append(";");
-      isFirst = false;
-      column.write(row, out);
+  // As many rows at once as a line of the processor's cache has cells: with thousands of columns,
+  // lines wouldn't stay there from one row to the next.
+  constexpr unsigned most = 8;
+  std::vector<double> values(most * columns.size());
+  for (unsigned first = 0; first < rows; first += most) {
+    const unsigned count = std::min(most, rows - first);
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+      columns[i].copyValues(first, count, &values[i], columns.size());
     }
-    out.append("</row>\n");
+    const double* next = values.data();
+    for (unsigned row = first; row < first + count; ++row) {
+      out.append("\t\t<row>");
+      for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (i > 0) out.append(";");
+        columns[i].write(row, *next++, out);
+      }
+      out.append("</row>\n");
+    }
   }
 }
 
@@ -273,7 +287,7 @@ void XmlDataHandler::ProcessRow(VarDataProcessor& store, const std::string& sour
   try {
     xmldata::readRow(text, Form::Current, store, source, names, row);
   } catch (const Problem&) {
-    // What stood in front of it is stored.
+    // There is no room for the row.
   }
 }
 
@@ -282,7 +296,7 @@ void XmlDataHandler::Process_1_4_Row(VarDataProcessor& store, const std::string&
   try {
     xmldata::readRow(text, Form::Older, store, source, {}, row);
   } catch (const Problem&) {
-    // What stood in front of it is stored.
+    // There is no room for the row.
   }
 }
 

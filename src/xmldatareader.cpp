@@ -152,7 +152,9 @@ class Budget {
                                                 std::numeric_limits<std::uint32_t>::max());
 };
 
-// The columns of one source.
+// The columns of one source. Values are gathered for as many rows as a line of the processor's
+// cache has cells: with thousands of columns, each in its own place, neither lines nor pages would
+// stay there from one row to the next.
 class Filler {
  public:
   // The source is in the store, and gets room for that many rows.
@@ -169,29 +171,29 @@ class Filler {
   }
   Filler(const Filler&) = delete;
   Filler& operator=(const Filler&) = delete;
-  // Rows count once their cells are set.
-  ~Filler() {
-    for (Column& column : columns) {
-      if (!column.cells) continue;
-      const unsigned rows = keep_ == Keep::All ? rows_ : column.rows;
-      column.info.bag->rowCount = std::max(column.info.bag->rowCount, rows);
-    }
-  }
 
   // Names that are empty are those of a source without variables, too.
   void add(std::string name) {
-    columns.push_back({.name = std::move(name), .info = {}});
-    if (keep_ == Keep::All && !columns.back().name.empty()) create(columns.back());
+    columns_.push_back({.name = std::move(name), .info = {}});
+    gathered_.resize(columns_.size() * most, VarDataProcessor::systemMissing);
+    if (keep_ == Keep::All && !columns_.back().name.empty()) create(columns_.back());
   }
 
-  void put(Column& column, unsigned row, double value) {
-    if (!column.cells) create(column);
-    column.cells[row] = value;
-    column.rows = row + 1;
+  std::size_t size() const { return columns_.size(); }
+
+  // In ascending order. The values put then are those of the row.
+  void startRow(unsigned row) {
+    if (row - first_ >= most) {
+      flush();
+      first_ = row;
+    }
+    place_ = row - first_;
   }
+
+  void put(std::size_t column, double value) { gathered_[column * most + place_] = value; }
 
   // The value of a field that isn't plainly a number. strtod takes what stands at its start.
-  void putField(Column& column, unsigned row, std::string_view field) {
+  void putField(std::size_t column, std::string_view field) {
     std::string whole;
     if (field.find('&') != npos) {
       whole = decoded(field);
@@ -199,15 +201,40 @@ class Filler {
     }
     const numbertext::Number number = numbertext::scan(field);
     const bool isNumber = number.length > 0 && areBlanks(field.substr(number.length));
-    if (keep_ == Keep::Numbers || isNumber) return put(column, row, number.value);
+    if (keep_ == Keep::Numbers || isNumber) return put(column, number.value);
     if (areBlanks(field)) return;
-    if (!column.cells) create(column);
-    store_.SetStringVariableValue(&column.info, row, std::string(field));
+    Column& text = columns_[column];
+    if (!text.cells) create(text);
+    store_.SetStringVariableValue(&text.info, first_ + place_, std::string(field));
   }
 
-  std::vector<Column> columns;
+  // Stores what is still gathered. Rows count once their cells are set.
+  void finish() {
+    flush();
+    for (Column& column : columns_) {
+      if (!column.cells) continue;
+      const unsigned rows = keep_ == Keep::All ? rows_ : column.rows;
+      column.info.bag->rowCount = std::max(column.info.bag->rowCount, rows);
+    }
+  }
 
  private:
+  static constexpr unsigned most = 8;
+
+  void flush() {
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+      Column& column = columns_[i];
+      double* values = &gathered_[i * most];
+      for (unsigned place = 0; place < most; ++place) {
+        if (values[place] == VarDataProcessor::systemMissing) continue;
+        if (!column.cells) create(column);
+        column.cells[first_ + place] = values[place];
+        column.rows = first_ + place + 1;
+        values[place] = VarDataProcessor::systemMissing;
+      }
+    }
+  }
+
   void create(Column& column) {
     constexpr std::uint64_t header = 288;
     take(header + capacity_ * sizeof(double));
@@ -229,6 +256,10 @@ class Filler {
   const Keep keep_;
   Budget& budget_;
   std::uint64_t capacity_ = 0;
+  std::vector<Column> columns_;
+  std::vector<double> gathered_;  // `most` rows of each column from row `first_` on
+  unsigned first_ = 0;
+  unsigned place_ = 0;
 };
 
 // ---- rows
@@ -240,10 +271,10 @@ class RowReader {
   RowReader(Filler& filler, const char* origin) : filler_(filler), origin_(origin) {}
 
   // `at` stands behind `<row>`; answers where `</row>` starts. Every byte is looked at once.
-  const char* readCurrent(const char* at, const char* end, unsigned row) {
+  const char* readCurrent(const char* at, const char* end) {
     for (std::size_t number = 0;; ++number) {
       if (at == end) fail(at, "a row has no </row>");
-      if (*at != ';' && *at != '<') at = readField(at, end, row, number);
+      if (*at != ';' && *at != '<') at = readField(at, end, number);
       if (at != end && *at == '<') at = behindMarkup(at, end);
       if (at == end) fail(at, "a row has no </row>");
       if (*at == '<') return at;
@@ -251,7 +282,7 @@ class RowReader {
     }
   }
 
-  const char* readOlder(const char* at, const char* end, unsigned row) {
+  const char* readOlder(const char* at, const char* end) {
     const std::string_view rest(at, static_cast<std::size_t>(end - at));
     const std::size_t length = find(rest, rowEnd);
     if (length == npos || find(rest.substr(0, length), rowStart) != npos) {
@@ -260,7 +291,7 @@ class RowReader {
     const std::string_view cells = rest.substr(0, length);
     std::size_t number = 0;
     for (std::size_t hit = 0; (hit = find(cells, cellStart, hit)) != npos;) {
-      hit = readCell(cells, hit + cellStart.size(), row, number++);
+      hit = readCell(cells, hit + cellStart.size(), number++);
     }
     return at + length;
   }
@@ -271,18 +302,17 @@ class RowReader {
   }
 
   // Stores the field at `at`, and answers where it ends: at its separator or at markup.
-  const char* readField(const char* at, const char* end, unsigned row, std::size_t number) {
-    if (number >= filler_.columns.size()) fail(at, "a row has more values than there are names");
-    Column& column = filler_.columns[number];
+  const char* readField(const char* at, const char* end, std::size_t number) {
+    if (number >= filler_.size()) fail(at, "a row has more values than there are names");
     double value;
     const auto result = std::from_chars(at, end, value);
     if (result.ec == std::errc() && result.ptr != end &&
         (*result.ptr == ';' || *result.ptr == '<')) {
-      filler_.put(column, row, value);
+      filler_.put(number, value);
       return result.ptr;
     }
     const char* stop = fieldEnd(at, end);
-    filler_.putField(column, row, {at, static_cast<std::size_t>(stop - at)});
+    filler_.putField(number, {at, static_cast<std::size_t>(stop - at)});
     return stop;
   }
 
@@ -297,8 +327,7 @@ class RowReader {
   }
 
   // `start` is behind the quote that the name starts with. Answers where to look for the next cell.
-  std::size_t readCell(std::string_view cells, std::size_t start, unsigned row,
-                       std::size_t number) {
+  std::size_t readCell(std::string_view cells, std::size_t start, std::size_t number) {
     const char* place = cells.data() + start;
     const std::size_t quote = cells.find('"', start);
     if (quote == npos) fail(place, "the name of a value has no end");
@@ -307,20 +336,20 @@ class RowReader {
     const std::size_t stop = std::min(cells.find('<', close), cells.size());
     if (stop == close + 1 || close + 1 == cells.size()) return stop;
 
-    Column& column = columnOf(cells.substr(start, quote - start), number);
-    filler_.putField(column, row, cells.substr(close + 1, stop - close - 1));
+    const std::size_t column = columnOf(cells.substr(start, quote - start), number);
+    filler_.putField(column, cells.substr(close + 1, stop - close - 1));
     return stop;
   }
 
   // Rows mostly have the same cells in the same order: the one at the same place is tried first.
-  Column& columnOf(std::string_view name, std::size_t number) {
+  std::size_t columnOf(std::string_view name, std::size_t number) {
     if (number < order_.size() && order_[number].first == name) {
-      return filler_.columns[order_[number].second];
+      return order_[number].second;
     }
-    const auto [known, isNew] = numbers_.emplace(name, filler_.columns.size());
+    const auto [known, isNew] = numbers_.emplace(name, filler_.size());
     if (isNew) filler_.add(decoded(name));
     if (number == order_.size()) order_.emplace_back(name, known->second);
-    return filler_.columns[known->second];
+    return known->second;
   }
 
   Filler& filler_;
@@ -421,7 +450,11 @@ void readSource(const SourceText& source, const char* origin, Form form, VarData
   if (keep == Keep::All && !source.isEnded) throw Problem{place, "a source has no end tag"};
   const std::string name(source.name);
   const unsigned rows = source.rows;
-  store.AddDataSource(name, rows);
+  if (store.AddDataSource(name, rows)) {
+    // The rows are known: the store's own rule takes up to twice as much, and many times as much
+    // for small sources.
+    store.sources.find(name)->second.capacity = std::max(rows, 1u);
+  }
   Filler filler(store, name, rows, keep, budget);
   if (form == Form::Current && !addNames(body, filler)) {
     throw Problem{place, "a source has no <names>"};
@@ -434,11 +467,13 @@ void readSource(const SourceText& source, const char* origin, Form form, VarData
       ++at;
       continue;
     }
+    filler.startRow(row);
     const char* cells = body.data() + at + rowStart.size();
-    const char* stop = form == Form::Current ? reader.readCurrent(cells, end, row)
-                                             : reader.readOlder(cells, end, row);
+    const char* stop =
+        form == Form::Current ? reader.readCurrent(cells, end) : reader.readOlder(cells, end);
     at = static_cast<std::size_t>(stop - body.data());
   }
+  filler.finish();
 }
 
 }  // namespace
@@ -491,12 +526,18 @@ void xmldata::readRow(std::string_view text, Form form, VarDataProcessor& store,
   Budget budget;
   Filler filler(store, source, row + 1, Keep::Numbers, budget);
   for (const std::string& name : names) filler.add(name);
+  filler.startRow(row);
   RowReader reader(filler, text.data());
   const char* cells = text.data() + rowStart.size();
   const char* end = text.data() + stop + rowEnd.size();
-  if (form == Form::Current) {
-    reader.readCurrent(cells, end, row);
-  } else {
-    reader.readOlder(cells, end, row);
+  try {
+    if (form == Form::Current) {
+      reader.readCurrent(cells, end);
+    } else {
+      reader.readOlder(cells, end);
+    }
+  } catch (const Problem&) {
+    // The cells in front of it count.
   }
+  filler.finish();
 }

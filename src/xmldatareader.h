@@ -25,8 +25,8 @@ unsigned countRows(std::string_view text, Form form);
 // What stands in front of the next double quote; empty without one.
 std::string_view quotedName(std::string_view text);
 
-// Stores the row that the text starts with. Names are those of the current form, and not looked at
-// in the older one. Throws as read() does.
+// Stores the row that the text starts with, up to where it breaks the rules. Names are those of the
+// current form, and not looked at in the older one. Throws when memory passes the limit.
 void readRow(std::string_view text, Form form, VarDataProcessor& store, const std::string& source,
              const std::vector<std::string>& names, unsigned row);
 

@@ -143,9 +143,9 @@ void readDocumentText(const std::string& name, const std::string& text, VarDataP
 }
 
 std::string nameOfSource(const Job& job, const std::string& file) {
-  const std::string name = !job.source.empty() ? job.source
-                           : file == "-"       ? "data"
-                                               : fs::path(file).stem().string();
+  std::string name = !job.source.empty() ? job.source
+                     : file == "-"       ? "data"
+                                         : fs::path(file).stem().string();
   if (name.find_first_of("<>&\"") != name.npos) {
     throw Failure(file + ": a source can't be named '" + escaped(name) + "'");
   }
