@@ -45,7 +45,7 @@ double cellOf(Kind kind, int column, unsigned row, std::mt19937_64& random) {
 }
 
 Store storeOf(Kind kind, unsigned rows, int columns, int sources = 1) {
-  const auto store = std::make_shared<VarDataProcessor>();
+  auto store = std::make_shared<VarDataProcessor>();
   std::mt19937_64 random(1);
   for (int source = 0; source < sources; ++source) {
     const std::string name = "source" + std::to_string(source);
@@ -219,7 +219,8 @@ std::string documentOf(int rows, int columns, int sources = 1) {
   return text;
 }
 
-void addDocumentGrowth(const std::string& label, int count, std::function<std::string(int)> text) {
+void addDocumentGrowth(const std::string& label, int count,
+                       const std::function<std::string(int)>& text) {
   measureGrowth("growth/document/" + label + "/GetDataStream", count,
                 [=](int n) -> Run { return [text = text(n)] { streamOf(text); }; });
   measureGrowth("growth/document/" + label + "/GetXmlData", count, [=](int n) -> Run {
