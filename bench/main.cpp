@@ -25,6 +25,7 @@ int main(int argc, char** argv) {
   addTemplates();
   addCompression();
   addData();
+  addDataXml();
   TableReporter table;
   benchmark::RunSpecifiedBenchmarks(&table);
   std::printf(table.broken() ? "%d limits are broken\n" : "All limits are kept\n", table.broken());

@@ -45,5 +45,6 @@ void addGrowth();
 void addTemplates();
 void addCompression();
 void addData();
+void addDataXml();
 
 #endif

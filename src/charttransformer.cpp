@@ -1,5 +1,7 @@
 #include "charttransformer.h"
 
+#include <algorithm>
+#include <limits>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
@@ -16,6 +18,7 @@
 #include "plxuni.h"
 #include "tavogotocaller.h"
 #include "textbuffer.h"
+#include "xmldatahandler.h"
 #include "xmlwriter.h"
 #include "zlib1211tavo.h"
 
@@ -134,6 +137,20 @@ ChartTransformer::ChartTransformer(const std::string& compressedChart,
   }
 }
 
+ChartTransformer::ChartTransformer(const std::string& compressedChart,
+                                   const unsigned char* dataStream, unsigned long dataStreamLength)
+    : dataStream_(dataStream), dataStreamLength_(dataStreamLength) {
+  try {
+    std::string text;
+    if (!zlib1211tavo::decompressString(text, compressedChart)) return;
+    makeModel(text);
+  } catch (const TavoGoToCaller&) {
+    throw;
+  } catch (...) {
+    report("ChartTransformer ctor fatal error", __LINE__);
+  }
+}
+
 ChartTransformer::~ChartTransformer() {
   if (model_) model_->store().endWithDocument();
 }
@@ -179,12 +196,18 @@ DOMDocument* ChartTransformer::createDataDocument(const XMLCh*) {
                                        {_schemaLocationName, _schemaDataLocationValue}});
 }
 
+bool ChartTransformer::readDataText(std::string& text) const {
+  if (!compressedData_.empty()) return zlib1211tavo::decompressString(text, compressedData_);
+  // Streams count their lengths in 32 bits.
+  if (!isStreamHeld() || dataStreamLength_ > std::numeric_limits<unsigned>::max()) return false;
+  return XmlDataHandler(dataStream_, static_cast<unsigned>(dataStreamLength_))
+      .GetXmlData(text, false);
+}
+
 DOMDocument* ChartTransformer::readData(Owner owner) {
-  std::string text;
-  if (compressedData_.empty() || !zlib1211tavo::decompressString(text, compressedData_)) {
-    return nullptr;
-  }
   try {
+    std::string text;
+    if (!readDataText(text)) return nullptr;
     return owner == Owner::Parser ? parseDocument(text) : parseOwned(text);
   } catch (const TavoGoToCaller&) {
     throw;
@@ -230,6 +253,28 @@ std::string ChartTransformer::getCompressedData() {
     }
   }
   return compressedData_;
+}
+
+unsigned char* ChartTransformer::getCompressedDataStream(unsigned long& size) {
+  size = 0;
+  try {
+    if (isStreamHeld()) {
+      auto* copy = new unsigned char[dataStreamLength_];
+      std::copy_n(dataStream_, dataStreamLength_, copy);
+      size = dataStreamLength_;
+      return copy;
+    }
+    if (compressedData_.empty()) return nullptr;
+    unsigned length = 0;
+    unsigned char* stream = XmlDataHandler(compressedData_).GetDataStream(length);
+    size = length;
+    return stream;
+  } catch (const TavoGoToCaller&) {
+    throw;
+  } catch (...) {
+    report("getCompressedDataStream fatal error", __LINE__);
+    return nullptr;
+  }
 }
 
 std::string ChartTransformer::compressDocument(const DOMDocument* document) const {

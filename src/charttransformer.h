@@ -23,6 +23,10 @@ class CHARTXML_API ChartTransformer : public ChartBase {
   // What getCompressedXML and getCompressedData gave. The data is stored as it is and read when it
   // is asked for. A chart that isn't compressed makes no chart.
   ChartTransformer(const std::string& compressedChart, const std::string& compressedData);
+  // What getCompressedXML and getCompressedDataStream gave. The stream stays the caller's, and must
+  // live as long as the object; null or a length of 0 is none.
+  ChartTransformer(const std::string& compressedChart, const unsigned char* dataStream,
+                   unsigned long dataStreamLength);
   ~ChartTransformer() override;
 
   // A new empty data document, root `gs:graphSources`, that the caller releases. Null when the
@@ -38,8 +42,13 @@ class CHARTXML_API ChartTransformer : public ChartBase {
   // data lacks is left out. Placeholders stay when there is no data. Changes nothing in the object.
   std::string getEntireXML(const XMLCh* encoding);
   std::string getCompressedXML();
-  // Empty when there is no data.
+  // Empty when there is no data. Of a stream it is the document that XmlDataHandler makes; that is
+  // kept, and is from then on what the data is read from.
   std::string getCompressedData();
+  // The data as the stream of VarDataProcessor, in a new array that the caller frees with delete[]:
+  // a copy of the stream that the object was made of, or else what XmlDataHandler makes of the
+  // document. Null with `size` 0 when there is no data or it can't be a stream.
+  unsigned char* getCompressedDataStream(unsigned long& size);
   // Applies a template to the chart. False without a chart and for a failure that stopped the run;
   // true all the same for a text that is no template and for commands that failed, which the log
   // tells. With the dumps on (DumpChartXMLOptions), chart and template are written before, and the
@@ -59,6 +68,9 @@ class CHARTXML_API ChartTransformer : public ChartBase {
   void dump(const std::string& prefix, unsigned counter, PRINTTYPE type);
   void makeModel(const std::string& text);
   void separateData();
+  bool isStreamHeld() const { return dataStream_ && dataStreamLength_ > 0; }
+  // False when there is no data or it can't be read.
+  bool readDataText(std::string& text) const;
   xercesc::DOMDocument* readData(Owner owner);
 
   std::unique_ptr<xercesc::DOMDocument> chart_;
@@ -66,6 +78,8 @@ class CHARTXML_API ChartTransformer : public ChartBase {
   std::string compressedData_;
   // True when the stored data is as compressDocument writes it: reading it again changes nothing.
   bool isDataPrinted_ = false;
+  const unsigned char* dataStream_ = nullptr;  // the caller's
+  unsigned long dataStreamLength_ = 0;
 };
 
 #endif

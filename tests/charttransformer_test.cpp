@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 #include <xercesc/dom/DOM.hpp>
 
 #include "testsupport.h"
@@ -163,6 +165,71 @@ TEST(Transformer, ShowsPlaceholdersWhenTheDataIsDamaged) {
   for (const std::string& data : {std::string(), std::string("x"), packed("<a"), packed("")}) {
     ChartTransformer other(chart.getCompressedXML(), data);
     EXPECT_EQ(other.getEntireXML(nullptr), chart.getXML(nullptr));
+  }
+}
+
+// Empty without a stream.
+std::string streamOf(ChartTransformer& chart) {
+  unsigned long size = 99;
+  const std::unique_ptr<unsigned char[]> stream(chart.getCompressedDataStream(size));
+  EXPECT_EQ(stream == nullptr, size == 0);
+  return {reinterpret_cast<const char*>(stream.get()), size};
+}
+
+const unsigned char* bytesOf(const std::string& stream) {
+  return reinterpret_cast<const unsigned char*>(stream.data());
+}
+
+TEST(Transformer, TakesAndGivesItsDataAsAStream) {
+  const std::string source =
+      "<embeddedSource id=\"a\"><names>y;x&amp;y</names><row>;1.5</row><row>3;</row>"
+      "</embeddedSource>";
+  ChartTransformer chart(chartText(source + "<graph id=\"g\"/>"));
+  const std::string stream = streamOf(chart);
+  ASSERT_NE(stream, "");
+  EXPECT_EQ(streamOf(chart), stream);
+
+  ChartTransformer again(chart.getCompressedXML(), bytesOf(stream), stream.size());
+  EXPECT_EQ(again.getXML(nullptr), chart.getXML(nullptr));
+  EXPECT_NE(again.getDataDocument(), nullptr);
+  const std::string entire = again.getEntireXML(nullptr);
+  EXPECT_NE(entire.find("<names>x&amp;y;y</names>"), std::string::npos) << entire;
+  EXPECT_NE(entire.find("<row>1.5;</row>"), std::string::npos);
+  EXPECT_TRUE(ChartBase::ValidXML(entire));
+  EXPECT_EQ(streamOf(again), stream);
+
+  // The document is kept from now on, and the stream with it.
+  const std::string data = again.getCompressedData();
+  EXPECT_NE(inflated(data).find("<row>1.5;</row>"), std::string::npos);
+  EXPECT_EQ(again.getCompressedData(), data);
+  EXPECT_EQ(again.getEntireXML(nullptr), entire);
+  EXPECT_EQ(streamOf(again), stream);
+  ChartTransformer other(chart.getCompressedXML(), data);
+  EXPECT_EQ(streamOf(other), stream);
+}
+
+TEST(Transformer, HasNoStreamWithoutData) {
+  ChartTransformer chart(chartText("<userSource id=\"u\"/>"));
+  EXPECT_EQ(streamOf(chart), "");  // no embedded data
+  ChartTransformer empty("");
+  EXPECT_EQ(streamOf(empty), "");
+  const std::string compressed = packed(chartText(first));
+  const std::string damaged = "damaged";
+  for (const std::size_t size : {std::size_t(0), damaged.size()}) {
+    ChartTransformer other(compressed, bytesOf(damaged), size);
+    EXPECT_NE(other.getXML(nullptr), "");
+    EXPECT_EQ(other.getDataDocument(), nullptr);
+    EXPECT_EQ(other.getCompressedData(), "");
+    EXPECT_EQ(streamOf(other), damaged.substr(0, size));
+  }
+  ChartTransformer null(compressed, nullptr, 7);
+  EXPECT_EQ(null.getDataDocument(), nullptr);
+  EXPECT_EQ(streamOf(null), "");
+  // Neither a plain chart nor one that is empty inside is read.
+  for (const std::string& text : {std::string(), chartText(first), packed(""), packed("<broken")}) {
+    ChartTransformer none(text, bytesOf(damaged), damaged.size());
+    EXPECT_EQ(none.getXML(nullptr), "");
+    EXPECT_EQ(streamOf(none), damaged);
   }
 }
 

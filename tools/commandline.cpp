@@ -58,6 +58,19 @@ std::string escaped(std::string_view text, std::string_view special) {
   return result;
 }
 
+std::string quoted(std::string_view text) {
+  return '"' + escaped(text, "\"\\") + '"';
+}
+
+std::string word(std::string_view text) {
+  for (const char c : text) {
+    if (static_cast<unsigned char>(c) <= ' ' || c == '"' || c == '\\' || c == '=' || c == '\x7f') {
+      return quoted(text);
+    }
+  }
+  return std::string(text);
+}
+
 void complain(const std::string& message) {
   std::cerr << "chartxml: " << message << '\n';
 }

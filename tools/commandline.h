@@ -24,12 +24,14 @@ struct Verb {
 };
 
 int runApply(int argc, char** argv);
+int runData(int argc, char** argv);
 int runExplain(int argc, char** argv);
 int runInfo(int argc, char** argv);
 int runMerge(int argc, char** argv);
 int runSeparate(int argc, char** argv);
 int runValidate(int argc, char** argv);
 extern const char applyHelp[];
+extern const char dataHelp[];
 extern const char explainHelp[];
 extern const char infoHelp[];
 extern const char mergeHelp[];
@@ -66,6 +68,11 @@ std::vector<std::string> readOptions(int argc, char** argv, std::span<const Opti
 // A text out of a document for a line of output: control characters, and the characters in
 // `special`, stand as escapes behind a backslash.
 std::string escaped(std::string_view text, std::string_view special = {});
+
+// The text as it stands in reports: in double quotes, and with escapes. A word is quoted only where
+// a reader of words would go wrong otherwise.
+std::string quoted(std::string_view text);
+std::string word(std::string_view text);
 
 // Writes a line to standard error, behind the tool's name.
 void complain(const std::string& message);

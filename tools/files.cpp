@@ -33,6 +33,22 @@ bool writeAll(int file, const std::string& text) {
   return true;
 }
 
+mode_t modeOfNewFiles() {
+  const mode_t mask = umask(0);
+  umask(mask);
+  return 0666 & ~mask;
+}
+
+// The file that a link leads to is replaced, not the link.
+std::string withoutLinks(const std::string& name) {
+  char* path = realpath(name.c_str(), nullptr);
+  std::string result = path ? path : name;
+  std::free(path);
+  return result;
+}
+
+}  // namespace
+
 std::string readFile(const std::string& name) {
   const int file = name == "-" ? STDIN_FILENO : open(name.c_str(), O_RDONLY | O_CLOEXEC);
   if (file < 0) failAtFile(name);
@@ -52,22 +68,6 @@ std::string readFile(const std::string& name) {
   if (file != STDIN_FILENO) close(file);
   return text;
 }
-
-mode_t modeOfNewFiles() {
-  const mode_t mask = umask(0);
-  umask(mask);
-  return 0666 & ~mask;
-}
-
-// The file that a link leads to is replaced, not the link.
-std::string withoutLinks(const std::string& name) {
-  char* path = realpath(name.c_str(), nullptr);
-  std::string result = path ? path : name;
-  std::free(path);
-  return result;
-}
-
-}  // namespace
 
 std::string readDocument(const std::string& name) {
   std::string text = readFile(name);

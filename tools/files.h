@@ -10,6 +10,9 @@ class OutputError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// The bytes of a file as they stand. Throws a Failure.
+std::string readFile(const std::string& name);
+
 // The text of a chart or data document, inflated when the file holds it compressed. Throws a
 // Failure.
 std::string readDocument(const std::string& name);

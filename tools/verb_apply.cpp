@@ -1,5 +1,3 @@
-#include <unistd.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <iostream>
@@ -11,6 +9,7 @@
 #include "commandschema.h"
 #include "files.h"
 #include "problems.h"
+#include "progress.h"
 #include "templates.h"
 
 namespace fs = std::filesystem;
@@ -155,32 +154,6 @@ std::vector<std::string> chartsAt(const std::string& path,
   std::ranges::sort(charts);
   return charts;
 }
-
-// A bar on standard error, where that is a terminal, which goes with the object.
-class Progress {
- public:
-  explicit Progress(std::size_t total) : total_(total), isShown_(isatty(STDERR_FILENO)) {}
-  Progress(const Progress&) = delete;
-  Progress& operator=(const Progress&) = delete;
-  ~Progress() {
-    if (isShown_) std::cerr << '\r' << std::string(shown_, ' ') << '\r' << std::flush;
-  }
-
-  void show(std::size_t done) {
-    if (!isShown_) return;
-    constexpr std::size_t width = 40;
-    const std::size_t filled = width * done / total_;
-    const std::string text = '[' + std::string(filled, '#') + std::string(width - filled, '.') +
-                             "] " + std::to_string(done) + '/' + std::to_string(total_);
-    std::cerr << '\r' << text << std::flush;
-    shown_ = text.size();
-  }
-
- private:
-  const std::size_t total_;
-  const bool isShown_;
-  std::size_t shown_ = 0;
-};
 
 // A run over many charts.
 class Batch {

@@ -31,20 +31,6 @@ const char infoHelp[] =
 
 namespace {
 
-std::string quoted(std::string_view text) {
-  return '"' + escaped(text, "\"\\") + '"';
-}
-
-// Quoted only where a reader of words would go wrong otherwise.
-std::string word(std::string_view text) {
-  for (const char c : text) {
-    if (static_cast<unsigned char>(c) <= ' ' || c == '"' || c == '\\' || c == '=' || c == '\x7f') {
-      return quoted(text);
-    }
-  }
-  return std::string(text);
-}
-
 std::string utf8(const XMLCh* text) {
   return ChartString(text).toUTF8();
 }

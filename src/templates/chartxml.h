@@ -46,6 +46,7 @@
 #include "textconversion.h"
 #include "timeconverter.h"
 #include "vardataprocessor.h"
+#include "xmldatahandler.h"
 #include "zlib1211tavo.h"
 
 #endif
