@@ -60,7 +60,8 @@ class CHARTXML_API PlXBaseElement {
   // `name` is no XML name.
   bool SetAttribute(const XMLCh* name, const XMLCh* value);
   // Copies all attributes of a template element onto this object's element, over those of the same
-  // name. Null, or a node that is no element, changes nothing.
+  // name. An identifier that another element has isn't copied, so that each stays unique. Null, or
+  // a node that is no element, changes nothing.
   void importAttributes(const xercesc::DOMNode* node);
 
   // By the identifiers of the whole document. Null when there is none.

@@ -72,6 +72,9 @@ void PlXBaseElement::importAttributes(const DOMNode* node) {
   if (!attributes) return;
   for (XMLSize_t i = 0; i < attributes->getLength(); ++i) {
     const DOMNode* attribute = attributes->item(i);
+    const bool isId = XMLString::equals(attribute->getNodeName(), idName);
+    const DOMElement* holder = isId ? getElementById(attribute->getNodeValue()) : nullptr;
+    if (holder && holder != element_) continue;
     setAttribute(attribute->getNodeName(), attribute->getNodeValue());
   }
 }
@@ -139,7 +142,8 @@ void PlXBaseElement::setAttribute(const XMLCh* name, const XMLCh* value) {
   PlXVisualization* visualization = getVisualization();
   const bool isId = XMLString::equals(name, idName);
   if (isId) withdrawId(element_);
-  if (!value) {
+  // An empty identifier is none, and makes a document that no parser takes.
+  if (!value || (isId && !*value)) {
     element_->removeAttribute(name);
     return;
   }

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
 #include <span>
 #include <sstream>
 #include <stdexcept>
@@ -13,6 +14,8 @@
 #include <xercesc/parsers/XercesDOMParser.hpp>
 
 #include "applytemplate.h"
+#include "dialect.h"
+#include "domwalk.h"
 #include "plxframes.h"
 #include "testsupport.h"
 
@@ -91,6 +94,35 @@ inline std::vector<std::vector<std::string>> rowsOf(const std::string& table) {
     row.push_back(line.substr(start));
   }
   return rows;
+}
+
+// A template of the newest version around commands.
+inline std::string templateText(const std::string& body) {
+  const std::string uri = CHARTXML_HOST "/software/analytics/tavo/xml/visualization";
+  return "<template xmlns='" + uri +
+         "' xmlns:xsi='http://www.w3.org/2001/XMLSchema-instance' xsi:schemaLocation='" + uri +
+         " " + uri + "/grafo-template-3.5.xsd'>" + body + "</template>";
+}
+
+// Valid, with identifiers of one element each and links that lead somewhere.
+inline void expectSound(const std::string& text, const std::string& name) {
+  ChartBase base;
+  const xercesc::DOMDocument* document = base.parseDocument(text);
+  ASSERT_NE(document, nullptr) << name;
+  std::set<std::string> ids;
+  walkElements(document->getDocumentElement(), [&](const xercesc::DOMElement* element) {
+    const std::string id = ChartString(element->getAttribute(u"id")).toUTF8();
+    EXPECT_TRUE(id.empty() || ids.insert(id).second) << name << " has two " << id;
+    const dialect::Element* row = dialect::find(element);
+    const xercesc::DOMNamedNodeMap* attributes = element->getAttributes();
+    for (XMLSize_t i = 0; row && i < attributes->getLength(); ++i) {
+      const xercesc::DOMNode* each = attributes->item(i);
+      if (!dialect::isLink(*row, each->getNodeName())) continue;
+      EXPECT_TRUE(document->getElementById(each->getNodeValue()))
+          << name << " misses " << ChartString(each->getNodeValue()).toUTF8();
+    }
+    return true;
+  });
 }
 
 struct CommandCase {

@@ -1,27 +1,17 @@
 // Templates from text to chart: what runs, what is reported, what stops; the queries of commands.
 #include <functional>
 #include <regex>
-#include <set>
 
 #include "chartexception.h"
 #include "charttemplate.h"
 #include "charttransformer.h"
 #include "commandcases.h"
 #include "commands.h"
-#include "dialect.h"
-#include "domwalk.h"
 #include "tavogotocaller.h"
 
 using namespace xercesc;
 
 namespace {
-
-std::string templateText(const std::string& body) {
-  const std::string uri = CHARTXML_HOST "/software/analytics/tavo/xml/visualization";
-  return "<template xmlns='" + uri +
-         "' xmlns:xsi='http://www.w3.org/2001/XMLSchema-instance' xsi:schemaLocation='" + uri +
-         " " + uri + "/grafo-template-3.5.xsd'>" + body + "</template>";
-}
 
 std::string margin(const std::string& value, const std::string& role = "x") {
   return "<setAxisMargin role='" + role + "' upperMargin='" + value + "'/>";
@@ -190,26 +180,6 @@ TEST(AddPopups, IsForChartsWithoutThem) {
   std::erase_if(files, [](const std::string& name) { return !name.starts_with("\\xml_with_pop"); });
   ASSERT_EQ(files.size(), 1u);
   EXPECT_EQ(readFile(folder.file(files[0].substr(1))), without.getEntireXML(nullptr));
-}
-
-// Valid, with identifiers of one element each and links that lead somewhere.
-void expectSound(const std::string& text, const std::string& name) {
-  EXPECT_TRUE(ChartBase::ValidXML(text)) << name;
-  EditedChart chart(text);
-  std::set<std::string> ids;
-  walkElements(chart.chart().getImplementation(), [&](const DOMElement* element) {
-    const std::string id = ChartString(element->getAttribute(u"id")).toUTF8();
-    EXPECT_TRUE(id.empty() || ids.insert(id).second) << name << " has two " << id;
-    const dialect::Element* row = dialect::find(element);
-    const DOMNamedNodeMap* attributes = element->getAttributes();
-    for (XMLSize_t i = 0; row && i < attributes->getLength(); ++i) {
-      const DOMNode* each = attributes->item(i);
-      if (!dialect::isLink(*row, each->getNodeName())) continue;
-      EXPECT_TRUE(chart.chart().doesIdExist(each->getNodeValue()))
-          << name << " misses " << ChartString(each->getNodeValue()).toUTF8();
-    }
-    return true;
-  });
 }
 
 TEST(EveryCommand, DoesNoHarm) {

@@ -1,0 +1,165 @@
+// Random templates over every example. They are made of what the schema of templates tells of the
+// commands that the library has, so that a new command joins by its row in the table.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <random>
+
+#include "charttransformer.h"
+#include "commandcases.h"
+#include "commands.h"
+#include "commandschema.h"
+
+using namespace xercesc;
+
+namespace {
+
+#ifdef __SANITIZE_ADDRESS__
+constexpr unsigned usualCount = 1000;
+#else
+constexpr unsigned usualCount = 10000;
+#endif
+// Values for any attribute.
+constexpr const char* valueRows =
+    "0 | 1 | 2 | 10 | -1 | 0.5 | -0.0 | 1e3 | 1e308 | nan | 007 | 100000 | 4294967296 |"
+    " 99999999999999999999 | 5% | 150% | 8pt | -3px | 9pt 7pt | 4 2 1 | 1/2 | true | false | True |"
+    " x | y | z | y2 | legend | none | bar | auto | style | c-o-n-t-a-i-n-er | #1F3A5F | #12 |"
+    " white | ;:; | a:b | <&'\"> | 日本𝒳 | 2024-02-29 12:30:00.000 | ";
+constexpr unsigned templatesOfAChart = 20;  // before it is opened anew
+
+unsigned setting(const char* variable, unsigned usual) {
+  const char* text = std::getenv(variable);
+  return text ? static_cast<unsigned>(std::strtoul(text, nullptr, 10)) : usual;
+}
+
+std::string escaped(const std::string& text) {
+  std::string result;
+  for (char c : text) {
+    if (c == '&') result += "&amp;";
+    if (c == '<') result += "&lt;";
+    if (c == '\'') result += "&apos;";
+    if (c != '&' && c != '<' && c != '\'') result += c;
+  }
+  return result;
+}
+
+class Generator {
+ public:
+  // `ids` are those of the chart.
+  Generator(const CommandSchema& schema, std::vector<std::string> ids, unsigned seed)
+      : schema_(schema), ids_(std::move(ids)), random_(seed) {}
+
+  std::string commandsOf(const std::vector<std::string>& names) {
+    std::string text;
+    for (unsigned i = 1 + below(4); i > 0; --i) text += element(oneOf(names), 0);
+    return text;
+  }
+
+  bool chance(unsigned percent) { return below(100) < percent; }
+
+ private:
+  unsigned below(unsigned bound) { return static_cast<unsigned>(random_() % bound); }
+  std::string oneOf(const std::vector<std::string>& texts) {
+    return texts.empty() ? "" : texts[below(static_cast<unsigned>(texts.size()))];
+  }
+
+  std::string anyValue() {
+    // Blanks at the ends aren't among them: those of numbers don't survive a parse.
+    static const std::vector<std::string> values = rowsOf(valueRows)[0];
+    return chance(30) ? oneOf(ids_) : oneOf(values);
+  }
+
+  std::string valueOf(const ValueRule& rule) {
+    if (rule.words.empty() || rule.kind == ValueRule::Kind::pattern || chance(20)) {
+      return anyValue();
+    }
+    if (rule.kind != ValueRule::Kind::keys) return oneOf(rule.words);
+    std::string pairs;
+    for (unsigned i = below(4); i > 0; --i) {
+      pairs += oneOf(rule.words) + (chance(90) ? ":" : "") + anyValue() + (chance(90) ? ";" : "");
+    }
+    return pairs;
+  }
+
+  std::string element(const std::string& name, int depth) {
+    const SchemaElement* known = schema_.find(name);
+    std::string text = "<" + name;
+    for (const auto& [attribute, about] : known->attributes) {
+      // Most commands do nothing without a role or a type that fits.
+      if (!chance(attribute == "role" || attribute == "type" ? 90 : 35)) continue;
+      text += " " + attribute + "='" + escaped(valueOf(about.rule)) + "'";
+    }
+    std::string children;
+    constexpr int deepest = 4;
+    for (const auto& [child, about] : known->children) {
+      if (depth == deepest || !schema_.find(child)) continue;
+      for (int times = 0; times < 2 && chance(40); ++times) children += element(child, depth + 1);
+    }
+    if (name == "label" && chance(70)) children += escaped(anyValue());
+    return text + ">" + children + "</" + name + ">";
+  }
+
+  const CommandSchema& schema_;
+  std::vector<std::string> ids_;
+  std::mt19937 random_;
+};
+
+std::vector<std::string> idsOf(const std::string& text) {
+  EditedChart chart(text);
+  std::vector<std::string> ids;
+  walkElements(chart.chart().getImplementation(), [&](const DOMElement* element) {
+    const std::string id = ChartString(element->getAttribute(u"id")).toUTF8();
+    if (!id.empty()) ids.push_back(id);
+    return true;
+  });
+  return ids;
+}
+
+// Applies it, and once more when that is to change nothing.
+void expectHarmless(ChartTransformer& chart, const std::string& commands, bool isStyleOnly) {
+  const std::string before = chart.getXML(nullptr);
+  const std::string data = chart.getCompressedData();
+  std::vector<std::size_t> passedOver;
+  EXPECT_TRUE(chart.applyTemplate(templateText(commands), passedOver));
+  EXPECT_TRUE(passedOver.empty());
+  const std::string after = chart.getXML(nullptr);
+  expectSound(after, "the chart");
+  EXPECT_EQ(ChartTransformer(after).getXML(nullptr), after);
+  EXPECT_EQ(chart.getCompressedData(), data);
+  if (isStyleOnly) {
+    chart.applyTemplate(templateText(commands));
+    EXPECT_EQ(chart.getXML(nullptr), after);
+  }
+  if (testing::Test::HasFailure()) {
+    ADD_FAILURE() << "commands: " << commands << "\nchart: " << before;
+  }
+}
+
+TEST(RandomTemplates, DoNoHarm) {
+  const ChartBase holder;
+  const CommandSchema schema;
+  const std::vector<std::string> styling = {"setStyle", "setAxisStyle"};
+  std::vector<std::string> all;
+  for (const Command& command : commands()) all.push_back(ChartString(command.element).toUTF8());
+
+  const unsigned count = setting("CHARTXML_RANDOM_TEMPLATES", usualCount);
+  const unsigned seed = setting("CHARTXML_RANDOM_SEED", 1);
+  const std::vector<std::string> files = exampleFiles();
+  for (unsigned i = 0; i < count && !testing::Test::HasFailure();) {
+    const std::string text = readFile(files[i / templatesOfAChart % files.size()]);
+    ChartTransformer chart(text);
+    const std::vector<std::string> ids = idsOf(chart.getXML(nullptr));
+    for (unsigned end = std::min(i + templatesOfAChart, count); i < end; ++i) {
+      Generator generator(schema, ids, seed + i);
+      const bool isStyleOnly = generator.chance(25);
+      const std::string commands = generator.commandsOf(isStyleOnly ? styling : all);
+      expectHarmless(chart, commands, isStyleOnly);
+      if (testing::Test::HasFailure()) {
+        ADD_FAILURE() << "template " << i << " of seed " << seed;
+        return;
+      }
+    }
+  }
+}
+
+}  // namespace
