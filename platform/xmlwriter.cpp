@@ -59,16 +59,16 @@ class Writer {
     while (node) {
       const DOMNode* next = nullptr;
       if (open(*node)) {
-        parents_.push_back(node);
+        parents_.push_back({node, whiteSpace_ && holdsText(*node)});
         next = node->getFirstChild();
       }
       while (!next) {
         if (node == &top) return;
         next = node->getNextSibling();
         if (!next) {
-          node = parents_.back();
+          node = parents_.back().node;
+          close(parents_.back());
           parents_.pop_back();
-          close(*node);
         }
       }
       node = next;
@@ -76,6 +76,11 @@ class Writer {
   }
 
  private:
+  struct Parent {
+    const DOMNode* node;
+    bool holdsText;  // only told where white space is written
+  };
+
   // Writes what comes before a node's children; true when close() is to follow them.
   bool open(const DOMNode& node) {
     switch (node.getNodeType()) {
@@ -118,12 +123,12 @@ class Writer {
     }
   }
 
-  void close(const DOMNode& node) {
-    if (node.getNodeType() != DOMNode::ELEMENT_NODE) return;
+  void close(const Parent& parent) {
+    if (parent.node->getNodeType() != DOMNode::ELEMENT_NODE) return;
     --depth_;
-    if (whiteSpace_ && !holdsText(node)) newLine();
+    if (whiteSpace_ && !parent.holdsText) newLine();
     out_.append("</");
-    write(node.getNodeName(), Place::Raw);
+    write(parent.node->getNodeName(), Place::Raw);
     out_.append('>');
   }
 
@@ -237,7 +242,7 @@ class Writer {
   void startLine(const DOMNode& node) {
     if (!whiteSpace_ || out_.empty()) return;
     const DOMNode* parent = node.getParentNode();
-    if (parent && !holdsText(*parent)) newLine();
+    if (parents_.empty() ? parent && !holdsText(*parent) : !parents_.back().holdsText) newLine();
   }
 
   void newLine() {
@@ -320,7 +325,7 @@ class Writer {
   const bool whiteSpace_;
   bool isXml11_ = false;
   bool keepsEntities_ = false;
-  std::vector<const DOMNode*> parents_;  // asking a node for its parent takes longer
+  std::vector<Parent> parents_;  // asking a node for its parent takes longer
   std::size_t depth_ = 0;
   std::string wide_;  // scratch
 };

@@ -13,6 +13,7 @@
 #include "chartprolog.h"
 #include "grammarpool.h"
 #include "tavogotocaller.h"
+#include "treeentityresolver.h"
 
 using namespace xercesc;
 
@@ -27,10 +28,14 @@ constexpr std::size_t mostAdded = 1 << 20;
 // Resets what was lent to the parser for one parse.
 class HandlerLoan {
  public:
-  explicit HandlerLoan(XercesDOMParser& parser)
+  HandlerLoan(XercesDOMParser& parser, grammarpool::Kind kind)
       : parser_(parser), handler_(std::make_unique<ChartErrorHandler>()) {
     parser.setErrorHandler(handler_.get());
-    parser.setEntityResolver(handler_.get());
+    if (kind == grammarpool::Kind::Trees) {
+      parser.setEntityResolver(&treeResolver_);
+    } else {
+      parser.setEntityResolver(handler_.get());
+    }
   }
   HandlerLoan(const HandlerLoan&) = delete;
   HandlerLoan& operator=(const HandlerLoan&) = delete;
@@ -42,6 +47,7 @@ class HandlerLoan {
  private:
   XercesDOMParser& parser_;
   std::unique_ptr<ChartErrorHandler> handler_;
+  TreeEntityResolver treeResolver_;
 };
 
 }  // namespace
@@ -62,7 +68,7 @@ ChartParser::ChartParser(grammarpool::Kind kind, XMLGrammarPool* grammars)
 
 // Exceptions end here: those of the parser hold memory that goes with it.
 bool ChartParser::parseText(const std::string& text, const char* sourceName) {
-  const HandlerLoan loan(*this);
+  const HandlerLoan loan(*this, kind_);
   useCachedGrammarInParse(grammarpool::serves(kind_, grammars_, text));
   depth_ = 0;
   isEnded_ = false;

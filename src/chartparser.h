@@ -17,8 +17,8 @@ struct ChartParserMemory {
 
 // Schema-validating, with namespaces, without ignorable white space; entities are replaced by their
 // text. A value that breaks its schema type is no error. Nothing is read but the text and, through
-// ChartErrorHandler, the installation's folder of schemas. A bound that is passed is a fatal error
-// at its place in the text.
+// ChartErrorHandler or TreeEntityResolver, the installation's folder of schemas. A bound that is
+// passed is a fatal error at its place in the text.
 class ChartParser : private ChartParserMemory, public xercesc::XercesDOMParser {
  public:
   explicit ChartParser(grammarpool::Kind kind);

@@ -1,11 +1,14 @@
 #include "grammarpool.h"
 
 #include <algorithm>
+#include <fstream>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include <xercesc/framework/LocalFileInputSource.hpp>
+#include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/framework/XMLGrammarPoolImpl.hpp>
 #include <xercesc/parsers/XercesDOMParser.hpp>
 
@@ -21,10 +24,15 @@ namespace {
 struct Schema {
   std::string_view namespaceUri;
   std::string location;
+  bool isAnyFolder = false;  // a document may name another host and folder, too
 };
 
 constexpr const char* chartNamespace = CHARTXML_HOST "/visualization";
 constexpr const char* dataNamespace = CHARTXML_HOST "/tavo/visualization";
+constexpr const char* modelNamespace = "http://www.dmg.org/PMML-2_1";
+constexpr std::string_view displayNamespace = CHARTXML_HOST "/tavo/treeview";
+constexpr std::string_view otherDisplayNamespace = CHARTXML_HOST "/treeview";
+constexpr const char* displayFile = "treeview-1.0.xsd";
 constexpr const char* newerTemplates = CHARTXML_HOST "/software/analytics/tavo/xml/visualization";
 
 // grafo-1.4.xsd is grafo-2.9.xsd under its older name.
@@ -56,18 +64,38 @@ std::vector<Schema> templateSchemas() {
   return schemas;
 }
 
+std::vector<Schema> treeSchemas() {
+  return {
+      {modelNamespace, "pmml-2-1.xsd", true},
+      {displayNamespace, displayFile, true},
+      {otherDisplayNamespace, displayFile, true},
+  };
+}
+
 const std::vector<Schema>& schemasOf(grammarpool::Kind kind) {
   static const std::vector<Schema> charts = chartSchemas();
   static const std::vector<Schema> templates = templateSchemas();
-  return kind == grammarpool::Kind::Templates ? templates : charts;
+  static const std::vector<Schema> trees = treeSchemas();
+  switch (kind) {
+    case grammarpool::Kind::Templates:
+      return templates;
+    case grammarpool::Kind::Trees:
+      return trees;
+    default:
+      return charts;
+  }
 }
 
 // What brings in all schemas of a kind: the data schema imports that of charts.
 std::vector<const char*> filesOf(grammarpool::Kind kind) {
-  if (kind == grammarpool::Kind::Templates) {
-    return {"grafo-template-1.0.xsd", "grafo-template-3.5.xsd"};
+  switch (kind) {
+    case grammarpool::Kind::Templates:
+      return {"grafo-template-1.0.xsd", "grafo-template-3.5.xsd"};
+    case grammarpool::Kind::Trees:
+      return {"pmml-2-1.xsd", displayFile};
+    default:
+      return {"grafo-data-2.1.xsd"};
   }
-  return {"grafo-data-2.1.xsd"};
 }
 
 struct Pool {
@@ -75,6 +103,20 @@ struct Pool {
   std::string folder;
   std::unique_ptr<XMLGrammarPoolImpl> grammars;
 };
+
+// Display documents come in two namespaces, and a schema is of one: the file serves both, with the
+// one in the place of the other.
+bool readOtherDisplaySchema(XercesDOMParser& parser, const std::string& folder) {
+  std::ifstream file(folder + displayFile, std::ios::binary);
+  std::string text{std::istreambuf_iterator<char>(file), {}};
+  const std::string quoted = '"' + std::string(displayNamespace) + '"';
+  for (std::size_t at = 0; (at = text.find(quoted, at)) != text.npos;) {
+    text.replace(at + 1, displayNamespace.size(), otherDisplayNamespace);
+  }
+  const MemBufInputSource source(reinterpret_cast<const XMLByte*>(text.data()), text.size(),
+                                 displayFile, false);
+  return parser.loadGrammar(source, Grammar::SchemaGrammarType, true);
+}
 
 unsigned holders = 0;
 // More than one only in a program that changes its installation folder.
@@ -99,6 +141,7 @@ std::unique_ptr<XMLGrammarPoolImpl> readSchemas(grammarpool::Kind kind, const st
         return nullptr;
       }
     }
+    if (kind == grammarpool::Kind::Trees && !readOtherDisplaySchema(parser, folder)) return nullptr;
   } catch (...) {
     // Parsers meet the same failure when they read the schema themselves, and report it.
     return nullptr;
@@ -115,7 +158,8 @@ bool isPairOf(std::string_view locations, const Schema& schema) {
   const std::size_t gap = locations.find_first_of(blanks);
   if (gap == locations.npos || locations.substr(0, gap) != schema.namespaceUri) return false;
   locations.remove_prefix(locations.find_first_not_of(blanks, gap));
-  return locations == schema.location;
+  if (!schema.isAnyFolder) return locations == schema.location;
+  return locations.ends_with(schema.location) && locations.find_first_of(blanks) == locations.npos;
 }
 
 }  // namespace

@@ -13,15 +13,16 @@ void hold();
 void drop();
 
 // Templates have schemas apart from those of charts: one of their namespaces is that of data
-// documents.
-enum class Kind { Charts, Templates };
+// documents. Those of trees are tree models and their display documents.
+enum class Kind { Charts, Templates, Trees };
 
 // The locked pool over the schemas of that kind in the installation's folder, read by the first
 // call for that folder. Null when nobody holds the pools or the schemas can't be read.
 xercesc::XMLGrammarPool* shared(Kind kind);
 
 // True for a document that a parser with this pool may read with the pool's schemas: its root is of
-// one of them and names just that one, so that it makes no difference to reading the schema anew.
+// one of them and names just that one, so that it makes no difference to reading the schema anew;
+// but for display documents of the namespace /treeview, which the schema's file alone doesn't know.
 bool serves(Kind kind, const xercesc::XMLGrammarPool* pool, std::string_view text);
 
 }  // namespace grammarpool

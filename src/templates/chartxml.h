@@ -45,6 +45,7 @@
 #include "tavogotocaller.h"
 #include "textconversion.h"
 #include "timeconverter.h"
+#include "treetransformer.h"
 #include "vardataprocessor.h"
 #include "xmldatahandler.h"
 #include "zlib1211tavo.h"

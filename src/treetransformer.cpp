@@ -1,0 +1,211 @@
+#include "treetransformer.h"
+
+#include <xercesc/dom/DOM.hpp>
+
+#include "charterrorhandler.h"
+#include "chartexception.h"
+#include "chartparser.h"
+#include "grammarpool.h"
+#include "tavogotocaller.h"
+#include "xmlwriter.h"
+#include "zlib1211tavo.h"
+
+using namespace xercesc;
+
+const XMLCh TreeTransformer::s_membufid[] = u"TreeTransformer";
+
+namespace {
+
+constexpr const char* sourceName = "TreeTransformer";
+
+void report(const char* message, unsigned line) {
+  ChartErrorHandler().error(ChartException(message, sourceName, line));
+}
+
+// Does work whose exceptions end in a report.
+template <class Work>
+void guarded(const char* failure, unsigned line, Work work) {
+  try {
+    work();
+  } catch (const TavoGoToCaller&) {
+    throw;
+  } catch (...) {
+    report(failure, line);
+  }
+}
+
+// An output document before anything is merged into it.
+struct Frame {
+  const XMLCh* root;
+  const XMLCh* namespaceText;
+  const XMLCh* version;
+  const XMLCh* namespaceUri;
+  const XMLCh* schemaLocation;
+  const char* failure;
+};
+
+const Frame modelFrame = {u"PMML",
+                          u"xmlns:http://www.dmg.org/PMML-2_1",
+                          u"2.1",
+                          u"http://www.dmg.org/PMML-2_1",
+                          u"http://www.dmg.org/PMML-2_1 http://www.dmg.org/v2-1/pmml-2-1.xsd",
+                          "createPMMLDocument fatal error"};
+const Frame displayFrame = {u"displaySettings",
+                            u"xmlns:" CHARTXML_HOST "/treeview",
+                            u"1.0",
+                            u"" CHARTXML_HOST "/treeview",
+                            u"" CHARTXML_HOST "/treeview " CHARTXML_HOST
+                            "/treeview/treeview-1.0.xsd",
+                            "createDisplayDocument fatal error"};
+
+DOMDocument* documentOf(const Frame& frame) {
+  if (!XMLPlatformUtils::fgMemoryManager) return nullptr;
+  DOMDocument* document = nullptr;
+  guarded(frame.failure, __LINE__, [&] {
+    DOMImplementation* dom =
+        DOMImplementationRegistry::getDOMImplementation(ChartBase::_implFeatures);
+    document = dom->createDocument(frame.namespaceText, frame.root, nullptr);
+    document->setStrictErrorChecking(true);
+    document->setXmlStandalone(false);
+    document->setXmlVersion(frame.version);
+    DOMElement* root = document->getDocumentElement();
+    root->setAttribute(ChartBase::_schemaDefaultNSName, frame.namespaceUri);
+    root->setAttribute(ChartBase::_schemaInstanceName, ChartBase::_schemaInstanceValue);
+    root->setAttribute(ChartBase::_schemaLocationName, frame.schemaLocation);
+  });
+  return document;
+}
+
+// What merging the document into a new one would print, from where it stands: a copy of a large
+// model would double the memory that it takes.
+std::string rootText(const DOMDocument& document) {
+  const bool isXml11 = XMLString::equals(document.getXmlVersion(), u"1.1");
+  std::string text = isXml11 ? "<?xml version=\"1.1\" encoding=\"UTF-8\"?>\n"
+                             : "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+  return text.append(xmlText(*document.getDocumentElement(), true));
+}
+
+}  // namespace
+
+void TreeTransformer::Release::operator()(DOMDocument* document) const {
+  document->release();
+}
+
+TreeTransformer::TreeTransformer(const std::string& compressedPMML, unsigned long length,
+                                 const std::string& displayXml)
+    : compressedPMML_(compressedPMML), pmmlLength_(length) {
+  openDisplay(displayXml);
+}
+
+TreeTransformer::TreeTransformer(const std::string& pmmlXml, const std::string& displayXml)
+    : pmmlLength_(pmmlXml.size()) {
+  guarded("TreeTransformer fatal error", __LINE__,
+          [&] { zlib1211tavo::compressString(pmmlXml, compressedPMML_); });
+  openDisplay(displayXml);
+}
+
+TreeTransformer::~TreeTransformer() = default;
+
+void TreeTransformer::openDisplay(const std::string& displayXml) {
+  guarded("TreeTransformer fatal error", __LINE__, [&] {
+    treeParser_ = std::make_unique<ChartParser>(grammarpool::Kind::Trees);
+    display_ = parseOwned(displayXml.empty() ? SetupDisplayData() : displayXml);
+  });
+}
+
+bool TreeTransformer::parse(const std::string& xml) {
+  if (treeParser_ && treeParser_->parseText(xml, sourceName)) return true;
+  report("TreeTransformer::parseDocument() fatal error", __LINE__);
+  if (treeParser_) treeParser_->dropDocument();
+  return false;
+}
+
+DOMDocument* TreeTransformer::parseDocument(const std::string& xml) {
+  return parse(xml) ? treeParser_->getDocument() : nullptr;
+}
+
+// The parser no longer knows the document, so that it may be released before the parser goes.
+TreeTransformer::OwnedDocument TreeTransformer::parseOwned(const std::string& xml) {
+  return OwnedDocument(parse(xml) ? treeParser_->adoptDocument() : nullptr);
+}
+
+bool TreeTransformer::applyTemplate(const std::string& xml) {
+  bool isApplied = false;
+  if (xml.empty() || !display_) return isApplied;
+  guarded("TreeTransformer::applyTemplate() fatal error", __LINE__, [&] {
+    const OwnedDocument merged = parseOwned(xml);
+    if (!merged) return;
+    mergeDOM(merged.get(), display_.get());
+    isApplied = true;
+  });
+  return isApplied;
+}
+
+void TreeTransformer::mergeDOM(DOMDocument* from, DOMDocument* into) {
+  DOMElement* source = from ? from->getDocumentElement() : nullptr;
+  DOMElement* target = into ? into->getDocumentElement() : nullptr;
+  if (!mergeAttributes(source, target)) return;
+  // A document may be merged into itself: what is appended is not met again.
+  const DOMNode* last = source->getLastChild();
+  for (DOMNode* child = source->getFirstChild(); child; child = child->getNextSibling()) {
+    target->appendChild(into->importNode(child, true));
+    if (child == last) break;
+  }
+}
+
+std::string TreeTransformer::getCompressedPMML(unsigned long* length) {
+  if (length) *length = pmmlLength_;
+  return compressedPMML_;
+}
+
+bool TreeTransformer::inflatePMML(std::string& text) {
+  if (pmmlLength_ != 0) return zlib1211tavo::decompressString(text, compressedPMML_, pmmlLength_);
+  const bool isInflated = zlib1211tavo::decompressString(text, compressedPMML_);
+  pmmlLength_ = text.size();
+  return isInflated;
+}
+
+DOMDocument* TreeTransformer::setupPMMLDOM() {
+  DOMDocument* document = nullptr;
+  guarded("setupPMMLDOM fatal error", __LINE__, [&] {
+    std::string text;
+    if (inflatePMML(text)) document = parseDocument(text);
+  });
+  return document;
+}
+
+std::string TreeTransformer::getUncompressedPMML(const XMLCh*) {
+  std::string text;
+  document_ = nullptr;
+  pmml_.reset();
+  guarded("getUncompressedPMML fatal error", __LINE__, [&] {
+    if (!inflatePMML(text)) return;
+    pmml_ = parseOwned(text);
+    document_ = pmml_.get();
+    if (pmml_) text = rootText(*pmml_);
+  });
+  return text;
+}
+
+std::string TreeTransformer::getDisplayData(const XMLCh*) {
+  std::string text;
+  if (!display_) return text;
+  guarded("getDisplayData fatal error", __LINE__, [&] { text = rootText(*display_); });
+  return text;
+}
+
+std::string TreeTransformer::compressDocument(const DOMDocument* document) const {
+  std::string result;
+  guarded("compressDocument fatal error", __LINE__, [&] {
+    zlib1211tavo::compressString(document ? xmlText(*document) : std::string(), result);
+  });
+  return result;
+}
+
+DOMDocument* TreeTransformer::createPMMLDocument(const XMLCh*) {
+  return documentOf(modelFrame);
+}
+
+DOMDocument* TreeTransformer::createDisplayDocument(const XMLCh*) {
+  return documentOf(displayFrame);
+}
