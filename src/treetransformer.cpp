@@ -109,7 +109,7 @@ TreeTransformer::~TreeTransformer() = default;
 void TreeTransformer::openDisplay(const std::string& displayXml) {
   guarded("TreeTransformer fatal error", __LINE__, [&] {
     treeParser_ = std::make_unique<ChartParser>(grammarpool::Kind::Trees);
-    display_ = parseOwned(displayXml.empty() ? SetupDisplayData() : displayXml);
+    display_ = parseOwned(displayXml.empty() ? SetupDisplayData() : displayXml, displayFrame.root);
   });
 }
 
@@ -124,16 +124,23 @@ DOMDocument* TreeTransformer::parseDocument(const std::string& xml) {
   return parse(xml) ? treeParser_->getDocument() : nullptr;
 }
 
-// The parser no longer knows the document, so that it may be released before the parser goes.
-TreeTransformer::OwnedDocument TreeTransformer::parseOwned(const std::string& xml) {
-  return OwnedDocument(parse(xml) ? treeParser_->adoptDocument() : nullptr);
+// The parser no longer knows the document, so that it may be released before the parser goes. Null,
+// too, for a document of the other kind.
+TreeTransformer::OwnedDocument TreeTransformer::parseOwned(const std::string& xml,
+                                                           const XMLCh* root) {
+  OwnedDocument document(parse(xml) ? treeParser_->adoptDocument() : nullptr);
+  if (document && !XMLString::equals(document->getDocumentElement()->getLocalName(), root)) {
+    report("TreeTransformer::parseDocument() fatal error", __LINE__);
+    document.reset();
+  }
+  return document;
 }
 
 bool TreeTransformer::applyTemplate(const std::string& xml) {
   bool isApplied = false;
   if (xml.empty() || !display_) return isApplied;
   guarded("TreeTransformer::applyTemplate() fatal error", __LINE__, [&] {
-    const OwnedDocument merged = parseOwned(xml);
+    const OwnedDocument merged = parseOwned(xml, displayFrame.root);
     if (!merged) return;
     mergeDOM(merged.get(), display_.get());
     isApplied = true;
@@ -180,7 +187,7 @@ std::string TreeTransformer::getUncompressedPMML(const XMLCh*) {
   pmml_.reset();
   guarded("getUncompressedPMML fatal error", __LINE__, [&] {
     if (!inflatePMML(text)) return;
-    pmml_ = parseOwned(text);
+    pmml_ = parseOwned(text, modelFrame.root);
     document_ = pmml_.get();
     if (pmml_) text = rootText(*pmml_);
   });

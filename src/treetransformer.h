@@ -32,7 +32,8 @@ class CHARTXML_API TreeTransformer : public ChartBase {
 
   // A compressed model with the length of its text in bytes, 0 where that isn't known. A length
   // that isn't the true one makes the model unreadable. An empty `displayXml` stands for the text
-  // of SetupDisplayData(); one that can't be parsed leaves the object without a display document.
+  // of SetupDisplayData(); one that can't be parsed, or is of another root, leaves the object
+  // without a display document.
   TreeTransformer(const std::string& compressedPMML, unsigned long length,
                   const std::string& displayXml);
   // A model as text, which is compressed at once.
@@ -43,13 +44,14 @@ class CHARTXML_API TreeTransformer : public ChartBase {
 
   // Merges a display template into the display document, as mergeDOM() does: settings that are
   // there already stay in front of the template's. False, and nothing changes, for a text that is
-  // empty or can't be parsed, and without a display document.
+  // empty, can't be parsed or is of another root, and without a display document.
   bool applyTemplate(const std::string& xml);
 
   // The model as it is stored. `length`, unless null, gets the length of its text, 0 for unknown.
   std::string getCompressedPMML(unsigned long* length);
   // The model's text, parsed and printed anew with white space; without parsing, as it is stored,
-  // when it can't be parsed. Empty when it can't be inflated. The length is known afterwards.
+  // when it can't be parsed or is no model. Empty when it can't be inflated. The length is known
+  // afterwards.
   std::string getUncompressedPMML(const XMLCh* encoding);
   // True when the last getUncompressedPMML() parsed the model.
   bool isPMMLParsed() const { return document_; }
@@ -137,7 +139,7 @@ class CHARTXML_API TreeTransformer : public ChartBase {
 
   void openDisplay(const std::string& displayXml);
   bool parse(const std::string& xml);
-  OwnedDocument parseOwned(const std::string& xml);
+  OwnedDocument parseOwned(const std::string& xml, const XMLCh* root);
   bool inflatePMML(std::string& text);
 
   xercesc::DOMElement* addElement(xercesc::DOMElement* parent, const XMLCh* name);

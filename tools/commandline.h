@@ -29,6 +29,7 @@ int runExplain(int argc, char** argv);
 int runInfo(int argc, char** argv);
 int runMerge(int argc, char** argv);
 int runSeparate(int argc, char** argv);
+int runTree(int argc, char** argv);
 int runValidate(int argc, char** argv);
 extern const char applyHelp[];
 extern const char dataHelp[];
@@ -36,6 +37,7 @@ extern const char explainHelp[];
 extern const char infoHelp[];
 extern const char mergeHelp[];
 extern const char separateHelp[];
+extern const char treeHelp[];
 extern const char validateHelp[];
 
 // A command line that can't be followed: a message and exit code 2. The message is empty when it

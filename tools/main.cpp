@@ -24,6 +24,7 @@ constexpr Verb verbs[] = {
     {"info", "show what is in a chart", infoHelp, runInfo},
     {"merge", "put a chart and its data together", mergeHelp, runMerge},
     {"separate", "take a chart and its data apart", separateHelp, runSeparate},
+    {"tree", "set how a tree model is shown", treeHelp, runTree},
     {"validate", "list every problem of a chart", validateHelp, runValidate},
 };
 

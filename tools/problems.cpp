@@ -23,6 +23,7 @@
 #include <chartxml/chartxml.h>
 
 #include "commandline.h"
+#include "files.h"
 
 using namespace xercesc;
 
@@ -71,6 +72,21 @@ bool namesKnownSchema(std::string_view namespaceUri, std::string_view locations)
   return (namespaceUri == chart && (locations == pair + ' ' + pair + "/grafo-2.9.xsd" ||
                                     locations == pair + ' ' + pair + "/grafo-1.4.xsd")) ||
          (namespaceUri == data && locations == pair + ' ' + pair + "/grafo-data-2.1.xsd");
+}
+
+// Display documents of trees come in two namespaces, which the library serves both; the schema's
+// file is of the one, and this is it for the other.
+InputSource* otherDisplaySchema() {
+  constexpr std::string_view namespaceUri = "\"" CHARTXML_HOST "/tavo/treeview\"";
+  constexpr std::string_view other = "\"" CHARTXML_HOST "/treeview\"";
+  std::string text =
+      readDocument(PathFactory::getPathInstance(3)->getFolder() + "treeview-1.0.xsd");
+  for (std::size_t at = 0; (at = text.find(namespaceUri, at)) != text.npos;) {
+    text.replace(at, namespaceUri.size(), other);
+  }
+  auto* bytes = new XMLByte[text.size()];
+  std::copy(text.begin(), text.end(), bytes);
+  return new MemBufInputSource(bytes, text.size(), "treeview-1.0.xsd", true);
 }
 
 // A base, so that it outlives the reader that takes from it.
@@ -152,6 +168,9 @@ class Collector : public DefaultHandler, public PSVIHandler {
   }
 
   InputSource* resolveEntity(const XMLCh* const publicId, const XMLCh* const systemId) override {
+    if (XMLString::equals(systemId, u"" CHARTXML_HOST "/treeview/treeview-1.0.xsd")) {
+      return otherDisplaySchema();
+    }
     return library_.resolveEntity(publicId, systemId);
   }
 
