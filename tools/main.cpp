@@ -33,7 +33,7 @@ std::string toolHelp() {
       "usage: chartxml VERB [OPTION]... FILE...\n"
       "       chartxml --help | --version\n"
       "\n"
-      "Works on chart documents. Charts and data may be compressed; a FILE of - is standard\n"
+      "Works on chart documents and tree models. They may be compressed; a FILE of - is standard\n"
       "input.\n"
       "\n";
   for (const Verb& verb : verbs) {
