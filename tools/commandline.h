@@ -28,6 +28,7 @@ int runData(int argc, char** argv);
 int runExplain(int argc, char** argv);
 int runInfo(int argc, char** argv);
 int runMerge(int argc, char** argv);
+int runPack(int argc, char** argv);
 int runSeparate(int argc, char** argv);
 int runValidate(int argc, char** argv);
 extern const char applyHelp[];
@@ -35,6 +36,7 @@ extern const char dataHelp[];
 extern const char explainHelp[];
 extern const char infoHelp[];
 extern const char mergeHelp[];
+extern const char packHelp[];
 extern const char separateHelp[];
 extern const char validateHelp[];
 
