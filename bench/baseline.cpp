@@ -1,6 +1,8 @@
 #include "baseline.h"
 
+#include <xercesc/dom/DOM.hpp>
 #include <xercesc/framework/LocalFileInputSource.hpp>
+#include <xercesc/framework/MemBufFormatTarget.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/framework/XMLGrammarPoolImpl.hpp>
 #include <xercesc/util/SecurityManager.hpp>
@@ -59,4 +61,18 @@ void baseline::parse(XercesDOMParser& parser, const std::string& text) {
   const MemBufInputSource source(reinterpret_cast<const XMLByte*>(text.data()), text.size(),
                                  "chart", false);
   parser.parse(source);
+}
+
+std::string baseline::print(const DOMDocument& document) {
+  DOMImplementation* dom = DOMImplementationRegistry::getDOMImplementation(u"LS");
+  DOMLSSerializer* serializer = dom->createLSSerializer();
+  DOMLSOutput* output = dom->createLSOutput();
+  MemBufFormatTarget target;
+  output->setEncoding(u"UTF-8");
+  output->setByteStream(&target);
+  serializer->write(&document, output);
+  const std::string text(reinterpret_cast<const char*>(target.getRawBuffer()), target.getLen());
+  output->release();
+  serializer->release();
+  return text;
 }

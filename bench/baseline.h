@@ -16,6 +16,9 @@ std::unique_ptr<xercesc::XercesDOMParser> newParser();
 // The document stays the parser's. Throws for a text that isn't valid.
 void parse(xercesc::XercesDOMParser& parser, const std::string& text);
 
+// The document as UTF-8, as the parser's own library writes it.
+std::string print(const xercesc::DOMDocument& document);
+
 }  // namespace baseline
 
 #endif

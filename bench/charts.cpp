@@ -8,8 +8,6 @@
 
 namespace {
 
-constexpr int elementsOfGraph = 4;
-
 constexpr std::string_view start =
     "<?xml version=\"1.0\" encoding=\"UTF-8\"?><visualization xmlns=\"" CHARTXML_HOST
     "/visualization\" xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" "
@@ -120,15 +118,15 @@ class ChartWriter {
     }
   }
 
-  void appendGraphs(int count) {
+  void appendGraphs(int count, int graphElements) {
     for (int i = 0; i < count; ++i) {
-      const int graph = i / elementsOfGraph;
-      if (i % elementsOfGraph == 0) {
+      const int graph = i / graphElements;
+      if (i % graphElements == 0) {
         append(R"(<graph id="graph_@" style="style_3" cellStyle="style_4">)", graph);
         append(coordinates, graph);
       }
       append(elements[i % std::size(elements)], i);
-      if (i % elementsOfGraph == elementsOfGraph - 1 || i == count - 1) append("</graph>");
+      if (i % graphElements == graphElements - 1 || i == count - 1) append("</graph>");
     }
   }
 
@@ -166,7 +164,7 @@ std::string chartText(const ChartSize& size) {
   chart.append(start);
   if (size.rows > 0) chart.appendSources(size.rows, size.sources);
   chart.append(variables);
-  chart.appendGraphs(size.elements);
+  chart.appendGraphs(size.elements, size.graphElements);
   for (int i = 0; i < size.labelFrames; ++i) chart.append(labelFrame, i);
   chart.append(legend);
   chart.append(cycles);
@@ -178,9 +176,7 @@ std::string chartText(const ChartSize& size) {
 std::string chartOfBytes(std::size_t bytes) {
   std::string text;
   for (int graphs = 1; text.size() < bytes; ++graphs) {
-    text = chartText({.elements = graphs * elementsOfGraph,
-                      .styles = 8 + graphs * elementsOfGraph / 2,
-                      .labelFrames = 2 + graphs});
+    text = chartText({.elements = graphs * 4, .styles = 8 + graphs * 2, .labelFrames = 2 + graphs});
   }
   return text;
 }

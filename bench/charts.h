@@ -6,7 +6,8 @@
 #include <string>
 
 struct ChartSize {
-  int elements = 4;  // in graphs of at most four
+  int elements = 4;
+  int graphElements = 4;  // the most in one graph
   int styles = 8;
   int labelFrames = 3;
   int rows = 0;     // of eight columns; none for a chart without data

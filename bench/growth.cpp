@@ -8,9 +8,9 @@
 #include "charts.h"
 #include "charttransformer.h"
 #include "measures.h"
+#include "model.h"
 #include "plxelements.h"
 #include "plxextension.h"
-#include "plxframes.h"
 #include "plxgraph.h"
 #include "plxsources.h"
 #include "plxstyle.h"
@@ -18,15 +18,6 @@
 using namespace xercesc;
 
 namespace {
-
-// A chart that is edited through its model.
-struct Model {
-  explicit Model(const std::string& text) : root(base.parseDocument(text)->getDocumentElement()) {}
-  explicit Model(const ChartSize& size) : Model(chartText(size)) {}
-
-  ChartBase base;
-  PlXVisualization root;
-};
 
 ChartString numbered(const XMLCh* prefix, int number) {
   ChartString text(prefix);
@@ -91,6 +82,19 @@ void addAdding() {
   });
   addLoop("CreateUniqueId", 2000, smallChart, [](PlXVisualization& root, int) {
     root.addStyle()->setId(ChartBase::CreateUniqueId("fresh", root).xc_str());
+  });
+  measureGrowth("growth/model/CreateUniqueId after removals", 1000, [](int n) -> Run {
+    const auto model = std::make_shared<Model>(ChartSize{});
+    PlXGraph* graph = model->root.addGraph(u"graph");
+    for (int i = 1; i <= 2 * n; ++i) graph->addPoint(numbered(u"point", i).xc_str());
+    return [model, graph, n] {
+      const std::vector<PlXPoint*> points = graph->getPoints();
+      for (int i = 0; i < n; ++i) {
+        graph->removeElement(*points[2 * static_cast<std::size_t>(i)]);
+        model->root.addStyle()->setId(ChartBase::CreateUniqueId("fresh", model->root).xc_str());
+        graph->addPoint(ChartBase::CreateUniqueId("point", model->root).xc_str());
+      }
+    };
   });
 }
 

@@ -22,6 +22,7 @@ int main(int argc, char** argv) {
   addParsing();
   addPrinting();
   addGrowth();
+  addTemplates();
   addCompression();
   TableReporter table;
   benchmark::RunSpecifiedBenchmarks(&table);

@@ -1,36 +1,19 @@
 // Printing a chart against the serializer of the parser's library, which writes the same document
 // as UTF-8 to memory.
-#include <xercesc/dom/DOM.hpp>
-#include <xercesc/framework/MemBufFormatTarget.hpp>
-
 #include <memory>
 
+#include "baseline.h"
 #include "charts.h"
 #include "charttransformer.h"
 #include "measures.h"
 
-using namespace xercesc;
-
 namespace {
-
-void serialize(const DOMDocument* document) {
-  DOMImplementation* dom = DOMImplementationRegistry::getDOMImplementation(u"LS");
-  DOMLSSerializer* serializer = dom->createLSSerializer();
-  DOMLSOutput* output = dom->createLSOutput();
-  MemBufFormatTarget target;
-  output->setEncoding(u"UTF-8");
-  output->setByteStream(&target);
-  serializer->write(document, output);
-  const std::string text(reinterpret_cast<const char*>(target.getRawBuffer()), target.getLen());
-  output->release();
-  serializer->release();
-}
 
 void addChart(const std::string& label, std::size_t bytes, int runs) {
   measureTime("getXML/" + label + "/serializer", 0.6, runs, [bytes]() -> Pair {
     const auto chart = std::make_shared<ChartTransformer>(chartOfBytes(bytes));
-    const DOMDocument* document = chart->parseDocument(chart->getXML(nullptr));
-    return {[chart] { chart->getXML(nullptr); }, [chart, document] { serialize(document); }};
+    const xercesc::DOMDocument* document = chart->parseDocument(chart->getXML(nullptr));
+    return {[chart] { chart->getXML(nullptr); }, [chart, document] { baseline::print(*document); }};
   });
 }
 

@@ -1,0 +1,199 @@
+// Applying templates: what it adds to opening a chart, and what ten times as much costs.
+#include <cstddef>
+#include <memory>
+#include <sstream>
+#include <stdexcept>
+#include <string_view>
+#include <vector>
+
+#include <xercesc/dom/DOM.hpp>
+
+#include "baseline.h"
+#include "basetemplate.h"
+#include "chartprinter.h"
+#include "charts.h"
+#include "charttransformer.h"
+#include "measures.h"
+#include "model.h"
+#include "plxelements.h"
+#include "plxgraph.h"
+#include "plxstyle.h"
+
+namespace {
+
+constexpr std::string_view start =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\"?><template xmlns=\"" CHARTXML_HOST
+    "/tavo/visualization\" xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" "
+    "xsi:schemaLocation=\"" CHARTXML_HOST "/tavo/visualization " CHARTXML_HOST
+    "/tavo/visualization/grafo-template-2.10.xsd\">";
+
+// The look of a house: what a template of a suite states of any chart. Commands for parts that a
+// chart doesn't have are among them, as there.
+constexpr std::string_view houseStyle[] = {
+    R"(<setStyle type="bar">)"
+    R"(<style color="#1F3A5F" color2="#FFFFFF" stroke-width="0.5pt" width="70%"/></setStyle>)",
+    R"(<setStyle type="bar" subtype="clustered">)"
+    R"(<style value="stroke:white;stroke-width:0.5pt"/></setStyle>)",
+    R"(<setStyle type="histogram"><style color="#588B8B" color2="#FFFFFF"/></setStyle>)",
+    R"(<setStyle type="population"><style color2="#FFFFFF" stroke-width="0.5pt"/></setStyle>)",
+    R"(<setStyle type="pie"><style color2="#FFFFFF" stroke-width="1pt"/></setStyle>)",
+    R"(<setStyle type="range"><style color="#588B8B" stroke-width="0.5pt"/></setStyle>)",
+    R"(<setStyle type="line"><style color="#1F3A5F" stroke-width="1.5pt">)"
+    R"(<interpolation type="straight" missingRepresentation="gap"/></style></setStyle>)",
+    R"(<setStyle type="line" subtype="3D"><style color="#1F3A5F" stroke-width="1pt"/></setStyle>)",
+    R"(<setStyle type="area"><style value="fill:#588B8B;stroke:#404040"/></setStyle>)",
+    R"(<setStyle type="scatter"><style color="transparent" color2="#1F3A5F">)"
+    R"(<glyph type="square" size="4pt" sides="4" angle="0" aspect="1"/></style></setStyle>)",
+    R"(<setStyle type="schema" subtype="hingeStyle"><style color="#588B8B" color2="#404040"/>)"
+    R"(</setStyle>)",
+    R"(<setStyle type="schema" subtype="medianStyle">)"
+    R"(<style color="#404040" stroke-width="2pt"/></setStyle>)",
+    R"(<setStyle type="schema" subtype="fenceStyle">)"
+    R"(<style color="#404040" stroke-width="1pt"/></setStyle>)",
+    R"(<setStyle type="dropline"><style color="#808080" stroke-dasharray="2 2"/></setStyle>)",
+    R"(<setStyle type="errorbar"><style color="#404040" stroke-width="0.5pt"/></setStyle>)",
+    R"(<setStyle type="text" subtype="title1"><style font-size="14pt" font-weight="bold"/>)"
+    R"(</setStyle>)",
+    R"(<setStyle type="textFrame" subtype="title1"><style visible="false"/></setStyle>)",
+    R"(<setStyle type="text" subtype="legend1"><style font-size="8pt 6pt" color="#404040"/>)"
+    R"(</setStyle>)",
+    R"(<setStyle type="labelFrame" subtype="legend1"><style color="transparent"/></setStyle>)",
+    R"(<setStyle type="text" subtype="xaxis_title"><style font-size="9pt"/></setStyle>)",
+    R"(<setStyle id="style_5"><style opacity="0.8"/></setStyle>)",
+    R"(<setAxisScale role="x" method="linear"/>)",
+    R"(<setAxisScale role="y" method="log_safe" base="10"/>)",
+    R"(<setAxisInterval role="y" min="0" max="300" upperMapping="exact"/>)",
+    R"(<setAxisMargin role="x" lowerMargin="2%" upperMargin="2%" categorical="false"/>)",
+    R"(<setAxisMargin role="x" lowerMargin="4%" upperMargin="4%" categorical="true"/>)",
+    R"(<setAxisMargin role="y" lowerMargin="0%" upperMargin="5%" categorical="false"/>)",
+    R"(<setAxisStyle role="x"><style color="#808080"/><axisLabelStyle>)"
+    R"(<style font-size="9pt"/><style number="1" visible="false"/></axisLabelStyle>)"
+    R"(</setAxisStyle>)",
+    R"(<setAxisStyle role="y" categorical="false"><style value="stroke:#808080"/>)"
+    R"(<label>In thousands<style font-size="9pt"/></label></setAxisStyle>)",
+    R"(<setAxisMajorTicks><majorTicks role="x" categorical="true" length="0pt"><markStyle>)"
+    R"(<style visible="false"/></markStyle><tickLabelStyle><style font-size="8pt 6pt"/>)"
+    R"(</tickLabelStyle></majorTicks></setAxisMajorTicks>)",
+    R"(<setAxisMajorTicks>)"
+    R"(<majorTicks role="x" categorical="false" position="outside" length="3pt" delta="auto">)"
+    R"(<markStyle><style color="#808080"/></markStyle></majorTicks></setAxisMajorTicks>)",
+    R"(<setAxisMajorTicks><majorTicks role="y" position="outside" length="3pt" delta="50">)"
+    R"(<gridLines><style color="#D0D0D0"/></gridLines><markStyle>)"
+    R"(<style value="stroke:#808080"/></markStyle><tickLabelStyle><style font-size="8pt"/>)"
+    R"(<style number="1" color="#EFEFEF"/></tickLabelStyle>)"
+    R"(<numberFormat useGrouping="true" maximumFractionDigits="2"/></majorTicks>)"
+    R"(</setAxisMajorTicks>)",
+    R"(<setAxisMinorTicks><minorTicks role="y" number="4" length="2pt"><markStyle>)"
+    R"(<style color="#D0D0D0"/></markStyle></minorTicks></setAxisMinorTicks>)",
+    R"(<setAxisMinorTicks><minorTicks role="x" styleOnly="true"><markStyle>)"
+    R"(<style color="#D0D0D0"/></markStyle></minorTicks></setAxisMinorTicks>)",
+    R"(<setAxisOpposite role="x" opposite="false"/>)",
+    R"(<setAxisOpposite role="y" opposite="false"/>)",
+    R"(<setTickLabelFormat role="y"><numberFormat prefix="$" useGrouping="true"/>)"
+    R"(</setTickLabelFormat>)",
+    R"(<setTickLabelAngle role="x" labelAngle="45" categorical="true"/>)",
+    R"(<setTickLabelFrequency role="x" labelFrequency="2" categorical="true"/>)",
+    R"(<setTickLabelFrequency role="y" labelFrequency="1"/>)",
+};
+static_assert(std::size(houseStyle) == 40);
+
+std::string templateText(int commands) {
+  std::string text(start);
+  for (int i = 0; i < commands; ++i) text += houseStyle[i % std::size(houseStyle)];
+  return text + "</template>";
+}
+
+void applyTo(ChartTransformer& chart, const std::string& text) {
+  std::vector<std::size_t> passedOver;
+  if (!chart.applyTemplate(text, passedOver) || !passedOver.empty()) {
+    throw std::runtime_error("a command of the template was passed over");
+  }
+}
+
+// Throws when the house style makes nothing of a chart: then nothing is measured.
+void checkHouseStyle(const std::string& text) {
+  ChartTransformer chart(text);
+  const std::string before = chart.getXML(nullptr);
+  applyTo(chart, templateText(std::size(houseStyle)));
+  if (chart.getXML(nullptr).size() < before.size() * 11 / 10) {
+    throw std::runtime_error("the template isn't applied");
+  }
+}
+
+std::string printed(const xercesc::DOMDocument& document) {
+  std::ostringstream text;
+  ChartPrinter().Print(&document, text);
+  return text.str();
+}
+
+template <class Print>
+void addWhole(const std::string& name, double limit, const std::string& chart, Print print) {
+  measureTime(name, limit, 100, [=]() -> Pair {
+    const std::string house = templateText(std::size(houseStyle));
+    return {[=] {
+              ChartTransformer whole(chart);
+              applyTo(whole, house);
+              whole.getXML(nullptr);
+            },
+            [=] {
+              const auto parser = baseline::newParser();
+              baseline::parse(*parser, chart);
+              print(*parser->getDocument());
+            }};
+  });
+}
+
+void addHouseStyle() {
+  const std::string chart = chartOfBytes(100'000);
+  checkHouseStyle(chart);
+  measureTimeOnce(
+      "applyTemplate/40 commands, 100 KB/constructor", 0.3, 100,
+      [chart]() -> Run {
+        const auto opened = std::make_shared<ChartTransformer>(chart);
+        return [opened, house = templateText(std::size(houseStyle))] { applyTo(*opened, house); };
+      },
+      [chart] { const ChartTransformer opened(chart); });
+  addWhole("open, apply, print/100 KB/parse and serializer", 1.6, chart, baseline::print);
+  addWhole("open, apply, print/100 KB/parse and ChartPrinter", noLimit, chart, printed);
+}
+
+// A chart of `sizeOf(n)` under a template of `commandsOf(n)` commands.
+void addGrowing(const std::string& label, int count, std::function<ChartSize(int)> sizeOf,
+                std::function<int(int)> commandsOf) {
+  measureGrowth("growth/applyTemplate/" + label, count, [=](int n) -> Run {
+    const auto chart = std::make_shared<ChartTransformer>(chartText(sizeOf(n)));
+    return [chart, text = templateText(commandsOf(n))] { applyTo(*chart, text); };
+  });
+}
+
+// One command that asks often.
+void addAsking(const std::string& label, std::function<void(BaseTemplate&, PlXGraph&)> ask) {
+  measureGrowth("growth/command/" + label, 1000, [=](int n) -> Run {
+    const auto model = std::make_shared<Model>(ChartSize{});
+    return [=] {
+      BaseTemplate command(nullptr, model->root);
+      PlXGraph* graph = model->root.getGraphs().front();
+      for (int i = 0; i < n; ++i) ask(command, *graph);
+    };
+  });
+}
+
+}  // namespace
+
+void addTemplates() {
+  addHouseStyle();
+  const auto all = [](int) { return static_cast<int>(std::size(houseStyle)); };
+  addGrowing(
+      "commands", 40, [](int) { return ChartSize{}; }, [](int n) { return n; });
+  addGrowing(
+      "graphs", 25, [](int n) { return ChartSize{.elements = 4 * n}; }, all);
+  addGrowing(
+      "elements", 100, [](int n) { return ChartSize{.elements = n, .graphElements = n}; }, all);
+  addGrowing(
+      "styles", 500, [](int n) { return ChartSize{.styles = n}; }, all);
+  addAsking("CreateUniqueId", [](BaseTemplate& command, PlXGraph& graph) {
+    graph.addPoint(command.CreateUniqueId("fresh").xc_str());
+  });
+  addAsking("addStyle",
+            [](BaseTemplate& command, PlXGraph& graph) { command.addStyle(graph, nullptr); });
+}
