@@ -83,7 +83,7 @@ void addAdding() {
   addLoop("CreateUniqueId", 2000, smallChart, [](PlXVisualization& root, int) {
     root.addStyle()->setId(ChartBase::CreateUniqueId("fresh", root).xc_str());
   });
-  measureGrowth("growth/model/CreateUniqueId after removals", 1000, [](int n) -> Run {
+  measureGrowth("growth/model/CreateUniqueId after removals", 500, [](int n) -> Run {
     const auto model = std::make_shared<Model>(ChartSize{});
     PlXGraph* graph = model->root.addGraph(u"graph");
     for (int i = 1; i <= 2 * n; ++i) graph->addPoint(numbered(u"point", i).xc_str());
