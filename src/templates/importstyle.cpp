@@ -460,8 +460,13 @@ void setSmoothing(T& element, const Interpolation& interpolation) {
 // are too, but for their breaks.
 void interpolate(BaseTemplate& base, const PlXVisualization* source, StyleUsers& users,
                  const DOMElement& element, const Styles& styles) {
+  const bool isFirst = users.followed != &element;
+  if (isFirst) users.following.clear();
+  users.followed = &element;
   Ids imported;
-  for (const PlXStyle* style : styles) addId(imported, style);
+  for (const PlXStyle* style : styles) {
+    if (users.following.insert(style->getId()).second) addId(imported, style);
+  }
   const Interpolation interpolation = readInterpolation(element);
   findPainted(base, PlXLine::_UTF_line, users.lines);
   findPainted(base, PlXArea::_UTF_area, users.areas);
@@ -475,8 +480,7 @@ void interpolate(BaseTemplate& base, const PlXVisualization* source, StyleUsers&
   paint(*users.lines);
   paint(*users.areas);
   paint(*users.paths);
-  if (users.followed == &element) return;
-  users.followed = &element;
+  if (!isFirst) return;
   for (PlXArea* area : users.areas->all) setSmoothing(*area, interpolation);
   for (PlXPath* path : users.paths->all) setSmoothing(*path, interpolation);
 }

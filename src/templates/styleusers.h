@@ -30,8 +30,10 @@ struct BaseTemplate::StyleUsers {
   std::optional<Painted<PlXLine>> lines;
   std::optional<Painted<PlXArea>> areas;
   std::optional<Painted<PlXPath>> paths;
-  // The child interpolation that all areas and paths follow; null when they follow none.
+  // The last child interpolation, which all areas and paths follow, and the ids of the styles whose
+  // elements do.
   const xercesc::DOMElement* followed = nullptr;
+  std::unordered_set<std::u16string> following;
 };
 
 #endif
