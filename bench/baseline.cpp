@@ -63,15 +63,16 @@ void baseline::parse(XercesDOMParser& parser, const std::string& text) {
   parser.parse(source);
 }
 
-void baseline::serialize(const DOMDocument* document) {
+std::string baseline::print(const DOMDocument& document) {
   DOMImplementation* dom = DOMImplementationRegistry::getDOMImplementation(u"LS");
   DOMLSSerializer* serializer = dom->createLSSerializer();
   DOMLSOutput* output = dom->createLSOutput();
   MemBufFormatTarget target;
   output->setEncoding(u"UTF-8");
   output->setByteStream(&target);
-  serializer->write(document, output);
+  serializer->write(&document, output);
   const std::string text(reinterpret_cast<const char*>(target.getRawBuffer()), target.getLen());
   output->release();
   serializer->release();
+  return text;
 }

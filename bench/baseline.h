@@ -16,8 +16,8 @@ std::unique_ptr<xercesc::XercesDOMParser> newParser();
 // The document stays the parser's. Throws for a text that isn't valid.
 void parse(xercesc::XercesDOMParser& parser, const std::string& text);
 
-// Writes the document as UTF-8 to memory.
-void serialize(const xercesc::DOMDocument* document);
+// The document as UTF-8, as the parser's own library writes it.
+std::string print(const xercesc::DOMDocument& document);
 
 }  // namespace baseline
 

@@ -118,15 +118,15 @@ class ChartWriter {
     }
   }
 
-  void appendGraphs(int count, int graphSize) {
+  void appendGraphs(int count, int graphElements) {
     for (int i = 0; i < count; ++i) {
-      const int graph = i / graphSize;
-      if (i % graphSize == 0) {
+      const int graph = i / graphElements;
+      if (i % graphElements == 0) {
         append(R"(<graph id="graph_@" style="style_3" cellStyle="style_4">)", graph);
         append(coordinates, graph);
       }
       append(elements[i % std::size(elements)], i);
-      if (i % graphSize == graphSize - 1 || i == count - 1) append("</graph>");
+      if (i % graphElements == graphElements - 1 || i == count - 1) append("</graph>");
     }
   }
 
@@ -164,7 +164,7 @@ std::string chartText(const ChartSize& size) {
   chart.append(start);
   if (size.rows > 0) chart.appendSources(size.rows, size.sources);
   chart.append(variables);
-  chart.appendGraphs(size.elements, size.graphSize);
+  chart.appendGraphs(size.elements, size.graphElements);
   for (int i = 0; i < size.labelFrames; ++i) chart.append(labelFrame, i);
   chart.append(legend);
   chart.append(cycles);

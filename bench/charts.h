@@ -7,7 +7,7 @@
 
 struct ChartSize {
   int elements = 4;
-  int graphSize = 4;  // of the elements, those in one graph
+  int graphElements = 4;  // the most in one graph
   int styles = 8;
   int labelFrames = 3;
   int rows = 0;     // of eight columns; none for a chart without data

@@ -11,7 +11,6 @@
 #include "model.h"
 #include "plxelements.h"
 #include "plxextension.h"
-#include "plxframes.h"
 #include "plxgraph.h"
 #include "plxsources.h"
 #include "plxstyle.h"
@@ -83,6 +82,19 @@ void addAdding() {
   });
   addLoop("CreateUniqueId", 2000, smallChart, [](PlXVisualization& root, int) {
     root.addStyle()->setId(ChartBase::CreateUniqueId("fresh", root).xc_str());
+  });
+  measureGrowth("growth/model/CreateUniqueId after removals", 500, [](int n) -> Run {
+    const auto model = std::make_shared<Model>(ChartSize{});
+    PlXGraph* graph = model->root.addGraph(u"graph");
+    for (int i = 1; i <= 2 * n; ++i) graph->addPoint(numbered(u"point", i).xc_str());
+    return [model, graph, n] {
+      const std::vector<PlXPoint*> points = graph->getPoints();
+      for (int i = 0; i < n; ++i) {
+        graph->removeElement(*points[2 * static_cast<std::size_t>(i)]);
+        model->root.addStyle()->setId(ChartBase::CreateUniqueId("fresh", model->root).xc_str());
+        graph->addPoint(ChartBase::CreateUniqueId("point", model->root).xc_str());
+      }
+    };
   });
 }
 

@@ -101,6 +101,14 @@ void measureTime(const std::string& name, double limit, int runs, std::function<
   });
 }
 
+void measureTimeOnce(const std::string& name, double limit, int runs,
+                     std::function<Run()> prepareSubject, Run reference) {
+  registerPairs(name, limit, runs, [=]() -> Timed {
+    return {[prepareSubject] { return secondsOf(prepareSubject()); },
+            [reference] { return secondsOf(reference); }};
+  });
+}
+
 void measureGrowth(const std::string& name, int size, Prepare prepare, End end) {
   registerPairs(name + "/time", growthLimit, growthRuns, [=]() -> Timed {
     return {[=] { return secondsOf(prepare, 10 * size, 1, end); },

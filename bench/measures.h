@@ -20,6 +20,11 @@ struct Pair {
 // outside of it.
 void measureTime(const std::string& name, double limit, int runs, std::function<Pair()> prepare);
 
+// The same where the subject can be run but once: it is prepared anew for each run, outside of the
+// time.
+void measureTimeOnce(const std::string& name, double limit, int runs,
+                     std::function<Run()> prepareSubject, Run reference);
+
 // Makes what one run needs; the run is called once.
 using Prepare = std::function<Run(int size)>;
 

@@ -1,6 +1,8 @@
-// A chart that a benchmark edits through its model.
+// A chart that is edited through its model.
 #ifndef CHARTXML_BENCH_MODEL_H
 #define CHARTXML_BENCH_MODEL_H
+
+#include <string>
 
 #include <xercesc/dom/DOM.hpp>
 

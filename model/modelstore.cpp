@@ -21,8 +21,9 @@ const XMLCh idName[] = u"id";
 // as the table once was if that has been emptied.
 char ballast;
 
-// Of all documents of the process: what is known of taken numbers is asked again after any.
-unsigned long allWithdrawals = 0;
+// The stores that know of taken numbers, by their documents: several may be over one, and elements
+// are edited through views that belong to none of them.
+std::unordered_multimap<const DOMDocument*, ModelStore*> numberingStores;
 
 // What is nearer is looked at each time, so that edits by DOM operations count; farther away the
 // store goes by what it remembers, so that loops over large charts take linear time.
@@ -71,6 +72,10 @@ ModelStore::ModelStore(PlXVisualization& owner)
                                           : nullptr) {}
 
 ModelStore::~ModelStore() {
+  const auto [first, last] = numberingStores.equal_range(numberedDocument_);
+  const auto own =
+      std::find_if(first, last, [this](const auto& each) { return each.second == this; });
+  if (own != last) numberingStores.erase(own);
   if (endsWithDocument_) return;
   std::size_t freed = 0;
   for (const auto& object : objects_) {
@@ -227,13 +232,37 @@ void ModelStore::removeLinks(const std::u16string& id) {
 }
 
 std::u16string ModelStore::firstFreeId(const XMLCh* stem) {
-  if (withdrawals_ != allWithdrawals) takenNumbers_.clear();
-  withdrawals_ = allWithdrawals;
-  unsigned long& taken = takenNumbers_[stem];
+  if (!numberedDocument_ && owner_.getImplementation()) {
+    numberedDocument_ = owner_.getImplementation()->getOwnerDocument();
+    numberingStores.emplace(numberedDocument_, this);
+  }
+  Numbers& numbers = numbers_[stem];
   std::u16string id;
-  for (unsigned long number = taken + 1;; taken = number++) {
+  const auto isFree = [&](unsigned long number) {
     id = stem + utf::toUtf16(std::to_string(number));
-    if (!owner_.doesIdExist(id.c_str())) return id;
+    return !owner_.doesIdExist(id.c_str());
+  };
+  while (!numbers.freed.empty()) {
+    if (isFree(*numbers.freed.begin())) return id;
+    numbers.freed.erase(numbers.freed.begin());
+  }
+  while (!isFree(numbers.taken + 1)) ++numbers.taken;
+  return id;
+}
+
+// "a12" frees 12 under the stem "a" and 2 under "a1".
+void ModelStore::noteFreeId(const std::u16string& id) {
+  constexpr std::size_t mostDigits = 18;
+  unsigned long number = 0;
+  unsigned long place = 1;
+  for (std::size_t digits = 1; digits <= std::min(id.size(), mostDigits); ++digits, place *= 10) {
+    const char16_t digit = id[id.size() - digits];
+    if (digit < u'0' || digit > u'9') return;
+    number += place * static_cast<unsigned long>(digit - u'0');
+    if (digit == u'0') continue;
+    const auto numbers = numbers_.find(id.substr(0, id.size() - digits));
+    if (numbers == numbers_.end() || number > numbers->second.taken) continue;
+    numbers->second.freed.insert(number);
   }
 }
 
@@ -249,5 +278,6 @@ void withdrawId(DOMElement* element) {
   const DOMAttr* id = element->getAttributeNode(idName);
   if (!id || !id->isId()) return;
   element->setIdAttribute(idName, false);
-  ++allWithdrawals;
+  const auto [first, last] = numberingStores.equal_range(element->getOwnerDocument());
+  for (auto store = first; store != last; ++store) store->second->noteFreeId(attributeText(*id));
 }

@@ -4,6 +4,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -59,6 +60,8 @@ class ModelStore {
   // `stem` with the first number from 1 that makes it an identifier which no element of the
   // document has. Asking often costs no walk over the numbers that are taken.
   std::u16string firstFreeId(const XMLCh* stem);
+  // To be told of each identifier that is withdrawn from the document.
+  void noteFreeId(const std::u16string& id);
 
  private:
   struct Link {
@@ -88,9 +91,13 @@ class ModelStore {
   std::unordered_map<std::size_t, std::vector<Link>> links_;
   bool linksIndexed_ = false;
   bool endsWithDocument_ = false;
-  // Stem to the number up to which all are taken; good until an identifier is withdrawn.
-  std::unordered_map<std::u16string, unsigned long> takenNumbers_;
-  unsigned long withdrawals_ = 0;
+  // Of a stem: all numbers up to `taken` are, but perhaps for those that were freed since.
+  struct Numbers {
+    unsigned long taken = 0;
+    std::set<unsigned long> freed;
+  };
+  std::unordered_map<std::u16string, Numbers> numbers_;
+  const xercesc::DOMDocument* numberedDocument_ = nullptr;  // null while no number was asked for
   // The child that insert() last wrote for a parent and a rank, where that isn't near the end.
   std::map<std::pair<const xercesc::DOMElement*, unsigned>, const PlXBaseElement*> lastChildren_;
 };

@@ -44,6 +44,7 @@ ChartException stopping(const DOMElement* element, unsigned line) {
 enum class Outcome { True, False, Failed, Stopped };
 
 Outcome run(BaseTemplate& command) {
+  command.keepFindings();
   try {
     return command.ProcessCommand() ? Outcome::True : Outcome::False;
   } catch (const TavoGoToCaller&) {

@@ -21,6 +21,7 @@
 #include "plxtransforms.h"
 #include "plxuni.h"
 #include "plxvariables.h"
+#include "styleusers.h"
 
 using namespace xercesc;
 
@@ -149,6 +150,7 @@ ChartString BaseTemplate::CreateUniqueId(const char* base) const {
 }
 
 PlXStyle* BaseTemplate::addStyle(PlXBaseElement& element, const XMLCh* id) {
+  if (users_) users_->restyled.push_back(&element);
   const ChartString styleId = id && *id ? ChartString(id) : CreateUniqueId(PlXUni::_style);
   if (PlXStyle* style = element.getStyleById(styleId.xc_str())) return style;
   PlXStyle* container = element.getStyleById(ChartBase::_container);

@@ -2,6 +2,7 @@
 #ifndef CHARTXML_BASETEMPLATE_H
 #define CHARTXML_BASETEMPLATE_H
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -48,6 +49,8 @@ class CHARTXML_API BaseTemplate {
 #include "basetemplate.inc"
 #undef CONSTANT
 
+  struct StyleUsers;  // For the import of styles.
+
   // None is owned; `source` may be null, and `command` stays in its template's document.
   BaseTemplate(const PlXVisualization* source, PlXVisualization& target,
                const xercesc::DOMElement* command);
@@ -60,6 +63,11 @@ class CHARTXML_API BaseTemplate {
   // Applies the command; what the answer means is each command's affair. This one does nothing and
   // answers false.
   virtual bool ProcessCommand();
+  // For the dispatcher: nobody but the command edits the chart from here on, so that the command
+  // may keep what it finds out until it goes.
+  void keepFindings() {
+    keepsFindings_ = true;
+  }
 
   // True for exactly "true", false for exactly "false".
   bool getBooleanAttribute(const xercesc::DOMElement* element, const XMLCh* name,
@@ -201,6 +209,10 @@ class CHARTXML_API BaseTemplate {
   const std::vector<PlXGraph*>& addressedGraphs() const;
   CTVariableType* clusterVariable(const PlXGraph& graph, const ChartString& role) const;
 
+  StyleUsers& styleUsers();
+
+  bool keepsFindings_ = false;
+  std::unique_ptr<StyleUsers> users_;
   // Found once: no command adds or removes graphs.
   mutable std::optional<std::vector<PlXGraph*>> graphs_;
 };

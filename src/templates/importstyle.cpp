@@ -22,6 +22,7 @@
 #include "plxstatistics.h"
 #include "plxstyle.h"
 #include "plxuni.h"
+#include "styleusers.h"
 
 using namespace xercesc;
 
@@ -30,6 +31,9 @@ namespace {
 using Value = ChartStyleValue;
 using Styles = std::vector<PlXStyle*>;
 using Ids = std::unordered_set<std::u16string>;
+using StyleUsers = BaseTemplate::StyleUsers;
+template <class T>
+using Painted = StyleUsers::Painted<T>;
 
 // ---- how a property is written: the style, the attribute's name, the text
 using Write = void (*)(PlXStyle&, const XMLCh*, const ChartString&);
@@ -275,22 +279,50 @@ void addId(Ids& ids, const PlXStyle* style) {
   if (style) ids.insert(style->getId());
 }
 
+// Adds the style of a part that is a surface.
+void addSurface(Ids& ids, const PlXBaseElement& part) {
+  if (const auto* interval = dynamic_cast<const PlXInterval*>(&part)) {
+    addId(ids, interval->getStyle());
+  } else if (const auto* schema = dynamic_cast<const PlXSchema*>(&part)) {
+    addId(ids, schema->getHingeStyle());
+  } else if (const auto* graph = dynamic_cast<const PlXGraph*>(&part)) {
+    addId(ids, graph->getCellStyle());
+  } else if (const auto* legend = dynamic_cast<const PlXLegend*>(&part)) {
+    addId(ids, legend->getStyle());
+  } else if (const auto* page = dynamic_cast<const PlXVisualization*>(&part)) {
+    addId(ids, page->getStyle());
+  }
+}
+
+template <class T>
+void addSurfaces(Ids& ids, const std::vector<T*>& parts) {
+  for (const T* part : parts) addSurface(ids, *part);
+}
+
 // The styles that paint surfaces.
 Ids surfaces(const BaseTemplate& base, const PlXVisualization& target) {
   Ids ids;
-  addId(ids, target.getStyle());
-  std::vector<PlXInterval*> intervals;
-  base.getIntervalElements(intervals, false);
-  base.getIntervalElements(intervals, true);
-  for (const PlXInterval* interval : intervals) addId(ids, interval->getStyle());
+  addSurface(ids, target);
   std::vector<PlXGraph*> graphs;
   base.getGraphs(graphs);
+  addSurfaces(ids, graphs);
   for (const PlXGraph* graph : graphs) {
-    addId(ids, graph->getCellStyle());
-    for (const PlXSchema* schema : graph->getSchemas()) addId(ids, schema->getHingeStyle());
+    addSurfaces(ids, graph->getIntervals());
+    addSurfaces(ids, graph->getSchemas());
   }
-  for (const PlXLegend* legend : base.getLegends()) addId(ids, legend->getStyle());
+  addSurfaces(ids, base.getLegends());
   return ids;
+}
+
+// `isOne` when the command addresses a single graph.
+void findSurfaces(const BaseTemplate& base, const PlXVisualization& target, bool isOne,
+                  StyleUsers& users) {
+  if (!users.surfaces || (isOne && !users.restyled.empty())) {
+    users.surfaces = surfaces(base, target);
+  } else {
+    addSurfaces(*users.surfaces, users.restyled);
+  }
+  users.restyled.clear();
 }
 
 // A style without an id, as those of cycles are, counts as a surface's where there is any surface.
@@ -399,44 +431,82 @@ Interpolation readInterpolation(const DOMElement& element) {
   return result;
 }
 
-// All elements of a tag get a style. Those that the imported styles paint are interpolated; of
-// areas and paths the others are too, but for their breaks.
+// Gives each element of a tag a style.
 template <class T>
-void interpolate(BaseTemplate& base, const PlXVisualization* source, const XMLCh* tag,
-                 const Interpolation& interpolation, const Ids& imported) {
-  constexpr bool isLine = std::is_same_v<T, PlXLine>;
+void findPainted(BaseTemplate& base, const XMLCh* tag, std::optional<Painted<T>>& painted) {
+  if (painted) return;
+  painted.emplace();
   std::vector<CTElementType*> elements;
   base.getAllElementsByType(tag, elements);
   for (CTElementType* each : elements) {
     auto* element = dynamic_cast<T*>(each);
     if (!element) continue;
     if (!element->getStyle()) element->setStyle(*base.addStyle(*element, nullptr));
-    const bool isPainted =
-        imported.contains(ChartBase::_container) || imported.contains(element->getStyle()->getId());
-    DOMElement* there = source ? source->getElementById(element->getId()) : nullptr;
-    if (isPainted && there && interpolation.breaks) {
-      const auto* other = dynamic_cast<const T*>(source->objectOf(there));
-      if (other ? !other->getBreakRepresentation() : isLine) {
-        element->setBreakRepresentation(interpolation.breaks);
-      }
-    }
-    if (interpolation.type.empty() || (isLine && !isPainted)) continue;
-    const std::vector<PlXSmoothStatistic*> statistics = element->getSmoothStatistics();
-    PlXSmoothStatistic* statistic =
-        statistics.empty() ? element->addSmoothStatistic() : statistics.front();
-    statistic->setMethod(interpolation.method);
-    element->setShowDiscontinuity(interpolation.type.equals(PlXUni::_jump));
+    painted->all.push_back(element);
+    painted->ofStyle[element->getStyle()->getId()].push_back(element);
   }
 }
 
-void importInterpolation(BaseTemplate& base, const PlXVisualization* source,
-                         const DOMElement& element, const Styles& styles) {
+// Those that the imported styles paint.
+template <class T>
+std::vector<T*> elementsOf(const Painted<T>& painted, const Ids& imported) {
+  if (imported.contains(ChartBase::_container)) return painted.all;
+  std::vector<T*> elements;
+  for (const std::u16string& id : imported) {
+    const auto found = painted.ofStyle.find(id);
+    if (found == painted.ofStyle.end()) continue;
+    elements.insert(elements.end(), found->second.begin(), found->second.end());
+  }
+  return elements;
+}
+
+template <class T>
+void setBreaks(T& element, const PlXVisualization* source, const Interpolation& interpolation) {
+  DOMElement* there = source ? source->getElementById(element.getId()) : nullptr;
+  if (!there || !interpolation.breaks) return;
+  const auto* other = dynamic_cast<const T*>(source->objectOf(there));
+  if (other ? !other->getBreakRepresentation() : std::is_same_v<T, PlXLine>) {
+    element.setBreakRepresentation(interpolation.breaks);
+  }
+}
+
+template <class T>
+void setSmoothing(T& element, const Interpolation& interpolation) {
+  if (interpolation.type.empty()) return;
+  const std::vector<PlXSmoothStatistic*> statistics = element.getSmoothStatistics();
+  PlXSmoothStatistic* statistic =
+      statistics.empty() ? element.addSmoothStatistic() : statistics.front();
+  statistic->setMethod(interpolation.method);
+  element.setShowDiscontinuity(interpolation.type.equals(PlXUni::_jump));
+}
+
+// Lines, areas and paths that the imported styles paint are interpolated; the other areas and paths
+// are too, but for their breaks.
+void interpolate(BaseTemplate& base, const PlXVisualization* source, StyleUsers& users,
+                 const DOMElement& element, const Styles& styles) {
+  const bool isFirst = users.followed != &element;
+  if (isFirst) users.following.clear();
+  users.followed = &element;
   Ids imported;
-  for (const PlXStyle* style : styles) addId(imported, style);
+  for (const PlXStyle* style : styles) {
+    if (users.following.insert(style->getId()).second) addId(imported, style);
+  }
   const Interpolation interpolation = readInterpolation(element);
-  interpolate<PlXLine>(base, source, PlXLine::_UTF_line, interpolation, imported);
-  interpolate<PlXArea>(base, source, PlXArea::_UTF_area, interpolation, imported);
-  interpolate<PlXPath>(base, source, PlXPath::_UTF_path, interpolation, imported);
+  findPainted(base, PlXLine::_UTF_line, users.lines);
+  findPainted(base, PlXArea::_UTF_area, users.areas);
+  findPainted(base, PlXPath::_UTF_path, users.paths);
+  const auto paint = [&](const auto& painted) {
+    for (auto* each : elementsOf(painted, imported)) {
+      setBreaks(*each, source, interpolation);
+      setSmoothing(*each, interpolation);
+    }
+  };
+  paint(*users.lines);
+  paint(*users.areas);
+  paint(*users.paths);
+  if (!isFirst) return;
+  for (PlXArea* area : users.areas->all) setSmoothing(*area, interpolation);
+  for (PlXPath* path : users.paths->all) setSmoothing(*path, interpolation);
 }
 
 void reportUnknownChild(const DOMElement& child) {
@@ -448,6 +518,11 @@ void reportUnknownChild(const DOMElement& child) {
 
 }  // namespace
 
+BaseTemplate::StyleUsers& BaseTemplate::styleUsers() {
+  if (!users_ || !keepsFindings_) users_ = std::make_unique<StyleUsers>();
+  return *users_;
+}
+
 void BaseTemplate::importStyle(const DOMElement* styleElement, PlXStyle& style) {
   importStyle(styleElement, Styles{&style});
 }
@@ -458,10 +533,14 @@ void BaseTemplate::importStyle(const DOMElement* styleElement, const Styles& sty
   const Attributes texts(element);
   const Value value(texts[PlXUni::_value].xc_str());
   const bool hasStrokeOrFill = !value.stroke.empty() || !value.fill.empty();
-  const Ids surfaceIds = hasStrokeOrFill ? surfaces(*this, target) : Ids();
+  StyleUsers& users = styleUsers();
+  if (hasStrokeOrFill) {
+    findSurfaces(*this, target, attribute(PlXUni::_graph).convertToInteger() > 0, users);
+  }
   for (PlXStyle* style : styles) {
     importProperties(texts, value, *style, sourceOf(*style));
-    importStrokeAndFill(value, *style, sourceOf(*style), isSurface(*style, surfaceIds));
+    if (!hasStrokeOrFill) continue;
+    importStrokeAndFill(value, *style, sourceOf(*style), isSurface(*style, *users.surfaces));
   }
   for (const DOMElement* child = firstElement(&element); child; child = nextElement(child)) {
     const ChartString name(child->getTagName());
@@ -472,7 +551,7 @@ void BaseTemplate::importStyle(const DOMElement* styleElement, const Styles& sty
         importChild(*child, known->attributes, *style, sourceOf(*style));
       }
     } else if (name.equals(PlXUni::_interpolation)) {
-      importInterpolation(*this, source, *child, styles);
+      interpolate(*this, source, users, *child, styles);
     } else {
       reportUnknownChild(*child);
     }
