@@ -22,7 +22,8 @@ class CHARTXML_API DOMPrinter {
   virtual ~DOMPrinter() = default;
 
   // A node with its content; nothing for null. With `whiteSpace`, elements that hold no text have
-  // their children on lines of their own, indented by two blanks a level.
+  // their children on lines of their own, indented by two blanks a level; from the
+  // 64th level on no further, since a deep document would grow to the square of its size.
   virtual void Print(const xercesc::DOMNode* node, std::ostream& out, bool whiteSpace);
 };
 

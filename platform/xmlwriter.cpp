@@ -15,6 +15,8 @@ using namespace xercesc;
 
 namespace {
 
+constexpr std::size_t deepestIndent = 64;  // levels
+
 constexpr std::string_view replacement = "\xEF\xBF\xBD";
 
 // What a character means where it stands.
@@ -247,7 +249,7 @@ class Writer {
 
   void newLine() {
     out_.append('\n');
-    for (std::size_t i = 0; i < depth_; ++i) out_.append("  ");
+    for (std::size_t i = 0; i < std::min(depth_, deepestIndent); ++i) out_.append("  ");
   }
 
   void write(const XMLCh* text, Place place) {

@@ -76,6 +76,22 @@ DOMDocument* documentOf(const Frame& frame) {
   return document;
 }
 
+// Takes away attributes of the schema instance namespace that `from` has under another prefix: an
+// element that has one twice isn't well-formed.
+void dropOtherPrefixes(const DOMElement& from, DOMElement& to) {
+  const DOMNamedNodeMap* attributes = to.getAttributes();
+  for (XMLSize_t i = attributes->getLength(); i-- > 0;) {
+    const std::u16string name = attributes->item(i)->getNodeName();
+    const std::size_t colon = name.find(u':');
+    if (colon == name.npos || from.hasAttribute(name.c_str())) continue;
+    const std::u16string declaration = u"xmlns:" + name.substr(0, colon);
+    if (XMLString::equals(to.getAttribute(declaration.c_str()), ChartBase::_schemaInstanceValue) &&
+        from.hasAttributeNS(ChartBase::_schemaInstanceValue, name.c_str() + colon + 1)) {
+      to.removeAttribute(name.c_str());
+    }
+  }
+}
+
 // What merging the document into a new one would print, from where it stands: a copy of a large
 // model would double the memory that it takes.
 std::string rootText(const DOMDocument& document) {
@@ -151,7 +167,9 @@ bool TreeTransformer::applyTemplate(const std::string& xml) {
 void TreeTransformer::mergeDOM(DOMDocument* from, DOMDocument* into) {
   DOMElement* source = from ? from->getDocumentElement() : nullptr;
   DOMElement* target = into ? into->getDocumentElement() : nullptr;
-  if (!mergeAttributes(source, target)) return;
+  if (!source || !target) return;
+  dropOtherPrefixes(*source, *target);
+  mergeAttributes(source, target);
   // A document may be merged into itself: what is appended is not met again.
   const DOMNode* last = source->getLastChild();
   for (DOMNode* child = source->getFirstChild(); child; child = child->getNextSibling()) {

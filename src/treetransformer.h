@@ -15,8 +15,9 @@
 //
 // Documents are validated against the installation's pmml-2-1.xsd, whose namespace is
 // http://www.dmg.org/PMML-2_1, and treeview-1.0.xsd, whose namespaces are those of the paths
-// /tavo/treeview and /treeview. A document has to name its schema; host and folder of the name
-// don't matter. Values that break the type of their attribute are no errors.
+// /tavo/treeview and /treeview; one of the latter with a document type isn't valid. A document has
+// to name its schema; host and folder of the name don't matter. Values that break the type of their
+// attribute are no errors.
 //
 // Texts are UTF-8, and the `encoding` arguments have no effect. Operations that fail answer null,
 // false or an empty text and report to the log of ChartErrorHandler; they don't throw. Only a
@@ -51,7 +52,7 @@ class CHARTXML_API TreeTransformer : public ChartBase {
   std::string getCompressedPMML(unsigned long* length);
   // The model's text, parsed and printed anew with white space; without parsing, as it is stored,
   // when it can't be parsed or is no model. Empty when it can't be inflated. The length is known
-  // afterwards.
+  // afterwards. The document that was parsed is the base's current one until the next call.
   std::string getUncompressedPMML(const XMLCh* encoding);
   // True when the last getUncompressedPMML() parsed the model.
   bool isPMMLParsed() const { return document_; }
@@ -68,9 +69,9 @@ class CHARTXML_API TreeTransformer : public ChartBase {
   // Inflates and parses the model, in the same way.
   xercesc::DOMDocument* setupPMMLDOM();
 
-  // Copies the attributes of the root of `from` to the root of `into`, over those of the same name,
-  // and its children behind those of `into`. Nothing is compared: what both have is there twice.
-  // A null document changes nothing.
+  // Copies the attributes of the root of `from` to the root of `into`, over those of the same name
+  // (of schema instances, under whatever prefix), and its children behind those of `into`. Nothing
+  // is compared: what both have is there twice. A null document changes nothing.
   void mergeDOM(xercesc::DOMDocument* from, xercesc::DOMDocument* into);
 
   // New documents that the caller releases, with the roots `PMML` and `displaySettings`; the latter

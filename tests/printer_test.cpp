@@ -96,4 +96,19 @@ TEST(PrinterWithWhiteSpace, IndentsAllButText) {
             "\n<a>\n  <b>\n    <b/>\n  </b>\n  <b>text<b/></b>\n  <!--c-->\n</a>");
 }
 
+// A deep document would grow to the square of its size.
+TEST(PrinterWithWhiteSpace, IndentsTheFirstLevelsOnly) {
+  ChartBase base;
+  DOMDocument* document = ChartBase::createPlXDocument(nullptr);
+  DOMNode* parent = document->getDocumentElement();
+  constexpr std::size_t levels = 2000;
+  for (std::size_t i = 0; i < levels; ++i) {
+    parent = parent->appendChild(document->createElement(u"a"));
+  }
+  const std::string text = printed(document, true);
+  EXPECT_NE(text.find('\n' + std::string(128, ' ') + "<a/>\n"), std::string::npos);
+  EXPECT_LT(text.size(), levels * 300);
+  document->release();
+}
+
 }  // namespace

@@ -291,6 +291,20 @@ TEST(TreeDisplay, OutputDocumentsCanBeFilledByHand) {
   EXPECT_EQ(text, "");
 }
 
+TEST(TreeDisplay, TemplatesMayUseOtherPrefixes) {
+  const std::string text = displayText("<treeZoom factor='7'/>");
+  const std::string otherInstance = std::regex_replace(text, std::regex("xsi"), "i");
+  const std::string prefixed =
+      std::regex_replace(std::regex_replace(text, std::regex("(</?)(?=[dt])"), "$1t:"),
+                         std::regex("xmlns="), "xmlns:t=");
+  TreeTransformer tree("", "");
+  for (const std::string& merged : {otherInstance, prefixed, text, otherInstance}) {
+    ASSERT_TRUE(tree.applyTemplate(merged)) << merged;
+    TreeTransformer again("", display(tree));
+    EXPECT_EQ(display(again), display(tree)) << merged;
+  }
+}
+
 // ---- settings
 
 TEST(TreeSettings, SettersWriteWhatTheyAreTold) {
