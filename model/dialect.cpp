@@ -246,6 +246,15 @@ const Element* find(const DOMElement* element) {
                                      : std::u16string_view());
 }
 
+bool hasAttribute(const Element& element, const XMLCh* attribute) {
+  const auto isIn = [&](const std::vector<Attribute>& attributes) {
+    return std::any_of(attributes.begin(), attributes.end(), [&](const Attribute& each) {
+      return XMLString::equals(each.name, attribute);
+    });
+  };
+  return isIn(element.attributes) || (element.group && isIn(element.group->attributes));
+}
+
 bool isLink(const Element& element, const XMLCh* attribute) {
   if (!element.isRecord) {
     return std::any_of(element.links.begin(), element.links.end(),

@@ -106,6 +106,9 @@ const XMLCh* localName(const xercesc::DOMNode* element);
 const Element* find(const xercesc::DOMElement* element);
 const Element* find(std::u16string_view tag, std::u16string_view parentTag);
 
+// True for an attribute that the schema lets the element have; for those with attributes of any
+// name, for the ones that it lists.
+bool hasAttribute(const Element& element, const XMLCh* attribute);
 // True for an attribute that holds the id of another element, those of extension records by role
 // and number ("title1") included.
 bool isLink(const Element& element, const XMLCh* attribute);

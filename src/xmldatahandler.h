@@ -78,7 +78,8 @@ class CHARTXML_API XmlDataHandler {
   void Process_1_4_Row(VarDataProcessor& store, const std::string& source, unsigned row,
                        const char* text);
 
-  // Why a document can't be read, and the byte of it where that shows; npos when it is no one place.
+  // Why a document can't be read, and the byte of it where that shows; npos when it is no one
+  // place.
   struct Problem {
     std::size_t offset = std::string::npos;
     const char* reason = "";

@@ -58,7 +58,7 @@ TEST(ImportFormat, MergesOrReplaces) {
   | <format prefix='a'/>
 <format id='f' prefix='a'><relabel to='b'/><unitRule from='1'/><unitRule from='2'/></format>
   | <format showEra='true' own='c'><other><unitRule suffix='K'/></other><unitRule/></format>
-  | <format own='c' showEra='true'><relabel to='b'/><unitRule suffix='K'/></format>
+  | <format showEra='true'><relabel to='b'/><unitRule suffix='K'/></format>
 <format prefix='a'><unitRule/></format> | <format/> | <format/>
 <format baseFormat='duration' prefix='a'/> | <dateTimeFormat suffix='b'/>
   | <format baseFormat='duration' suffix='b'/>

@@ -155,7 +155,8 @@ class CHARTXML_API BaseTemplate {
   static void importDateTimeFormat(PlXFormat& format, const xercesc::DOMElement* element);
   static void importElapsedTimeFormat(PlXFormat& format, const xercesc::DOMElement* element);
   static void importStringFormat(PlXFormat& format, const xercesc::DOMElement* element);
-  // Replaces the format, its identifier included, by the element's own attributes.
+  // Replaces the format, its identifier included, by those of the element's own attributes that a
+  // format has.
   static void importFormat(PlXFormat& format, const xercesc::DOMElement* element);
   // Define and style the ticks of an axis whose role is the element's, made unless the element says
   // `styleOnly`. Minor ticks are made only beside major ones.

@@ -1,6 +1,7 @@
 // BaseTemplate's import of format elements: numberFormat, stringFormat, elapsedTimeFormat,
 // dateTimeFormat and the generic format.
 #include "basetemplate.h"
+#include "dialect.h"
 #include "plxformat.h"
 #include "templatexml.h"
 
@@ -8,6 +9,17 @@ using namespace xercesc;
 using namespace templatexml;
 
 namespace {
+
+// Copies the attributes that the dialect has: with any other the chart couldn't be opened again.
+void importKnownAttributes(PlXBaseElement& object, const DOMElement& element) {
+  object.importAttributes(&element);
+  const dialect::Element* row = dialect::find(object.getImplementation());
+  const DOMNamedNodeMap* attributes = element.getAttributes();
+  for (XMLSize_t i = 0; i < attributes->getLength(); ++i) {
+    const XMLCh* name = attributes->item(i)->getNodeName();
+    if (!dialect::hasAttribute(*row, name)) object.SetAttribute(name, nullptr);
+  }
+}
 
 // Sets a flag for "true" and "false"; another text leaves it alone.
 void setStated(const DOMElement& element, const XMLCh* name, PlXFormat& format,
@@ -159,9 +171,9 @@ void BaseTemplate::importFormat(PlXFormat& format, const DOMElement* element) {
     const ChartString name(attributes->item(0)->getNodeName());
     format.SetAttribute(name.xc_str(), nullptr);
   }
-  format.importAttributes(element);
+  importKnownAttributes(format, *element);
   format.removeUnitRules();
   if (const DOMElement* rule = firstDescendant(element, PlXUnitRule::_UTF_unitRule)) {
-    format.addUnitRule()->importAttributes(rule);
+    importKnownAttributes(*format.addUnitRule(), *rule);
   }
 }

@@ -47,7 +47,7 @@ printf '%s\n' "$prefix"/include/chartxml/*.h |
 
 # Each name is, or is a member of, what a header marks; its type, constant or template may be part of
 # a longer text.
-marked=$(grep -rohP 'CHARTXML_API [^;({]*?\K\w+(?=\(| :| {|$)' "$prefix/include" | sort -u | paste -sd '|')
+marked=$(grep -rohP 'CHARTXML_API [^;({]*?\K\w+(?=\(| :| {|;|$)' "$prefix/include" | sort -u | paste -sd '|')
 if nm -DC --defined-only "$libdir/libchartxml.so" | cut -c 20- | grep -vE "(^|[ *&])($marked)(\(|::|\$)"
 then
   echo "exported, but in no header" >&2
