@@ -16,6 +16,7 @@
 #include "charttransformer.h"
 #include "facstdictionary.h"
 #include "formatter.h"
+#include "framepacker.h"
 #include "pathfactory.h"
 #include "plxaesthetics.h"
 #include "plxaxis.h"
