@@ -23,6 +23,7 @@ constexpr Verb verbs[] = {
     {"explain", "show what a template asks for and what is passed over", explainHelp, runExplain},
     {"info", "show what is in a chart", infoHelp, runInfo},
     {"merge", "put a chart and its data together", mergeHelp, runMerge},
+    {"pack", "give frames their default places, and draw the page", packHelp, runPack},
     {"separate", "take a chart and its data apart", separateHelp, runSeparate},
     {"tree", "set how a tree model is shown", treeHelp, runTree},
     {"validate", "list every problem of a chart", validateHelp, runValidate},

@@ -7,6 +7,7 @@
 
 #include <chartxml/chartxml.h>
 
+#include "charttexts.h"
 #include "commandline.h"
 #include "files.h"
 #include "problems.h"
@@ -31,23 +32,8 @@ const char infoHelp[] =
 
 namespace {
 
-std::string utf8(const XMLCh* text) {
-  return ChartString(text).toUTF8();
-}
-
 std::string tagOf(const PlXBaseElement& object) {
   return utf8(object.getImplementation()->getLocalName());
-}
-
-// Items with `separator` between those that aren't empty.
-std::string joined(const std::vector<std::string>& items, char separator = ',') {
-  std::string result;
-  for (const std::string& item : items) {
-    if (item.empty()) continue;
-    if (!result.empty()) result += separator;
-    result += item;
-  }
-  return result;
 }
 
 template <class T>
@@ -61,33 +47,6 @@ std::string refsOf(const std::vector<PlXVariableReference*>& references) {
   std::vector<std::string> ids;
   for (const auto* reference : references) ids.push_back(utf8(reference->GetAttribute(u"ref")));
   return joined(ids);
-}
-
-// The texts of a label as a reader sees them, with computed values by their names in braces.
-std::string labelText(const CTLabelType* label) {
-  std::string result;
-  if (!label) return result;
-  DOMElement* child = label->getImplementation()->getFirstElementChild();
-  for (; child; child = child->getNextElementSibling()) {
-    const PlXBaseElement* object = label->objectOf(child);
-    if (const auto* text = dynamic_cast<const PlXText*>(object)) {
-      result += utf8(text->getText());
-    } else if (const auto* group = dynamic_cast<const PlXDescriptionGroup*>(object)) {
-      for (const auto* description : group->getDescriptions()) {
-        result += '{' + utf8(description->GetAttribute(u"name")) + '}';
-      }
-    }
-  }
-  return result;
-}
-
-// "10%", "content", "attach:title:5pt"
-std::string placeText(const PlXLocation& location) {
-  const std::string method = utf8(location.GetAttribute(u"method"));
-  const std::string max = utf8(location.getMax());
-  return joined({method == "fixed" ? "" : method, utf8(location.GetAttribute(u"target")),
-                 utf8(location.getValue()), max.empty() ? "" : "max:" + max},
-                ':');
 }
 
 // One line about a thing.

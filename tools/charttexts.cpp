@@ -1,0 +1,46 @@
+#include "charttexts.h"
+
+#include <xercesc/dom/DOM.hpp>
+
+#include <chartxml/chartxml.h>
+
+using namespace xercesc;
+
+std::string utf8(const XMLCh* text) {
+  return ChartString(text).toUTF8();
+}
+
+std::string joined(const std::vector<std::string>& items, char separator) {
+  std::string result;
+  for (const std::string& item : items) {
+    if (item.empty()) continue;
+    if (!result.empty()) result += separator;
+    result += item;
+  }
+  return result;
+}
+
+std::string labelText(const CTLabelType* label) {
+  std::string result;
+  if (!label) return result;
+  DOMElement* child = label->getImplementation()->getFirstElementChild();
+  for (; child; child = child->getNextElementSibling()) {
+    const PlXBaseElement* object = label->objectOf(child);
+    if (const auto* text = dynamic_cast<const PlXText*>(object)) {
+      result += utf8(text->getText());
+    } else if (const auto* group = dynamic_cast<const PlXDescriptionGroup*>(object)) {
+      for (const auto* description : group->getDescriptions()) {
+        result += '{' + utf8(description->GetAttribute(u"name")) + '}';
+      }
+    }
+  }
+  return result;
+}
+
+std::string placeText(const PlXLocation& location) {
+  const std::string method = utf8(location.GetAttribute(u"method"));
+  const std::string max = utf8(location.getMax());
+  return joined({method == "fixed" ? "" : method, utf8(location.GetAttribute(u"target")),
+                 utf8(location.getValue()), max.empty() ? "" : "max:" + max},
+                ':');
+}

@@ -1,0 +1,25 @@
+// Texts out of a chart, as verbs write them.
+#ifndef CHARTXML_TOOLS_CHARTTEXTS_H
+#define CHARTXML_TOOLS_CHARTTEXTS_H
+
+#include <string>
+#include <vector>
+
+#include <xercesc/util/XercesDefs.hpp>
+
+class CTLabelType;
+class PlXLocation;
+
+std::string utf8(const XMLCh* text);
+
+// Items with `separator` between those that aren't empty.
+std::string joined(const std::vector<std::string>& items, char separator = ',');
+
+// The texts of a label as a reader sees them, with computed values by their names in braces; empty
+// for null.
+std::string labelText(const CTLabelType* label);
+
+// What fixes a part of a frame: "10%", "content", "attach:title:5pt".
+std::string placeText(const PlXLocation& location);
+
+#endif
