@@ -58,7 +58,7 @@ std::string chartOf(const std::string& frames) {
       body += "</container>";
       continue;
     }
-    const std::string tag = tags.at(word[0]);
+    const std::string& tag = tags.at(word[0]);
     const std::size_t end = word.find_first_of("(*!");
     body += '<' + tag + " id='" + word.substr(1, end - 1) + "'>";
     if (word.find('*') != word.npos) body += "<location part='left' value='7%'/>";

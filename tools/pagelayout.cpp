@@ -121,7 +121,7 @@ class FrameReader {
       const DOMNode* attribute = attributes->item(i);
       if (XMLString::equals(attribute->getNodeName(), PlXUni::_id)) continue;
       std::string& roles = roles_[utf8(attribute->getNodeValue())];
-      roles = joined({roles, utf8(attribute->getNodeName())});
+      roles += (roles.empty() ? "" : ",") + utf8(attribute->getNodeName());
     }
   }
 
