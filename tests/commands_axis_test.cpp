@@ -381,6 +381,10 @@ TEST(AxisCommands, MakeAndStyleTicks) {
   | {<majorTicks labelFrequency='3'/>}
 {<majorTicks/>} | <setTickLabelFrequency role='x' labelFrequency='0'/>
   | {<majorTicks labelFrequency='1'/>}
+{<majorTicks/>} | <setTickLabelFrequency role='x' labelFrequency='-2'/>
+  | {<majorTicks labelFrequency='-2'/>}
+{<majorTicks/>} | <setTickLabelFrequency role='x' labelFrequency='4294967298'/>
+  | {<majorTicks/>}
 )");
 }
 
