@@ -56,12 +56,12 @@ class CHARTXML_API PlXBaseElement {
 
   // The text of any attribute as it stands; empty when there is none.
   const XMLCh* GetAttribute(const XMLCh* name) const;
-  // Writes any attribute as it stands; a null value removes it. False, and nothing changed, when
-  // `name` is no XML name.
+  // Writes any attribute as it stands; a null value removes it, and an empty one removes an
+  // identifier. False, and nothing changed, when `name` is no XML name.
   bool SetAttribute(const XMLCh* name, const XMLCh* value);
-  // Copies all attributes of a template element onto this object's element, over those of the same
-  // name. An identifier that another element has isn't copied, so that each stays unique. Null, or
-  // a node that is no element, changes nothing.
+  // Copies the attributes of a template element onto this object's element, over those of the same
+  // name, but for those with a namespace and an identifier that is empty, holds blanks or is
+  // another element's. Null, or a node that is no element, changes nothing.
   void importAttributes(const xercesc::DOMNode* node);
 
   // By the identifiers of the whole document. Null when there is none.
@@ -126,6 +126,8 @@ class CHARTXML_API PlXBaseElement {
   friend class ModelStore;
 
   xercesc::DOMElement* firstChild(const XMLCh* tag) const;
+  // Whether this element may have it for its identifier.
+  bool isFreeId(const XMLCh* id) const;
   PlXBaseElement* addChild(const XMLCh* tag, const XMLCh* id);
   void setAttribute(const XMLCh* name, const XMLCh* value);
   PlXBaseElement* linked(const XMLCh* name) const;

@@ -1,5 +1,7 @@
 #include "plxbaseelement.h"
 
+#include <string_view>
+
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/util/XMLChar.hpp>
 #include <xercesc/util/XMLString.hpp>
@@ -72,10 +74,13 @@ void PlXBaseElement::importAttributes(const DOMNode* node) {
   if (!attributes) return;
   for (XMLSize_t i = 0; i < attributes->getLength(); ++i) {
     const DOMNode* attribute = attributes->item(i);
-    const bool isId = XMLString::equals(attribute->getNodeName(), idName);
-    const DOMElement* holder = isId ? getElementById(attribute->getNodeValue()) : nullptr;
-    if (holder && holder != element_) continue;
-    setAttribute(attribute->getNodeName(), attribute->getNodeValue());
+    const XMLCh* name = attribute->getNodeName();
+    const XMLCh* value = attribute->getNodeValue();
+    // Declarations and prefixes mean nothing, or something else, outside of the template.
+    const XMLCh* space = attribute->getNamespaceURI();
+    if (space && *space) continue;
+    if (XMLString::equals(name, idName) && !isFreeId(value)) continue;
+    setAttribute(name, value);
   }
 }
 
@@ -84,6 +89,13 @@ DOMElement* PlXBaseElement::getElementById(const XMLCh* id) const {
   const DOMDocument* document =
       visualization_ ? visualization_->store().document() : element_->getOwnerDocument();
   return document->getElementById(id);
+}
+
+bool PlXBaseElement::isFreeId(const XMLCh* id) const {
+  const std::u16string_view text(id);
+  if (text.empty() || text.find_first_of(u" \t\r\n") != text.npos) return false;
+  const DOMElement* holder = getElementById(id);
+  return !holder || holder == element_;
 }
 
 bool PlXBaseElement::doesIdExist(const XMLCh* id) const {
