@@ -59,6 +59,8 @@ TEST(ImportFormat, MergesOrReplaces) {
 <format id='f' prefix='a'><relabel to='b'/><unitRule from='1'/><unitRule from='2'/></format>
   | <format showEra='true' own='c'><other><unitRule suffix='K'/></other><unitRule/></format>
   | <format showEra='true'><relabel to='b'/><unitRule suffix='K'/></format>
+<format/> | <format id=' f'><unitRule id='' from='1' own='x'/></format>
+  | <format><unitRule from='1'/></format>
 <format prefix='a'><unitRule/></format> | <format/> | <format/>
 <format baseFormat='duration' prefix='a'/> | <dateTimeFormat suffix='b'/>
   | <format baseFormat='duration' suffix='b'/>

@@ -202,17 +202,21 @@ TEST(EveryCommand, DoesNoHarm) {
   }
 }
 
-TEST(HouseStyle, FitsEveryExample) {
+TEST(ExampleTemplates, FitEveryExample) {
   const ChartBase holder;
-  const std::string style = readFile(CHARTXML_EXAMPLES "/templates/house-style.xml");
-  for (const std::string& file : exampleFiles()) {
-    ChartTransformer chart(readFile(file));
-    const std::string before = chart.getEntireXML(nullptr);
-    EXPECT_TRUE(chart.applyTemplate(style)) << file;
-    // Most commands pass over graphs in containers.
-    const bool isReached = !EditedChart(before).chart().getGraphs().empty();
-    EXPECT_TRUE(!isReached || chart.getEntireXML(nullptr) != before) << file;
-    expectSound(chart.getEntireXML(nullptr), file);
+  for (const std::string& file : xmlFiles(CHARTXML_EXAMPLES "/templates")) {
+    const std::string text = readFile(file);
+    const bool isForAll = file.ends_with("house-style.xml");
+    for (const std::string& example : exampleFiles()) {
+      ChartTransformer chart(readFile(example));
+      const std::string before = chart.getEntireXML(nullptr);
+      EXPECT_TRUE(chart.applyTemplate(text)) << file << " on " << example;
+      const std::string after = chart.getEntireXML(nullptr);
+      expectSound(after, file + " on " + example);
+      // Most commands pass over graphs in containers.
+      const bool isReached = !EditedChart(before).chart().getGraphs().empty();
+      EXPECT_TRUE(!isForAll || !isReached || after != before) << example;
+    }
   }
 }
 

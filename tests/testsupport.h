@@ -30,13 +30,18 @@ inline std::string readFile(const std::filesystem::path& path) {
   return content.str();
 }
 
-inline std::vector<std::string> exampleFiles() {
+// In a folder, but not below it.
+inline std::vector<std::string> xmlFiles(const std::string& folder) {
   std::vector<std::string> files;
-  for (const auto& entry : std::filesystem::directory_iterator(CHARTXML_EXAMPLES)) {
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
     if (entry.path().extension() == ".xml") files.push_back(entry.path());
   }
   std::sort(files.begin(), files.end());
   return files;
+}
+
+inline std::vector<std::string> exampleFiles() {
+  return xmlFiles(CHARTXML_EXAMPLES);
 }
 
 // Sets the variables of the log and the dumps for its scope, over a new folder that goes with it.
