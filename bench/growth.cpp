@@ -7,6 +7,7 @@
 
 #include "charts.h"
 #include "charttransformer.h"
+#include "framepacker.h"
 #include "measures.h"
 #include "model.h"
 #include "plxelements.h"
@@ -165,6 +166,20 @@ void addRemoving() {
   });
 }
 
+// No more frames than that: each role is a name, and the parser library looks names up in a table
+// of fixed size.
+void addPacking() {
+  measureGrowth("growth/packFrames", 300, [](int n) -> Run {
+    const auto model = std::make_shared<Model>(ChartSize{});
+    PlXExtensionVis* roles = model->root.addExtension();
+    for (int i = 1; i <= n; ++i) {
+      roles->setLegend(i, *model->root.addLegend(numbered(u"legend", i).xc_str()));
+      roles->setKey(*model->root.addLabelFrame(numbered(u"key", i).xc_str()), i);
+    }
+    return [model] { FramePacker().packFrames(model->root, nullptr); };
+  });
+}
+
 }  // namespace
 
 void addGrowth() {
@@ -176,4 +191,5 @@ void addGrowth() {
   addReleasing();
   addLinking();
   addRemoving();
+  addPacking();
 }
