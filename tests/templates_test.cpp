@@ -130,6 +130,35 @@ TEST(Template, GoesOnWhenACommandThrows) {
   }
 }
 
+template <int kind>
+std::unique_ptr<BaseTemplate> failingCommand(const PlXVisualization*, PlXVisualization&,
+                                             const DOMElement*) {
+  if (kind == 0) XMLString::parseInt(u"no number");  // throws an XMLException
+  if (kind == 1) throw DOMException(DOMException::NOT_FOUND_ERR);
+  throw 1;
+}
+
+TEST(Template, TellsCommandsThatCantBeMade) {
+  EditedChart chart("");
+  const Command table[] = {{u"a", "", &failingCommand<0>},
+                           {u"b", "", &failingCommand<1>},
+                           {u"c", "", &failingCommand<2>},
+                           {u"d", "", commands()[0].make}};
+  const LogFolder folder;
+  const auto process = [&](const char* elements) {
+    const Fragment fragment(elements);
+    return ApplyTemplate().process(nullptr, chart.chart(), fragment.root(), table);
+  };
+  EXPECT_FALSE(process("<a/>"));
+  EXPECT_TRUE(entries(folder).starts_with("Error -- XML: ")) << entries(folder);
+  EXPECT_THROW(process("<b/><d/>"), DOMException);
+  EXPECT_THROW(process("<c/><d/>"), ChartException);
+  EXPECT_TRUE(entries(folder).ends_with(
+      "Error -- ChartXML: Fatal Error occurred while applying template command: <c/> at file "
+      "src/templates/applytemplate.cpp\n"))
+      << entries(folder);
+}
+
 TEST(Template, AnswersForItsLastCommands) {
   EditedChart chart("");
   const std::pair<const char*, bool> cases[] = {{"", true},

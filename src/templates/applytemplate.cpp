@@ -41,6 +41,13 @@ ChartException stopping(const DOMElement* element, unsigned line) {
   return e;
 }
 
+const Command* rowOf(std::span<const Command> table, const XMLCh* element) {
+  for (const Command& command : table) {
+    if (XMLString::equals(command.element, element)) return &command;
+  }
+  return nullptr;
+}
+
 enum class Outcome { True, False, Failed, Stopped };
 
 Outcome run(BaseTemplate& command) {
@@ -57,9 +64,9 @@ Outcome run(BaseTemplate& command) {
 
 // Failed also for an element that is no command.
 Outcome dispatch(const PlXVisualization* source, PlXVisualization& target,
-                 const DOMElement* element) {
+                 const DOMElement* element, std::span<const Command> table) {
   try {
-    const Command* command = commandNamed(element->getTagName());
+    const Command* command = rowOf(table, element->getTagName());
     if (command) return run(*command->make(source, target, element));
     ChartErrorHandler().error(ChartException(
         "Unsupported Template element encountered (" + printed(element) + ")", __FILE__, __LINE__));
@@ -82,14 +89,16 @@ std::span<const Command> commands() {
 }
 
 const Command* commandNamed(const XMLCh* element) {
-  for (const Command& command : allCommands) {
-    if (XMLString::equals(command.element, element)) return &command;
-  }
-  return nullptr;
+  return rowOf(allCommands, element);
 }
 
 bool ApplyTemplate::process(const PlXVisualization* source, PlXVisualization& target,
                             DOMElement* root) {
+  return process(source, target, root, allCommands);
+}
+
+bool ApplyTemplate::process(const PlXVisualization* source, PlXVisualization& target,
+                            DOMElement* root, std::span<const Command> table) {
   passedOver_.clear();
   if (!root) return false;
   bool answer = true;
@@ -99,7 +108,7 @@ bool ApplyTemplate::process(const PlXVisualization* source, PlXVisualization& ta
     const auto* element = static_cast<const DOMElement*>(child);
     // There already while it runs: what stops the run may be thrown.
     passedOver_.push_back(position++);
-    switch (dispatch(source, target, element)) {
+    switch (dispatch(source, target, element, table)) {
       case Outcome::True:
         passedOver_.pop_back();
         answer = true;

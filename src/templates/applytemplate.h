@@ -3,6 +3,7 @@
 #define CHARTXML_APPLYTEMPLATE_H
 
 #include <cstddef>
+#include <span>
 #include <vector>
 
 #include <xercesc/util/XercesDefs.hpp>
@@ -12,6 +13,7 @@ class DOMElement;
 XERCES_CPP_NAMESPACE_END
 
 class PlXVisualization;
+struct Command;
 
 class ApplyTemplate {
  public:
@@ -20,6 +22,9 @@ class ApplyTemplate {
   // none. A command that fails is passed over, and an element that is no command is reported. What
   // stops the run is thrown: a ChartException that has been reported, or a DOMException.
   bool process(const PlXVisualization* source, PlXVisualization& target, xercesc::DOMElement* root);
+  // The same with commands of the caller's own.
+  bool process(const PlXVisualization* source, PlXVisualization& target, xercesc::DOMElement* root,
+               std::span<const Command> table);
   // What the last run passed over, as ChartTemplate tells it.
   const std::vector<std::size_t>& getPassedOver() const { return passedOver_; }
 
