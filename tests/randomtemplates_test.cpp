@@ -46,7 +46,7 @@ std::string escaped(const std::string& text) {
 class Generator {
  public:
   // `ids` are those of the chart.
-  Generator(const CommandSchema& schema, std::vector<std::string> ids, unsigned seed)
+  Generator(const CommandSchema& schema, std::vector<std::string> ids, std::seed_seq seed)
       : schema_(schema), ids_(std::move(ids)), random_(seed) {}
 
   std::string commandsOf(const std::vector<std::string>& names) {
@@ -150,7 +150,7 @@ TEST(RandomTemplates, DoNoHarm) {
     ChartTransformer chart(text);
     const std::vector<std::string> ids = idsOf(chart.getXML(nullptr));
     for (unsigned end = std::min(i + templatesOfAChart, count); i < end; ++i) {
-      Generator generator(schema, ids, seed + i);
+      Generator generator(schema, ids, {seed, i});
       const bool isStyleOnly = generator.chance(25);
       const std::string commands = generator.commandsOf(isStyleOnly ? styling : all);
       expectHarmless(chart, commands, isStyleOnly);

@@ -154,12 +154,17 @@ PlXStyle* BaseTemplate::addStyle(PlXBaseElement& element, const XMLCh* id) {
   const ChartString styleId = id && *id ? ChartString(id) : CreateUniqueId(PlXUni::_style);
   if (PlXStyle* style = element.getStyleById(styleId.xc_str())) return style;
   PlXStyle* container = element.getStyleById(ChartBase::_container);
+  // What isn't a style may have the id, in a damaged chart; ids stay unique all the same.
+  const auto setFreeId = [&](PlXStyle& style, const ChartString& wanted) {
+    const bool isTaken = style.doesIdExist(wanted.xc_str());
+    style.setId((isTaken ? CreateUniqueId(wanted) : wanted).xc_str());
+  };
   if (!container) {
     container = element.getVisualization()->addStyle();
-    container->setId(ChartBase::_container);
+    setFreeId(*container, ChartBase::_container);
   }
   PlXStyle* style = container->addStyle();
-  style->setId(styleId.xc_str());
+  setFreeId(*style, styleId);
   return style;
 }
 
