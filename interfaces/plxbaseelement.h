@@ -32,13 +32,11 @@ class PlXVisualization;
 // - `addX()` creates a child at its canonical place and answers the new object, which is never
 //   null. With an id, the new element has that id.
 // - `setX(text)` with null removes the property, and so does an enumerator of 0 that the dialect
-// has
-//   no word for; any other without a word is passed over.
+//   has no word for; any other without a word is passed over.
 // - `setX(object)` stores a link: an attribute with the object's id. An object without an id is
 //   given one. A link whose target isn't in the document, or is no such object, reads as null.
 // - `removeX()` of what isn't there does nothing. Links to a removed object go with it, but for
-// those
-//   that plain DOM calls have written since the first removal.
+//   those that plain DOM calls have written since the first removal.
 // - `isXPresent()` tells whether the property is stated on this object's own element.
 //
 // An object made directly on an element is a temporary view that the caller owns.

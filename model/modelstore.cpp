@@ -21,9 +21,9 @@ const XMLCh idName[] = u"id";
 // as the table once was if that has been emptied.
 char ballast;
 
-// The stores that know of taken numbers, by their documents: several may be over one, and elements
-// are edited through views that belong to none of them.
-std::unordered_multimap<const DOMDocument*, ModelStore*> numberingStores;
+// All stores, by their documents: several may be over one, and elements are edited through views
+// that belong to none of them.
+std::unordered_multimap<const DOMDocument*, ModelStore*> allStores;
 
 // What is nearer is looked at each time, so that edits by DOM operations count; farther away the
 // store goes by what it remembers, so that loops over large charts take linear time.
@@ -69,13 +69,14 @@ class ModelStore::ReleaseWatch : public DOMUserDataHandler {
 ModelStore::ModelStore(PlXVisualization& owner)
     : owner_(owner),
       document_(owner.getImplementation() ? owner.getImplementation()->getOwnerDocument()
-                                          : nullptr) {}
+                                          : nullptr) {
+  allStores.emplace(document_, this);
+}
 
 ModelStore::~ModelStore() {
-  const auto [first, last] = numberingStores.equal_range(numberedDocument_);
-  const auto own =
-      std::find_if(first, last, [this](const auto& each) { return each.second == this; });
-  if (own != last) numberingStores.erase(own);
+  const auto [first, last] = allStores.equal_range(document_);
+  allStores.erase(
+      std::find_if(first, last, [this](const auto& each) { return each.second == this; }));
   if (endsWithDocument_) return;
   std::size_t freed = 0;
   for (const auto& object : objects_) {
@@ -232,10 +233,6 @@ void ModelStore::removeLinks(const std::u16string& id) {
 }
 
 std::u16string ModelStore::firstFreeId(const XMLCh* stem) {
-  if (!numberedDocument_ && owner_.getImplementation()) {
-    numberedDocument_ = owner_.getImplementation()->getOwnerDocument();
-    numberingStores.emplace(numberedDocument_, this);
-  }
   Numbers& numbers = numbers_[stem];
   std::u16string id;
   const auto isFree = [&](unsigned long number) {
@@ -278,6 +275,6 @@ void withdrawId(DOMElement* element) {
   const DOMAttr* id = element->getAttributeNode(idName);
   if (!id || !id->isId()) return;
   element->setIdAttribute(idName, false);
-  const auto [first, last] = numberingStores.equal_range(element->getOwnerDocument());
+  const auto [first, last] = allStores.equal_range(element->getOwnerDocument());
   for (auto store = first; store != last; ++store) store->second->noteFreeId(attributeText(*id));
 }

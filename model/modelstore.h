@@ -97,7 +97,6 @@ class ModelStore {
     std::set<unsigned long> freed;
   };
   std::unordered_map<std::u16string, Numbers> numbers_;
-  const xercesc::DOMDocument* numberedDocument_ = nullptr;  // null while no number was asked for
   // The child that insert() last wrote for a parent and a rank, where that isn't near the end.
   std::map<std::pair<const xercesc::DOMElement*, unsigned>, const PlXBaseElement*> lastChildren_;
 };

@@ -10,7 +10,6 @@
 
 #include "chartdump.h"
 #include "charterrorhandler.h"
-#include "chartexception.h"
 #include "chartparser.h"
 #include "domwalk.h"
 #include "grammarpool.h"
@@ -18,6 +17,7 @@
 #include "placeholders.h"
 #include "plxframes.h"
 #include "plxuni.h"
+#include "report.h"
 #include "tavogotocaller.h"
 
 using namespace xercesc;
@@ -35,10 +35,6 @@ const XMLCh olderSchemaLocation[] =
 constexpr const char* sourceName = "ChartBase";
 
 constexpr double systemMissing = -1.7976931348623157e308;
-
-void report(const ChartString& message, unsigned line) {
-  ChartErrorHandler().error(ChartException(message.toUTF8(), __FILE__, line));
-}
 
 ChartString textOf(const XMLCh* text) {
   return ChartString(text);
@@ -61,7 +57,7 @@ DOMElement* elementWithAttribute(DOMNode* root, const XMLCh* tag, const XMLCh* a
 // Reports and dumps a text whose parse has failed.
 void reportParse(const std::string& text, const char* message, unsigned line) {
   ChartBase::printString(text, "parseError_", ".xml", 0, ChartBase::PRINT_PARSE_ERROR);
-  report(message, line);
+  report(message, __FILE__, line);
 }
 
 // Starts the parser library for a scope.
@@ -157,7 +153,7 @@ bool ChartBase::mergeAttributes(const DOMElement* from, DOMElement* to) {
 int ChartBase::AddAttributeDoc(DOMDocument* doc, DOMElement* element, const XMLCh* name,
                                const XMLCh* value) {
   if (!value) {
-    report(textOf(u"attribute value is empty for name ").append(name), __LINE__);
+    report(textOf(u"attribute value is empty for name ").append(name).toUTF8(), __FILE__, __LINE__);
     return -1;
   }
   DOMAttr* attribute = nullptr;
@@ -167,8 +163,9 @@ int ChartBase::AddAttributeDoc(DOMDocument* doc, DOMElement* element, const XMLC
     // No XML name: told below.
   }
   if (!attribute) {
-    report(textOf(u"attribute name does not exist ").append(name).append(u" ").append(value),
-           __LINE__);
+    report(
+        textOf(u"attribute name does not exist ").append(name).append(u" ").append(value).toUTF8(),
+        __FILE__, __LINE__);
     return -1;
   }
   attribute->setValue(value);
@@ -275,8 +272,9 @@ DOMElement* ChartBase::getElementWithAttribute(const XMLCh* tag, const XMLCh* at
 bool ChartBase::AddID(DOMElement* element, const XMLCh* id) {
   if (!element || !document_) return false;
   if (!id || !*id) {
-    report(textOf(u"ID name attribute is empty for element ").append(element->getNodeName()),
-           __LINE__);
+    report(
+        textOf(u"ID name attribute is empty for element ").append(element->getNodeName()).toUTF8(),
+        __FILE__, __LINE__);
     return false;
   }
   if (element->getOwnerDocument()->getElementById(id)) {
@@ -284,8 +282,9 @@ bool ChartBase::AddID(DOMElement* element, const XMLCh* id) {
                .append(id)
                .append(u" ")
                .append(element->getNodeName())
-               .append(u")"),
-           __LINE__);
+               .append(u")")
+               .toUTF8(),
+           __FILE__, __LINE__);
   }
   DOMAttr* attribute = document_->createAttribute(PlXUni::_id);
   if (!attribute) return false;

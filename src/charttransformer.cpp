@@ -8,14 +8,13 @@
 
 #include <xercesc/dom/DOM.hpp>
 
-#include "charterrorhandler.h"
-#include "chartexception.h"
 #include "dialect.h"
 #include "domwalk.h"
 #include "modelstore.h"
 #include "plxframes.h"
 #include "plxsources.h"
 #include "plxuni.h"
+#include "report.h"
 #include "tavogotocaller.h"
 #include "textbuffer.h"
 #include "xmldatahandler.h"
@@ -31,10 +30,6 @@ struct Release {
   void operator()(DOMDocument* document) const { document->release(); }
 };
 using OwnedDocument = std::unique_ptr<DOMDocument, Release>;
-
-void report(const char* message, unsigned line) {
-  ChartErrorHandler().error(ChartException(message, __FILE__, line));
-}
 
 template <class Source>
 void append(std::vector<DOMElement*>& sources, const std::vector<Source*>& objects) {
@@ -147,7 +142,7 @@ ChartTransformer::ChartTransformer(const std::string& compressedChart,
   } catch (const TavoGoToCaller&) {
     throw;
   } catch (...) {
-    report("ChartTransformer ctor fatal error", __LINE__);
+    report("ChartTransformer ctor fatal error", __FILE__, __LINE__);
   }
 }
 
@@ -212,7 +207,7 @@ DOMDocument* ChartTransformer::readData(Owner owner) {
   } catch (const TavoGoToCaller&) {
     throw;
   } catch (...) {
-    report("getDataDocument fatal error", __LINE__);
+    report("getDataDocument fatal error", __FILE__, __LINE__);
     return nullptr;
   }
 }
@@ -235,7 +230,7 @@ std::string ChartTransformer::getEntireXML(const XMLCh* encoding) {
   } catch (const TavoGoToCaller&) {
     throw;
   } catch (...) {
-    report("getEntireXML fatal error", __LINE__);
+    report("getEntireXML fatal error", __FILE__, __LINE__);
     return {};
   }
 }
@@ -272,7 +267,7 @@ unsigned char* ChartTransformer::getCompressedDataStream(unsigned long& size) {
   } catch (const TavoGoToCaller&) {
     throw;
   } catch (...) {
-    report("getCompressedDataStream fatal error", __LINE__);
+    report("getCompressedDataStream fatal error", __FILE__, __LINE__);
     return nullptr;
   }
 }
@@ -284,7 +279,7 @@ std::string ChartTransformer::compressDocument(const DOMDocument* document) cons
   } catch (const TavoGoToCaller&) {
     throw;
   } catch (...) {
-    report("compressDocument fatal error", __LINE__);
+    report("compressDocument fatal error", __FILE__, __LINE__);
   }
   return result;
 }

@@ -35,9 +35,8 @@ class CHARTXML_API FramePacker {
   // Left alone are
   // - all frames of a chart whose getPreserveLocations() is true,
   // - with a `reference`, which is the chart as its author wrote it and may be null: text frames,
-  // the
-  //   container and the graph whose element of the same id there has locations in it that are all
-  //   fixed; for the graph one that its author specified counts as fixed,
+  //   the container and the graph, whose element of the same id there has locations in it that are
+  //   all fixed; for the graph one that its author specified counts as fixed,
   // - with a `reference`: legends and side frames of which one location in the chart itself is
   //   specified by the user.
   //

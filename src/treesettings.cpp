@@ -7,18 +7,16 @@
 
 #include <xercesc/dom/DOM.hpp>
 
-#include "charterrorhandler.h"
-#include "chartexception.h"
 #include "dialect.h"
+#include "domwalk.h"
+#include "report.h"
 #include "treetransformer.h"
 
 using namespace xercesc;
 
 namespace {
 
-void report(const char* message, unsigned line) {
-  ChartErrorHandler().error(ChartException(message, "TreeTransformer", line));
-}
+constexpr const char* sourceName = "TreeTransformer";
 
 const XMLCh rootName[] = u"displaySettings";
 const XMLCh chartColours[] = u"chartColors";
@@ -281,14 +279,14 @@ void TreeTransformer::setWord(const char* name, int index) {
 
 void TreeTransformer::setColours(const XMLCh* name, const std::vector<std::string>& colours) {
   DOMElement* list = obtainElement(name);
-  DOMElement* item = list->getFirstElementChild();
+  DOMElement* item = firstElement(list);
   for (const std::string& colour : colours) {
     while (item && !XMLString::equals(dialect::localName(item), colourItem)) {
-      item = item->getNextElementSibling();
+      item = nextElement(item);
     }
     DOMElement* changed = item ? item : addElement(list, colourItem);
     changed->setAttribute(u"value", wide(colour).xc_str());
-    if (item) item = item->getNextElementSibling();
+    if (item) item = nextElement(item);
   }
 }
 
@@ -324,13 +322,13 @@ void TreeTransformer::applyColors(ColorIds id, const std::vector<std::string>& c
 
 void TreeTransformer::SetOutputLocale(const std::string& language, const std::string& country) {
   if (!setSetting("locale", placeText(language, country))) {
-    report("SetOutputLocale fatal error", __LINE__);
+    report("SetOutputLocale fatal error", sourceName, __LINE__);
   }
 }
 
 void TreeTransformer::SetOutputLanguage(const std::string& language, const std::string& country) {
   if (!setSetting("language", placeText(language, country))) {
-    report("SetOutputLanguage fatal error", __LINE__);
+    report("SetOutputLanguage fatal error", sourceName, __LINE__);
   }
 }
 
@@ -339,9 +337,9 @@ void TreeTransformer::SetOutputLanguage(const std::string& language, const std::
 void TreeTransformer::addTargetDateFormat(const std::string& name, long width, long precision) {
   DOMElement* parent = GetStatFormatElement();
   if (!parent) return;
-  DOMElement* element = parent->getFirstElementChild();
+  DOMElement* element = firstElement(parent);
   while (element && XMLString::compareIString(dialect::localName(element), dateFormat) != 0) {
-    element = element->getNextElementSibling();
+    element = nextElement(element);
   }
   setDateFormat(element ? element : addElement(parent, dateFormat), name, width, precision);
 }

@@ -2,10 +2,9 @@
 
 #include <xercesc/dom/DOM.hpp>
 
-#include "charterrorhandler.h"
-#include "chartexception.h"
 #include "chartparser.h"
 #include "grammarpool.h"
+#include "report.h"
 #include "tavogotocaller.h"
 #include "xmlwriter.h"
 #include "zlib1211tavo.h"
@@ -18,10 +17,6 @@ namespace {
 
 constexpr const char* sourceName = "TreeTransformer";
 
-void report(const char* message, unsigned line) {
-  ChartErrorHandler().error(ChartException(message, sourceName, line));
-}
-
 // Does work whose exceptions end in a report.
 template <class Work>
 void guarded(const char* failure, unsigned line, Work work) {
@@ -30,7 +25,7 @@ void guarded(const char* failure, unsigned line, Work work) {
   } catch (const TavoGoToCaller&) {
     throw;
   } catch (...) {
-    report(failure, line);
+    report(failure, sourceName, line);
   }
 }
 
@@ -131,7 +126,7 @@ void TreeTransformer::openDisplay(const std::string& displayXml) {
 
 bool TreeTransformer::parse(const std::string& xml) {
   if (treeParser_ && treeParser_->parseText(xml, sourceName)) return true;
-  report("TreeTransformer::parseDocument() fatal error", __LINE__);
+  report("TreeTransformer::parseDocument() fatal error", sourceName, __LINE__);
   if (treeParser_) treeParser_->dropDocument();
   return false;
 }
@@ -146,7 +141,7 @@ TreeTransformer::OwnedDocument TreeTransformer::parseOwned(const std::string& xm
                                                            const XMLCh* root) {
   OwnedDocument document(parse(xml) ? treeParser_->adoptDocument() : nullptr);
   if (document && !XMLString::equals(document->getDocumentElement()->getLocalName(), root)) {
-    report("TreeTransformer::parseDocument() fatal error", __LINE__);
+    report("TreeTransformer::parseDocument() fatal error", sourceName, __LINE__);
     document.reset();
   }
   return document;

@@ -44,3 +44,16 @@ std::string placeText(const PlXLocation& location) {
                  utf8(location.getValue()), max.empty() ? "" : "max:" + max},
                 ':');
 }
+
+std::multimap<std::string, std::string> rolesOf(const PlXVisualization& chart) {
+  std::multimap<std::string, std::string> roles;
+  const PlXExtensionVis* record = chart.getExtension();
+  const DOMNamedNodeMap* attributes =
+      record ? record->getImplementation()->getAttributes() : nullptr;
+  for (XMLSize_t i = 0; attributes && i < attributes->getLength(); ++i) {
+    const DOMNode* attribute = attributes->item(i);
+    if (XMLString::equals(attribute->getNodeName(), PlXUni::_id)) continue;
+    roles.emplace(utf8(attribute->getNodeValue()), utf8(attribute->getNodeName()));
+  }
+  return roles;
+}

@@ -2,6 +2,7 @@
 #ifndef CHARTXML_TOOLS_CHARTTEXTS_H
 #define CHARTXML_TOOLS_CHARTTEXTS_H
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -9,6 +10,7 @@
 
 class CTLabelType;
 class PlXLocation;
+class PlXVisualization;
 
 std::string utf8(const XMLCh* text);
 
@@ -21,5 +23,8 @@ std::string labelText(const CTLabelType* label);
 
 // What fixes a part of a frame: "10%", "content", "attach:title:5pt".
 std::string placeText(const PlXLocation& location);
+
+// What the chart's extension record says that frames are, such as "title1", by the frames' ids.
+std::multimap<std::string, std::string> rolesOf(const PlXVisualization& chart);
 
 #endif

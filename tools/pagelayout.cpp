@@ -100,10 +100,9 @@ std::string partName(const PlXLocation& location) {
 // Reads the frames of a chart.
 class FrameReader {
  public:
-  explicit FrameReader(const PlXVisualization& chart) : chart_(chart) {}
+  explicit FrameReader(const PlXVisualization& chart) : chart_(chart), roles_(rolesOf(chart)) {}
 
   void read(PageLayout& layout, std::vector<Node>& nodes) {
-    readRoles();
     nodes.emplace_back();
     collect(layout, nodes);
     for (std::size_t i = 0; i < objects_.size(); ++i) {
@@ -113,18 +112,6 @@ class FrameReader {
   }
 
  private:
-  void readRoles() {
-    const PlXExtensionVis* record = chart_.getExtension();
-    const DOMNamedNodeMap* attributes =
-        record ? record->getImplementation()->getAttributes() : nullptr;
-    for (XMLSize_t i = 0; attributes && i < attributes->getLength(); ++i) {
-      const DOMNode* attribute = attributes->item(i);
-      if (XMLString::equals(attribute->getNodeName(), PlXUni::_id)) continue;
-      std::string& roles = roles_[utf8(attribute->getNodeValue())];
-      roles += (roles.empty() ? "" : ",") + utf8(attribute->getNodeName());
-    }
-  }
-
   // Goes down into containers alone, whose depth costs no stack.
   void collect(PageLayout& layout, std::vector<Node>& nodes) {
     frames_[&chart_] = page;
@@ -211,8 +198,10 @@ class FrameReader {
     box.id = utf8(object.GetAttribute(PlXUni::_id));
     box.text = textOf(object);
     box.depth = depth;
-    const auto role = roles_.find(box.id);
-    if (!box.id.empty() && role != roles_.end()) box.role = role->second;
+    const auto [first, last] = roles_.equal_range(box.id);
+    for (auto role = first; role != last && !box.id.empty(); ++role) {
+      box.role += (box.role.empty() ? "" : ",") + role->second;
+    }
     return box;
   }
 
@@ -259,7 +248,7 @@ class FrameReader {
   }
 
   const PlXVisualization& chart_;
-  std::unordered_map<std::string, std::string> roles_;             // by id
+  const std::multimap<std::string, std::string> roles_;
   std::unordered_map<const PlXBaseElement*, std::size_t> frames_;  // their nodes
   std::vector<const PlXBaseElement*> objects_;                     // in the order of the frames
 };

@@ -342,7 +342,9 @@ void convert(const Job& job) {
   } else {
     requireWritable(file, sources, store);
     result = documentOf(file, store);
-    if (job.isCompressed) zlib1211tavo::compressString(result, result);
+    if (job.isCompressed && !zlib1211tavo::compressString(result, result)) {
+      throw Failure(file + ": can't be compressed");
+    }
   }
   progress.say("");
   PendingFile(job.output, std::move(result)).commit();

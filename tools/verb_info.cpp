@@ -93,16 +93,7 @@ class Line {
 // Writes the lines of a chart: one function for each kind of thing.
 class Report {
  public:
-  explicit Report(PlXVisualization& chart) : chart_(chart) {
-    const PlXExtensionVis* record = chart.getExtension();
-    const DOMNamedNodeMap* attributes =
-        record ? record->getImplementation()->getAttributes() : nullptr;
-    for (XMLSize_t i = 0; attributes && i < attributes->getLength(); ++i) {
-      const DOMNode* attribute = attributes->item(i);
-      if (XMLString::equals(attribute->getNodeName(), PlXUni::_id)) continue;
-      roles_.emplace(attribute->getNodeValue(), utf8(attribute->getNodeName()));
-    }
-  }
+  explicit Report(PlXVisualization& chart) : chart_(chart), roles_(rolesOf(chart)) {}
 
   std::string textFor(const std::string& file) {
     DOMElement* root = chart_.getImplementation();
@@ -232,7 +223,7 @@ class Report {
 
   template <class Frame>
   void putFrameLine(const Frame& frame, std::size_t depth, const std::string& text) {
-    const auto [first, last] = roles_.equal_range(frame.getId());
+    const auto [first, last] = roles_.equal_range(utf8(frame.getId()));
     std::vector<std::string> roles;
     for (auto role = first; role != last; ++role) roles.push_back(role->second);
     Line(out_, depth, "frame", tagOf(frame))
@@ -370,7 +361,7 @@ class Report {
   }
 
   PlXVisualization& chart_;
-  std::multimap<ChartString, std::string> roles_;  // by the ids of the frames that have them
+  const std::multimap<std::string, std::string> roles_;  // by the ids of the frames that have them
   std::string out_;
 };
 

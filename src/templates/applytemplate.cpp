@@ -9,6 +9,7 @@
 #include "chartexception.h"
 #include "chartprinter.h"
 #include "commands.h"
+#include "report.h"
 #include "tavogotocaller.h"
 
 using namespace xercesc;
@@ -41,6 +42,7 @@ ChartException stopping(const DOMElement* element, unsigned line) {
   return e;
 }
 
+// Null for an element that is no command.
 const Command* rowOf(std::span<const Command> table, const XMLCh* element) {
   for (const Command& command : table) {
     if (XMLString::equals(command.element, element)) return &command;
@@ -68,8 +70,8 @@ Outcome dispatch(const PlXVisualization* source, PlXVisualization& target,
   try {
     const Command* command = rowOf(table, element->getTagName());
     if (command) return run(*command->make(source, target, element));
-    ChartErrorHandler().error(ChartException(
-        "Unsupported Template element encountered (" + printed(element) + ")", __FILE__, __LINE__));
+    report("Unsupported Template element encountered (" + printed(element) + ")", __FILE__,
+           __LINE__);
     return Outcome::Failed;
   } catch (const XMLException& e) {
     ChartErrorHandler().error(e);
@@ -86,10 +88,6 @@ Outcome dispatch(const PlXVisualization* source, PlXVisualization& target,
 
 std::span<const Command> commands() {
   return allCommands;
-}
-
-const Command* commandNamed(const XMLCh* element) {
-  return rowOf(allCommands, element);
 }
 
 bool ApplyTemplate::process(const PlXVisualization* source, PlXVisualization& target,

@@ -25,7 +25,5 @@ struct Command {
 };
 
 std::span<const Command> commands();
-// Null for a name that is none.
-const Command* commandNamed(const XMLCh* element);
 
 #endif

@@ -11,8 +11,6 @@
 #include "attributetext.h"
 #include "basetemplate.h"
 #include "chartbase.h"
-#include "charterrorhandler.h"
-#include "chartexception.h"
 #include "chartprinter.h"
 #include "chartstylevalue.h"
 #include "domwalk.h"
@@ -22,6 +20,7 @@
 #include "plxstatistics.h"
 #include "plxstyle.h"
 #include "plxuni.h"
+#include "report.h"
 #include "styleusers.h"
 
 using namespace xercesc;
@@ -512,8 +511,7 @@ void interpolate(BaseTemplate& base, const PlXVisualization* source, StyleUsers&
 void reportUnknownChild(const DOMElement& child) {
   std::ostringstream text;
   DOMPrinter().Print(&child, text, false);
-  ChartErrorHandler().error(ChartException(
-      "Unsupported style child encountered (" + text.str() + ")", __FILE__, __LINE__));
+  report("Unsupported style child encountered (" + text.str() + ")", __FILE__, __LINE__);
 }
 
 }  // namespace

@@ -1,9 +1,9 @@
-// Opens any bytes as a tree model, as a display document, as a template and as a setting: the first
-// byte tells where the one ends and the rest starts, in 256ths of what follows.
+// Opens any bytes as a tree model, as a display document, as a template and as a setting.
 #include <chartxml/chartxml.h>
 
-#include <cstdint>
 #include <cstdlib>
+
+#include "twoparts.h"
 
 namespace {
 
@@ -23,11 +23,7 @@ void requireStable(TreeTransformer& tree) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const ChartBase holder;  // schemas are read once
   zlib1211tavo::setInflateLimit(1 << 24);
-  if (size == 0) return 0;
-  const std::string rest(reinterpret_cast<const char*>(data) + 1, size - 1);
-  const std::size_t split = rest.size() * data[0] / 255;
-  const std::string first = rest.substr(0, split);
-  const std::string second = rest.substr(split);
+  const auto [first, second] = twoParts(data, size);
 
   TreeTransformer given(first, second);
   requireStable(given);
