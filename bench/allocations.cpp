@@ -33,6 +33,12 @@ std::size_t allocations::peak() {
   return highest;
 }
 
+std::size_t allocations::peakOf(const std::function<void()>& run) {
+  const std::size_t before = startPeak();
+  run();
+  return peak() - before;
+}
+
 // The forms for arrays come here too.
 void* operator new(std::size_t size) {
   void* block = allocated(size);

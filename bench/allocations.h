@@ -3,6 +3,7 @@
 #define CHARTXML_BENCH_ALLOCATIONS_H
 
 #include <cstddef>
+#include <functional>
 
 namespace allocations {
 
@@ -10,6 +11,8 @@ namespace allocations {
 std::size_t startPeak();
 // The most that was allocated since, in bytes.
 std::size_t peak();
+// The most that a run allocates beyond what is allocated when it starts, in bytes.
+std::size_t peakOf(const std::function<void()>& run);
 
 }  // namespace allocations
 

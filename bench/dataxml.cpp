@@ -1,17 +1,14 @@
 // Data documents: the ways between columns, text and stream against the bare conversion of the same
 // numbers, and what ten times as much costs.
-#include <zlib.h>
-
 #include <charconv>
-#include <cmath>
 #include <cstring>
 #include <memory>
 #include <random>
 #include <stdexcept>
 
 #include "allocations.h"
+#include "columns.h"
 #include "measures.h"
-#include "vardataprocessor.h"
 #include "xmldatahandler.h"
 #include "zlib1211tavo.h"
 
@@ -19,47 +16,7 @@ namespace {
 
 constexpr int runs = 9;
 
-using Store = std::shared_ptr<VarDataProcessor>;
 using Text = std::shared_ptr<const std::string>;
-
-enum class Kind { Mixed, Doubles };
-
-// Of mixed columns the numbers that a suite has: serial numbers, codes, prices, measured values,
-// seconds; one cell in a hundred is missing.
-double cellOf(Kind kind, int column, unsigned row, std::mt19937_64& random) {
-  std::uniform_real_distribution<double> real(0, 1000);
-  if (kind == Kind::Doubles) return std::exp(real(random) / 20) * real(random);
-  if (random() % 100 == 0) return VarDataProcessor::systemMissing;
-  switch (column % 5) {
-    case 0:
-      return 100'000.0 + row;
-    case 1:
-      return static_cast<double>(random() % 9);
-    case 2:
-      return std::floor(real(random) * 100) / 100;
-    case 3:
-      return real(random);
-    default:
-      return 13e9 + std::floor(86'400'000 * real(random));
-  }
-}
-
-Store storeOf(Kind kind, unsigned rows, int columns, int sources = 1) {
-  auto store = std::make_shared<VarDataProcessor>();
-  std::mt19937_64 random(1);
-  for (int source = 0; source < sources; ++source) {
-    const std::string name = "source" + std::to_string(source);
-    store->AddDataSource(name, rows);
-    for (int column = 0; column < columns; ++column) {
-      _varinfo info;
-      store->AddVariable(name, "variable" + std::to_string(column), &info);
-      for (unsigned row = 0; row < rows; ++row) {
-        store->SetVariableValue(&info, row, cellOf(kind, column, row, random));
-      }
-    }
-  }
-  return store;
-}
 
 Text textOf(VarDataProcessor& store) {
   std::string text;
@@ -125,12 +82,6 @@ std::shared_ptr<const std::string> bareStreamOf(const Stream& stream) {
   return std::make_shared<const std::string>(std::move(bare));
 }
 
-std::size_t peakOf(const Run& run) {
-  const std::size_t before = allocations::startPeak();
-  run();
-  return allocations::peak() - before;
-}
-
 // ---- measures
 
 void addSteps(const std::string& label, Kind kind, unsigned rows) {
@@ -181,12 +132,12 @@ void addWhole(const std::string& label, Kind kind, unsigned rows) {
   measureBytes("document/" + label + "/GetDataStream's peak, text and stream", 2.5, [=]() -> Sizes {
     const Text text = textOf(*storeOf(kind, rows, 8));
     const std::size_t length = text->size() + bareStreamOf(*streamOf(*text))->size();
-    return {text->size() + peakOf([&] { streamOf(*text); }), length};
+    return {text->size() + allocations::peakOf([&] { streamOf(*text); }), length};
   });
   measureBytes("document/" + label + "/GetXmlData's peak, text and stream", 2.5, [=]() -> Sizes {
     const Text text = textOf(*storeOf(kind, rows, 8));
     const auto stream = streamOf(*text);
-    const std::size_t peak = peakOf([&] {
+    const std::size_t peak = allocations::peakOf([&] {
       std::string again;
       XmlDataHandler(stream->bytes.get(), stream->size).GetXmlData(again, false);
     });

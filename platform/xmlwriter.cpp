@@ -140,7 +140,9 @@ class Writer {
     write(element.getNodeName(), Place::Raw);
     writeAttributes(*element.getAttributes());
     if (!element.hasChildNodes()) {
-      out_.append("/>");
+      // The scanner of data documents takes `<row/>` for none, and would lose a row whose only cell
+      // is missing.
+      out_.append(XMLString::equals(element.getNodeName(), u"row") ? "></row>" : "/>");
       return false;
     }
     out_.append('>');

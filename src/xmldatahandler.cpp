@@ -43,6 +43,10 @@ constexpr std::string_view entityOf(char c) {
   }
 }
 
+bool isForbidden(char c) {
+  return static_cast<unsigned char>(c) < 0x20 && c != '\t' && c != '\n' && c != '\r';
+}
+
 // Documents are UTF-8, in which no part of a longer character looks like markup: bytes are enough.
 std::string escaped(std::string_view text) {
   std::string result;
@@ -131,9 +135,17 @@ class CellWalk {
   }
 
  private:
-  static std::string cellText(std::string text) {
-    std::replace(text.begin(), text.end(), ';', ',');
-    return escaped(text);
+  // A character that no document can hold would make all of it unreadable.
+  static std::string cellText(std::string_view text) {
+    std::string result;
+    for (const char c : text) {
+      if (isForbidden(c)) {
+        result += "\xEF\xBF\xBD";
+      } else {
+        result += c == ';' ? ',' : c;
+      }
+    }
+    return escaped(result);
   }
 
   const std::vector<_tableentry>& pool_;

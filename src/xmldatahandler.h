@@ -32,7 +32,7 @@ class VarDataProcessor;
 // separates nothing. The id is taken and given as it stands between its quotes, which makes it the
 // same again after a round trip: a store whose source has '<', '&' or '"' in its name gives no
 // well-formed document. Likewise a ';' in the name of a variable makes two of it, and one in a text
-// becomes ','.
+// becomes ','. A control character in a text becomes U+FFFD, since XML has none.
 //
 // No stream comes of a text in which a source has no `<names>`, a row no `</row>` or a value no
 // name; of one with more than 65535 sources; and of one whose columns would take more memory than

@@ -189,6 +189,15 @@ TEST(Transformer, TakesAndGivesItsDataAsAStream) {
   ASSERT_NE(stream, "");
   EXPECT_EQ(streamOf(chart), stream);
 
+  // Rows whose only cell is missing keep their place.
+  ChartTransformer gaps(
+      chartText("<embeddedSource id=\"a\"><names>x</names><row>1</row><row></row><row>3</row>"
+                "</embeddedSource><graph id=\"g\"/>"));
+  const std::string gapStream = streamOf(gaps);
+  ChartTransformer gapsAgain(gaps.getCompressedXML(), bytesOf(gapStream), gapStream.size());
+  EXPECT_NE(gapsAgain.getEntireXML(nullptr).find("<row>1</row><row></row><row>3</row>"),
+            std::string::npos);
+
   ChartTransformer again(chart.getCompressedXML(), bytesOf(stream), stream.size());
   EXPECT_EQ(again.getXML(nullptr), chart.getXML(nullptr));
   EXPECT_NE(again.getDataDocument(), nullptr);

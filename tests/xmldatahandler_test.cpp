@@ -276,7 +276,7 @@ TEST(XmlData, WritesWhatAStoreHolds) {
   // The text wins, and a cell whose text is gone has its number.
   store.SetVariableValue(&text, 0, 7);
   store.SetStringVariableValue(&text, 0, "a;b");
-  store.SetStringVariableValue(&text, 2, "x<y & \"z\"");
+  store.SetStringVariableValue(&text, 2, "x<y & \"z\"\x01");
   store.SetVariableValue(&text, 3, 8);
   (*text.strings)[3] = VarDataProcessor::noText;
   store.SetVariableValue(&number, 1, 9223372036854775808.0);
@@ -289,7 +289,7 @@ TEST(XmlData, WritesWhatAStoreHolds) {
                      sourceText("rowless", "a", "string", {}) +
                      sourceText("texts", "n;t", "string;string",
                                 {";a,b", store.GetValueAsString("texts", "n", 1) + ";",
-                                 "-0.5;x&lt;y &amp; &quot;z&quot;", ";8"}) +
+                                 "-0.5;x&lt;y &amp; &quot;z&quot;\xEF\xBF\xBD", ";8"}) +
                      end);
   unsigned size = 0;
   const std::unique_ptr<unsigned char[]> stream(store.GetDataStream(size));
