@@ -205,16 +205,18 @@ void ModelStore::indexLinks() {
 }
 
 void ModelStore::remove(DOMElement* element) {
-  // Before anything changes, so that links within the subtree are known too.
-  indexLinks();
-  std::vector<std::u16string> removedIds;
+  std::vector<DOMElement*> withId;
   walkElements(element, [&](DOMElement* inner) {
-    if (const DOMAttr* id = inner->getAttributeNode(idName)) {
-      removedIds.emplace_back(attributeText(*id));
-    }
-    withdrawId(inner);
+    if (inner->getAttributeNode(idName)) withId.push_back(inner);
     return !holdsData(dialect::find(inner));
   });
+  // Before anything changes, so that links within the subtree are known too.
+  if (!withId.empty()) indexLinks();
+  std::vector<std::u16string> removedIds;
+  for (DOMElement* inner : withId) {
+    removedIds.emplace_back(attributeText(*inner->getAttributeNode(idName)));
+    withdrawId(inner);
+  }
   if (DOMNode* parent = element->getParentNode()) parent->removeChild(element);
   for (const std::u16string& id : removedIds) removeLinks(id);
 }

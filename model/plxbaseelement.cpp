@@ -103,7 +103,8 @@ bool PlXBaseElement::doesIdExist(const XMLCh* id) const {
 }
 
 PlXStyle* PlXBaseElement::getStyleById(const XMLCh* id) const {
-  return dynamic_cast<PlXStyle*>(objectOf(getElementById(id)));
+  if (!visualization_ || !id || !*id) return dynamic_cast<PlXStyle*>(objectOf(getElementById(id)));
+  return dynamic_cast<PlXStyle*>(visualization_->store().objectOfId(id));
 }
 
 const XMLCh* PlXBaseElement::text(const XMLCh* name) const {

@@ -1,5 +1,8 @@
 #include "basetemplate.h"
 
+#include <algorithm>
+#include <utility>
+
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/util/XMLString.hpp>
 
@@ -151,20 +154,22 @@ ChartString BaseTemplate::CreateUniqueId(const char* base) const {
 
 PlXStyle* BaseTemplate::addStyle(PlXBaseElement& element, const XMLCh* id) {
   if (users_) users_->restyled.push_back(&element);
-  const ChartString styleId = id && *id ? ChartString(id) : CreateUniqueId(PlXUni::_style);
-  if (PlXStyle* style = element.getStyleById(styleId.xc_str())) return style;
-  PlXStyle* container = element.getStyleById(ChartBase::_container);
+  const bool hasId = id && *id;
+  PlXStyle* known = hasId ? element.getStyleById(id) : nullptr;
+  if (known) return known;
   // What isn't a style may have the id, in a damaged chart; ids stay unique all the same.
-  const auto setFreeId = [&](PlXStyle& style, const ChartString& wanted) {
-    const bool isTaken = style.doesIdExist(wanted.xc_str());
-    style.setId((isTaken ? CreateUniqueId(wanted) : wanted).xc_str());
+  const auto freeId = [&](const ChartString& wanted) {
+    return target.doesIdExist(wanted.xc_str()) ? CreateUniqueId(wanted) : wanted;
   };
+  PlXStyle* container = element.getStyleById(ChartBase::_container);
   if (!container) {
+    const ChartString containerId = freeId(ChartBase::_container);
     container = element.getVisualization()->addStyle();
-    setFreeId(*container, ChartBase::_container);
+    container->setId(containerId.xc_str());
   }
+  const ChartString styleId = hasId ? freeId(id) : CreateUniqueId(PlXUni::_style);
   PlXStyle* style = container->addStyle();
-  setFreeId(*style, styleId);
+  style->setId(styleId.xc_str());
   return style;
 }
 
@@ -179,7 +184,7 @@ const PlXBaseElement* BaseTemplate::sourceObject(const PlXBaseElement& object) c
 
 const std::vector<PlXGraph*>& BaseTemplate::addressedGraphs() const {
   if (!graphs_) {
-    std::vector<PlXGraph*> all = objectsByTag<PlXGraph>(target, PlXUni::_graph);
+    std::vector<PlXGraph*> all = framesByTag<PlXGraph>(target, PlXUni::_graph);
     const unsigned long number = attribute(PlXUni::_graph).convertToInteger();
     if (number > 0) {
       PlXGraph* one = number <= all.size() ? all[number - 1] : nullptr;
@@ -200,23 +205,26 @@ void BaseTemplate::getAllElements(const PlXGraph& graph, std::vector<CTElementTy
                                            PlXEdge::_UTF_edge,         PlXPath::_UTF_path,
                                            PlXInterval::_UTF_interval, PlXArea::_UTF_area,
                                            PlXPolygon::_UTF_polygon,   PlXSchema::_UTF_schema};
-  std::vector<CTElementType*> byKind[std::size(kinds)];
+  std::vector<std::pair<std::size_t, CTElementType*>> found;
   for (DOMElement* child = firstElement(graph.getImplementation()); child;
        child = nextElement(child)) {
     const XMLCh* tag = dialect::localName(child);
-    for (std::size_t kind = 0; kind < std::size(kinds); ++kind) {
-      if (!XMLString::equals(tag, kinds[kind])) continue;
-      if (auto* element = dynamic_cast<CTElementType*>(graph.objectOf(child))) {
-        byKind[kind].push_back(element);
-      }
+    const auto* kind = std::ranges::find_if(
+        kinds, [&](const XMLCh* each) { return XMLString::equals(tag, each); });
+    if (kind == std::end(kinds)) continue;
+    // Its tag tells the class.
+    if (PlXBaseElement* object = graph.objectOf(child)) {
+      found.emplace_back(kind - kinds, static_cast<CTElementType*>(object));
     }
   }
-  for (const auto& some : byKind) append(elements, some);
+  const auto kindOf = [](const auto& each) { return each.first; };
+  if (!std::ranges::is_sorted(found, {}, kindOf)) std::ranges::stable_sort(found, {}, kindOf);
+  for (const auto& [kind, element] : found) elements.push_back(element);
 }
 
 void BaseTemplate::getAllElementsByType(const XMLCh* tagName,
                                         std::vector<CTElementType*>& elements) const {
-  append(elements, objectsByTag<CTElementType>(target, tagName));
+  append(elements, framesByTag<CTElementType>(target, tagName));
 }
 
 unsigned BaseTemplate::getIntervalElements(std::vector<PlXInterval*>& intervals, bool polar) const {
@@ -342,7 +350,7 @@ ChartString BaseTemplate::getCategoryValue(const PlXGraph& graph, const XMLCh* r
 }
 
 std::vector<PlXLegend*> BaseTemplate::getLegends() const {
-  return objectsByTag<PlXLegend>(target, PlXUni::_legend);
+  return framesByTag<PlXLegend>(target, PlXUni::_legend);
 }
 
 std::vector<CTVariableType*> BaseTemplate::getLegendVariables(const PlXGraph& graph,
@@ -397,16 +405,17 @@ bool BaseTemplate::isChartTrue3D(const PlXGraph& graph) const {
 
 bool BaseTemplate::isRoleCategorical(const PlXGraph& graph, const ChartString& role) const {
   if (clusterVariable(graph, role)) return true;
-  bool isCategorical = false;
-  walkElements(graph.getImplementation(), [&](DOMElement* element) {
-    if (!isCategorical && role.equals(dialect::localName(element))) {
-      const auto* coordinate = dynamic_cast<const CTCoordinate*>(graph.objectOf(element));
-      const CTVariableType* variable = variableOf(coordinate);
-      isCategorical = variable && variable->getCategorical();
+  // Nothing but the elements of a graph has coordinates, as children.
+  for (DOMElement* child = firstElement(graph.getImplementation()); child;
+       child = nextElement(child)) {
+    for (DOMElement* inner = firstElement(child); inner; inner = nextElement(inner)) {
+      if (!role.equals(dialect::localName(inner))) continue;
+      const CTVariableType* variable =
+          variableOf(dynamic_cast<const CTCoordinate*>(graph.objectOf(inner)));
+      if (variable && variable->getCategorical()) return true;
     }
-    return !isCategorical;
-  });
-  return isCategorical;
+  }
+  return false;
 }
 
 bool BaseTemplate::isAxisDerived(const PlXAxis& axis) const {

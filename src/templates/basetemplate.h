@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <xercesc/util/XercesDefs.hpp>
@@ -159,9 +160,9 @@ class CHARTXML_API BaseTemplate {
   // format has.
   static void importFormat(PlXFormat& format, const xercesc::DOMElement* element);
   // Define and style the ticks of an axis whose role is the element's, made unless the element says
-  // `styleOnly`. Minor ticks are made only beside major ones.
-  void setMajorTicks(PlXAxis& axis, const xercesc::DOMElement* element);
-  void setMinorTicks(PlXAxis& axis, const xercesc::DOMElement* element);
+  // `styleOnly`. Minor ticks are made only beside major ones. True when there are ticks then.
+  bool setMajorTicks(PlXAxis& axis, const xercesc::DOMElement* element);
+  bool setMinorTicks(PlXAxis& axis, const xercesc::DOMElement* element);
   // Give ticks the styles that they lack, and import the element's onto them.
   void styleMajorTicks(PlXMajorTicks& ticks, const xercesc::DOMElement* element);
   void styleMinorTicks(PlXMinorTicks& ticks, const xercesc::DOMElement* element,
@@ -211,11 +212,14 @@ class CHARTXML_API BaseTemplate {
   CTVariableType* clusterVariable(const PlXGraph& graph, const ChartString& role) const;
 
   StyleUsers& styleUsers();
+  const ChartString& filledText(const xercesc::DOMElement& element);
 
   bool keepsFindings_ = false;
   std::unique_ptr<StyleUsers> users_;
   // Found once: no command adds or removes graphs.
   mutable std::optional<std::vector<PlXGraph*>> graphs_;
+  // The element whose text was filled in last, and that text.
+  std::pair<const xercesc::DOMElement*, ChartString> filled_;
 };
 
 #endif

@@ -1,4 +1,6 @@
 // BaseTemplate's import of label elements: their text and their two styles.
+#include <utility>
+
 #include "basetemplate.h"
 #include "chartbase.h"
 #include "facstdictionary.h"
@@ -35,10 +37,11 @@ void BaseTemplate::styleLabel(PlXLabel& label, const DOMElement* element) {
   importNumberedStyles(element, *text, *frame);
 }
 
-void BaseTemplate::mergeText(const DOMElement* element, PlXLabel& label) {
-  if (!element) return;
+// A command may give one text to the labels of many graphs.
+const ChartString& BaseTemplate::filledText(const DOMElement& element) {
+  if (keepsFindings_ && filled_.first == &element) return filled_.second;
   ChartString text;
-  for (const DOMNode* node = element->getFirstChild(); node; node = node->getNextSibling()) {
+  for (const DOMNode* node = element.getFirstChild(); node; node = node->getNextSibling()) {
     const short kind = node->getNodeType();
     if (kind == DOMNode::TEXT_NODE || kind == DOMNode::CDATA_SECTION_NODE) {
       text.append(node->getNodeValue());
@@ -47,6 +50,13 @@ void BaseTemplate::mergeText(const DOMElement* element, PlXLabel& label) {
   FacSTDictionary dictionary(PathFactory::getPathInstance(3)->getLanguageResourcePath());
   dictionary.SetProcedure("GRAPH");
   ChartBase::updateText(text, &dictionary, installationCodePage());
+  filled_ = {&element, std::move(text)};
+  return filled_.second;
+}
+
+void BaseTemplate::mergeText(const DOMElement* element, PlXLabel& label) {
+  if (!element) return;
+  const ChartString& text = filledText(*element);
   if (text.empty()) return;
   label.removeTexts();
   label.addText()->setText(text.xc_str());

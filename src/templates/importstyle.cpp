@@ -233,43 +233,61 @@ class Attributes {
     }
   }
 
-  // Empty when there is none.
-  ChartString operator[](const XMLCh* name) const {
+  // Null when there is none, or an empty one.
+  const XMLCh* operator[](const XMLCh* name) const {
     for (const auto& [each, text] : texts_) {
-      if (XMLString::equals(each, name)) return text;
+      if (*text && XMLString::equals(each, name)) return text;
     }
-    return {};
+    return nullptr;
   }
 
  private:
   std::vector<std::pair<const XMLCh*, const XMLCh*>> texts_;
 };
 
-void importProperties(const Attributes& texts, const Value& value, PlXStyle& style,
-                      const PlXStyle* source) {
+// What an element says, to be written to each of several styles.
+struct Statement {
+  Write write;
+  const XMLCh* attribute;
+  ChartString text;
+  Test isPinned;
+};
+using Statements = std::vector<Statement>;
+
+Statements statedProperties(const Attributes& texts, const Value& value) {
+  Statements stated;
   for (const Property& property : properties) {
     const ChartString& fromKey = value.*property.key;
-    const ChartString fromAttribute = texts[property.attribute];
-    if (fromKey.empty() && fromAttribute.empty()) continue;
-    if (source && property.isPinned(*source)) continue;
     if (!fromKey.empty()) {
-      property.fromKey(style, property.attribute, fromKey);
-    } else {
-      property.fromAttribute(style, property.attribute, fromAttribute);
+      stated.push_back({property.fromKey, property.attribute, fromKey, property.isPinned});
+    } else if (const XMLCh* text = texts[property.attribute]) {
+      stated.push_back({property.fromAttribute, property.attribute, text, property.isPinned});
     }
   }
+  return stated;
 }
 
-void importAttributesWithoutKey(const Attributes& texts, PlXStyle& style, const PlXStyle* source) {
+void removeGradientColor(PlXStyle& style, const XMLCh*, const ChartString&) {
+  style.removeGradient_color();
+}
+
+Statements statedWithoutKey(const Attributes& texts) {
+  Statements stated;
   for (const Attribute& attribute : attributes) {
-    if (source && attribute.isPinned(*source)) continue;
-    const ChartString text = texts[attribute.name];
-    if (!text.empty()) {
-      attribute.write(style, attribute.name, text);
+    if (const XMLCh* text = texts[attribute.name]) {
+      stated.push_back({attribute.write, attribute.name, text, attribute.isPinned});
     } else if (attribute.name == PlXUni::_gradient_color) {
       // The one property that an element takes away by not naming it.
-      style.removeGradient_color();
+      stated.push_back({removeGradientColor, attribute.name, {}, attribute.isPinned});
     }
+  }
+  return stated;
+}
+
+void write(const Statements& stated, PlXStyle& style, const PlXStyle* source) {
+  for (const Statement& each : stated) {
+    if (source && each.isPinned(*source)) continue;
+    each.write(style, each.attribute, each.text);
   }
 }
 
@@ -529,14 +547,15 @@ void BaseTemplate::importStyle(const DOMElement* styleElement, const Styles& sty
   if (!styleElement || styles.empty()) return;
   const DOMElement& element = *styleElement;
   const Attributes texts(element);
-  const Value value(texts[PlXUni::_value].xc_str());
+  const Value value(texts[PlXUni::_value]);
   const bool hasStrokeOrFill = !value.stroke.empty() || !value.fill.empty();
   StyleUsers& users = styleUsers();
   if (hasStrokeOrFill) {
     findSurfaces(*this, target, attribute(PlXUni::_graph).convertToInteger() > 0, users);
   }
+  const Statements properties = statedProperties(texts, value);
   for (PlXStyle* style : styles) {
-    importProperties(texts, value, *style, sourceOf(*style));
+    write(properties, *style, sourceOf(*style));
     if (!hasStrokeOrFill) continue;
     importStrokeAndFill(value, *style, sourceOf(*style), isSurface(*style, *users.surfaces));
   }
@@ -554,5 +573,6 @@ void BaseTemplate::importStyle(const DOMElement* styleElement, const Styles& sty
       reportUnknownChild(*child);
     }
   }
-  for (PlXStyle* style : styles) importAttributesWithoutKey(texts, *style, sourceOf(*style));
+  const Statements withoutKey = statedWithoutKey(texts);
+  for (PlXStyle* style : styles) write(withoutKey, *style, sourceOf(*style));
 }

@@ -82,14 +82,14 @@ const DOMElement* BaseTemplate::ticksElement(const XMLCh* name, const XMLCh* sma
   return ticks ? ticks : firstDescendant(command, smallName);
 }
 
-void BaseTemplate::setMajorTicks(PlXAxis& axis, const DOMElement* element) {
-  if (!element) return;
+bool BaseTemplate::setMajorTicks(PlXAxis& axis, const DOMElement* element) {
+  if (!element) return false;
   const ChartString role(element->getAttribute(PlXUni::_role));
-  if (!doesCoordinateMatch(static_cast<const PlXBaseElement&>(axis), role)) return;
+  if (!doesCoordinateMatch(static_cast<const PlXBaseElement&>(axis), role)) return false;
   const bool styleOnly = isTrue(*element, _styleOnly);
   PlXMajorTicks* ticks = axis.getMajorTicks();
   if (!ticks && !styleOnly) ticks = axis.addMajorTicks();
-  if (!ticks) return;
+  if (!ticks) return false;
 
   setPosition(*ticks, element->getAttribute(PlXUni::_position));
   setSpacing(*ticks, *element);
@@ -98,17 +98,18 @@ void BaseTemplate::setMajorTicks(PlXAxis& axis, const DOMElement* element) {
   }
   importFormats(*ticks, *element);
   styleMajorTicks(*ticks, element);
+  return true;
 }
 
-void BaseTemplate::setMinorTicks(PlXAxis& axis, const DOMElement* element) {
-  if (!element) return;
+bool BaseTemplate::setMinorTicks(PlXAxis& axis, const DOMElement* element) {
+  if (!element) return false;
   const ChartString role(element->getAttribute(PlXUni::_role));
-  if (!doesCoordinateMatch(static_cast<const PlXBaseElement&>(axis), role)) return;
+  if (!doesCoordinateMatch(static_cast<const PlXBaseElement&>(axis), role)) return false;
   PlXMajorTicks* major = axis.getMajorTicks();
   PlXMinorTicks* ticks = axis.getMinorTicks();
   const bool styleOnly = isTrue(*element, _styleOnly);
   if (!ticks && major && !styleOnly) ticks = axis.addMinorTicks();
-  if (!ticks) return;
+  if (!ticks) return false;
 
   if (!styleOnly) {
     const ChartString number(element->getAttribute(PlXUni::_number));
@@ -119,6 +120,7 @@ void BaseTemplate::setMinorTicks(PlXAxis& axis, const DOMElement* element) {
     if (!ticks->getGridline() && firstDescendant(element, _gridLines)) ticks->addGridline();
   }
   styleMinorTicks(*ticks, element, major);
+  return true;
 }
 
 void BaseTemplate::styleMajorTicks(PlXMajorTicks& ticks, const DOMElement* element) {

@@ -10,6 +10,7 @@
 #include "dialect.h"
 #include "domwalk.h"
 #include "plxbaseelement.h"
+#include "plxuni.h"
 
 // At or below `root`, in document order; what has no object of the class is skipped.
 template <class T>
@@ -20,6 +21,22 @@ std::vector<T*> objectsByTag(const PlXBaseElement& root, const XMLCh* tag) {
       if (auto* object = dynamic_cast<T*>(root.objectOf(element))) objects.push_back(object);
     }
     return true;
+  });
+  return objects;
+}
+
+// The same for frames and for what graphs hold as children, whatever else a chart has.
+template <class T>
+std::vector<T*> framesByTag(const PlXBaseElement& root, const XMLCh* tag) {
+  std::vector<T*> objects;
+  const xercesc::DOMElement* top = root.getImplementation();
+  walkElements(root.getImplementation(), [&](xercesc::DOMElement* element) {
+    const XMLCh* name = dialect::localName(element);
+    if (xercesc::XMLString::equals(name, tag)) {
+      if (auto* object = dynamic_cast<T*>(root.objectOf(element))) objects.push_back(object);
+    }
+    return element == top || xercesc::XMLString::equals(name, PlXUni::_graph) ||
+           xercesc::XMLString::equals(name, PlXUni::_container);
   });
   return objects;
 }

@@ -35,9 +35,9 @@ bool TSetAxisMajorTicks::ProcessCommand() {
         if (isMatrix) {
           axis->removeMajorTickss();
         } else if (isAxisDerived(*axis) == derived) {
-          // Styled once more: ticks of an axis outside the role's block are styled all the same.
-          setMajorTicks(*axis, ticks);
-          if (PlXMajorTicks* major = axis->getMajorTicks()) styleMajorTicks(*major, ticks);
+          // Ticks of an axis outside the role's block are styled all the same.
+          PlXMajorTicks* major = setMajorTicks(*axis, ticks) ? nullptr : axis->getMajorTicks();
+          if (major) styleMajorTicks(*major, ticks);
         }
       }
     }

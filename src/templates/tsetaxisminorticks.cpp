@@ -28,8 +28,8 @@ bool TSetAxisMinorTicks::ProcessCommand() {
     for (const PlXDimension* dimension : getDimensionsByRole(*graph, role)) {
       for (PlXAxis* axis : dimension->getAxiss()) {
         if (isAxisDerived(*axis) != derived) continue;
-        if (!isMatrix) setMinorTicks(*axis, ticks);
-        PlXMinorTicks* minor = axis->getMinorTicks();
+        const bool isStyled = !isMatrix && setMinorTicks(*axis, ticks);
+        PlXMinorTicks* minor = isStyled ? nullptr : axis->getMinorTicks();
         if (minor) styleMinorTicks(*minor, ticks, axis->getMajorTicks());
       }
     }

@@ -151,28 +151,36 @@ Match matchInterval(const BaseTemplate& base, const PlXInterval& interval, const
 }
 
 template <class T>
-bool is(const CTElementType& element) {
-  return dynamic_cast<const T*>(&element) != nullptr;
+void append(std::vector<CTElementType*>& all, const std::vector<T*>& some) {
+  all.insert(all.end(), some.begin(), some.end());
 }
 
-// False for the classes that a kind never means.
-bool hasClassOf(const CTElementType& element, const Kind& kind) {
-  if (kind.type.equals(BaseTemplate::_scatter)) return is<PlXPoint>(element);
-  if (kind.type.equals(PlXUni::_line)) {
-    return is<PlXLine>(element) || is<PlXPath>(element) || is<PlXEdge>(element);
+// Those of the classes that the kind may mean.
+std::vector<CTElementType*> candidates(const PlXGraph& graph, const Kind& kind) {
+  std::vector<CTElementType*> elements;
+  if (kind.type.equals(BaseTemplate::_scatter)) {
+    append(elements, graph.getPoints());
+  } else if (kind.type.equals(PlXUni::_line)) {
+    append(elements, graph.getLines());
+    append(elements, graph.getEdges());
+    append(elements, graph.getPaths());
+  } else if (kind.type.equals(PlXUni::_area)) {
+    append(elements, graph.getAreas());
+  } else if (kind.type.equals(PlXUni::_schema)) {
+    append(elements, graph.getSchemas());
+  } else {
+    append(elements, graph.getIntervals());
   }
-  if (kind.type.equals(PlXUni::_area)) return is<PlXArea>(element);
-  if (kind.type.equals(PlXUni::_schema)) return is<PlXSchema>(element);
-  return is<PlXInterval>(element);
+  return elements;
 }
 
-// For an element that has the class of the kind.
+// For a candidate of the kind.
 Match match(const BaseTemplate& base, const CTElementType& element, const Kind& kind,
             const GraphFacts& graph) {
   if (const auto* interval = dynamic_cast<const PlXInterval*>(&element)) {
     return matchInterval(base, *interval, kind, graph);
   }
-  if (is<PlXPoint>(element)) {
+  if (kind.type.equals(BaseTemplate::_scatter)) {
     const bool isClustered = kind.subtype.equals(BaseTemplate::_clustered);
     return {.isMeant = isClustered || element.getBinStatistics().empty()};
   }
@@ -221,18 +229,15 @@ void whitenPatterns(const PlXInterval& interval) {
 }
 
 void styleElements(BaseTemplate& base, const PlXGraph& graph, const Kind& kind, DOMElement& style) {
+  const std::vector<CTElementType*> elements = candidates(graph, kind);
+  if (elements.empty()) return;
   const GraphFacts facts{base.isGraphPolar(graph), base.isGraphClustered(graph),
                          !base.getDimensionsByRole(graph, PlXUni::_z).empty()};
   const ChartString coordinate(style.getAttribute(PlXUni::_coordinate));
-  std::vector<CTElementType*> elements;
-  BaseTemplate::getAllElements(graph, elements);
   Styles styles;
   std::vector<const PlXInterval*> plainBars;
   for (CTElementType* element : elements) {
-    if (!hasClassOf(*element, kind) || !base.doesCoordinateMatch(*element, coordinate) ||
-        isAnnotation(*element)) {
-      continue;
-    }
+    if (!base.doesCoordinateMatch(*element, coordinate) || isAnnotation(*element)) continue;
     const Match found = match(base, *element, kind, facts);
     if (found.isSlice) fitToSlices(style);
     if (found.isMeant) styles.push_back(styleOf(base, *element, kind));
