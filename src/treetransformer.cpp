@@ -1,8 +1,11 @@
 #include "treetransformer.h"
 
+#include <vector>
+
 #include <xercesc/dom/DOM.hpp>
 
 #include "chartparser.h"
+#include "domwalk.h"
 #include "grammarpool.h"
 #include "report.h"
 #include "tavogotocaller.h"
@@ -87,6 +90,37 @@ void dropOtherPrefixes(const DOMElement& from, DOMElement& to) {
   }
 }
 
+bool hasPrefix(const DOMElement& element) {
+  return element.getPrefix() && *element.getPrefix();
+}
+
+// A template of another namespace than the document's takes over that one, unless both are written
+// without a prefix: then its root attributes do it for the whole document. Each schema would know
+// but a part of what is merged.
+void takeNamespace(DOMElement& source, const DOMElement& target) {
+  const std::u16string other(source.getNamespaceURI());
+  if (other == target.getNamespaceURI() || (!hasPrefix(source) && !hasPrefix(target))) return;
+  std::vector<DOMElement*> elements;
+  walkElements(&source, [&](DOMElement* element) {
+    if (XMLString::equals(element->getNamespaceURI(), other.c_str())) elements.push_back(element);
+    return true;
+  });
+  const DOMNamedNodeMap* attributes = source.getAttributes();
+  for (XMLSize_t i = attributes->getLength(); i-- > 0;) {
+    auto* attribute = static_cast<DOMAttr*>(attributes->item(i));
+    if (other == attribute->getValue() ||
+        XMLString::equals(attribute->getLocalName(), u"schemaLocation")) {
+      source.removeAttributeNode(attribute);
+    }
+  }
+  const std::u16string prefix =
+      hasPrefix(target) ? std::u16string(target.getPrefix()) + u":" : std::u16string();
+  for (DOMElement* element : elements) {
+    const std::u16string name = prefix + element->getLocalName();
+    source.getOwnerDocument()->renameNode(element, target.getNamespaceURI(), name.c_str());
+  }
+}
+
 // What merging the document into a new one would print, from where it stands: a copy of a large
 // model would double the memory that it takes.
 std::string rootText(const DOMDocument& document) {
@@ -153,6 +187,7 @@ bool TreeTransformer::applyTemplate(const std::string& xml) {
   guarded("TreeTransformer::applyTemplate() fatal error", __LINE__, [&] {
     const OwnedDocument merged = parseOwned(xml, displayFrame.root);
     if (!merged) return;
+    takeNamespace(*merged->getDocumentElement(), *display_->getDocumentElement());
     mergeDOM(merged.get(), display_.get());
     isApplied = true;
   });

@@ -303,6 +303,19 @@ TEST(TreeDisplay, TemplatesMayUseOtherPrefixes) {
     TreeTransformer again("", display(tree));
     EXPECT_EQ(display(again), display(tree)) << merged;
   }
+  // Of the other namespace, onto either kind
+  for (const std::string& base : {text, prefixed}) {
+    for (const std::string& merged : {text, prefixed}) {
+      TreeTransformer both("", base);
+      const std::string other =
+          std::regex_replace(merged, std::regex(displayUri + "(?=['\" ])"), otherDisplayUri);
+      ASSERT_NE(other, merged);
+      ASSERT_TRUE(both.applyTemplate(other)) << other;
+      TreeTransformer again("", display(both));
+      EXPECT_EQ(display(again), display(both)) << base << other;
+      EXPECT_NE(display(both), "");
+    }
+  }
 }
 
 // ---- settings
