@@ -35,7 +35,7 @@ std::string modelText(const std::string& nodes, const std::string& schema = "a/p
          "<DataField name='town' optype='categorical'><Value value='Łódź'/></DataField>"
          "</DataDictionary><TreeModel functionName='classification'><MiningSchema>"
          "<MiningField name='age'/><MiningField name='town' "
-         "usageType='predicted'/></MiningSchema>" +
+         "usageType='predicted'/></MiningSchema><LocalTransformations/>" +
          nodes + "</TreeModel></PMML>";
 }
 
@@ -51,6 +51,7 @@ std::string nodes(int levels, unsigned& count) {
   std::string text = "<Node score='&lt;" + std::to_string(count) + "&gt;' recordCount='7'>" +
                      "<Extension name='x'>a <any:b xmlns:any='u'/> c</Extension>" +
                      predicates[count % std::size(predicates)] +
+                     "<Partition name='p'/>"
                      "<ScoreDistribution value='yes' recordCount='3'/>";
   ++count;
   if (levels > 1) text += nodes(levels - 1, count) + nodes(levels - 1, count);
@@ -122,9 +123,9 @@ TEST(TreeModel, ComesBackAsItWasWhicheverWayItGoes) {
 
 TEST(TreeModel, IsGivenAsStoredWhenItCantBeParsed) {
   const std::string good = modelText("<Node><True/></Node>");
-  const std::string bad[] = {modelText("<Node/>"),                           // no predicate
-                             modelText("<Node><True/><Partition/></Node>"),  // an unknown element
-                             modelText("<Node what='1'><True/></Node>"),     // an unknown attribute
+  const std::string bad[] = {modelText("<Node/>"),                        // no predicate
+                             modelText("<Node><True/><Other/></Node>"),   // an unknown element
+                             modelText("<Node what='1'><True/></Node>"),  // an unknown attribute
                              modelText("<Node><True/></Node>", "a/other.xsd"),  // an unknown schema
                              "<PMML xmlns='" + modelUri + "' version='2.1'/>",  // no schema
                              good.substr(0, good.size() - 3),
