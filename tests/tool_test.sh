@@ -15,6 +15,10 @@ cp "$(dirname "$transcript")"/*.xml "$folder"
 cd "$folder" || exit 1
 
 while IFS= read -r line; do
+  eval "${line#??}" </dev/null >/dev/null 2>&1 || exit 77
+done < <(grep '^% ' "$transcript")
+
+while IFS= read -r line; do
   case $line in
     '$ '*)
       printf '%s\n' "$line"
@@ -22,6 +26,6 @@ while IFS= read -r line; do
       code=$?
       ((code == 0)) || echo "? $code"
       ;;
-    '#'* | '') printf '%s\n' "$line" ;;
+    '#'* | '% '* | '') printf '%s\n' "$line" ;;
   esac
 done <"$transcript" | diff -u --label expected --label actual "$transcript" -
