@@ -62,6 +62,12 @@ TEST(Queries, AddressGraphsByPosition) {
       EXPECT_EQ(idsOf(intervals), std::string("none ") + (isPolar ? polar : straight));
     }
   }
+  // A caller may edit the chart between its questions.
+  Asked chart(body, "");
+  std::vector<PlXGraph*> graphs;
+  EXPECT_EQ(chart.queries.getGraphs(graphs), 3u);
+  graphs.back()->getVisualization()->addGraph(u"e");
+  EXPECT_EQ(chart.queries.getGraphs(graphs), 4u);
 }
 
 TEST(Queries, FindElementsAndTheirBlocks) {
@@ -143,12 +149,13 @@ TEST(Queries, FindVariablesAndCategories) {
 
 TEST(Queries, MakeStylesAndEntries) {
   Asked chart(
-      "<graph><point><color id='a'/><color id='b'/></point></graph><legend id='k'>"
+      "<graph><point><color id='a'/><color id='b'/></point></graph><legend id='k'><legendTarget/>"
       "<legendTarget target='a'/><legendTarget target='b'/><legendTarget target='a'/></legend>"
       "<legend id='m'/>",
       "<command t='true' f='false' u='TRUE' o='1'/>");
   const auto colors = chart.graph().getPoints().front()->getColors();
-  for (const char* id : {"a", "none"}) chart.queries.CloneLegendEntry(ChartString(id), *colors[1]);
+  for (const char* id : {"a", "none", ""})
+    chart.queries.CloneLegendEntry(ChartString(id), *colors[1]);
   const std::pair<const XMLCh*, const char*> styles[] = {
       {nullptr, "style1 "}, {u"", "style2 "}, {u"style1", "style1 "}};
   for (const auto& [id, made] : styles) {

@@ -1,4 +1,6 @@
 // The commands of axes and ticks: which of them they reach, and what they set.
+#include <regex>
+
 #include "commandcases.h"
 
 using namespace xercesc;
@@ -100,6 +102,15 @@ TEST(AxisCommands, LeavePolarGraphsAlone) {
     EXPECT_EQ(changed(minor, text), reaches ? "x " : "") << name;
     // Ticks are styled where the graph has them, and never made.
     EXPECT_EQ(changed(bare, text), name == "setAxisStyle" ? "x " : "") << name;
+  }
+  // In a chart with a prefix, too
+  const std::string prefixed = std::regex_replace(
+      std::regex_replace(chartText(minor), std::regex("<(/?)(?=[a-z])"), "<$1v:"),
+      std::regex("xmlns="), "xmlns:v=");
+  for (const char* name : {"setAxisMajorTicks", "setAxisMinorTicks"}) {
+    EditedChart chart(prefixed);
+    chart.apply(command(name, "role='x'"));
+    EXPECT_NE(chart.chart().AsUTF8().find("markStyle="), std::string::npos) << name;
   }
 }
 
@@ -363,7 +374,13 @@ TEST(AxisCommands, MakeAndStyleTicks) {
   MAJOR><markStyle><style color='blue'/></markStyle>GRID/MAJ
   | {<majorTicks OWN><gridline style='style1'/></majorTicks>}<style id='m' color='blue'/>
   <style id='l'/><style id='f'/>STYLES<style id='style1' color='red' depth='5pt'/></style>
+{<majorTicks OWN/>}<style id='m'/><style id='l'/><style id='f'/> | MAJOR><gridLines/>/MAJ
+  | {<majorTicks OWN><gridline style='style1'/></majorTicks>}<style id='m'/>
+  <style id='l'/><style id='f'/>STYLES<style id='style1'/></style>
 {} | MINOR number='3'>/MIN | {}
+{<majorTicks markStyle='m'/>}<style id='m'/> | MINOR number='99999999999'>/MIN
+  | {<majorTicks markStyle='m'/><minorTicks markStyle='style1'/>}
+  <style id='m'/>STYLES<style id='style1'/></style>
 {<majorTicks markStyle='m'/>}<style id='m' color='red'/> | MINOR>/MIN
   | {<majorTicks markStyle='m'/><minorTicks markStyle='style1' number='2'/>}
   <style id='m' color='red'/>STYLES<style id='style1' color='red'/></style>

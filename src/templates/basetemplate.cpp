@@ -161,9 +161,13 @@ PlXStyle* BaseTemplate::addStyle(PlXBaseElement& element, const XMLCh* id) {
   const auto freeId = [&](const ChartString& wanted) {
     return target.doesIdExist(wanted.xc_str()) ? CreateUniqueId(wanted) : wanted;
   };
-  PlXStyle* container = element.getStyleById(ChartBase::_container);
+  ChartString containerId(ChartBase::_container);
+  PlXStyle* container = element.getStyleById(containerId.xc_str());
+  if (!container && target.doesIdExist(containerId.xc_str())) {
+    container = element.getStyleById(containerId.append(u"1").xc_str());
+  }
   if (!container) {
-    const ChartString containerId = freeId(ChartBase::_container);
+    containerId = freeId(containerId);
     container = element.getVisualization()->addStyle();
     container->setId(containerId.xc_str());
   }
@@ -183,7 +187,7 @@ const PlXBaseElement* BaseTemplate::sourceObject(const PlXBaseElement& object) c
 }
 
 const std::vector<PlXGraph*>& BaseTemplate::addressedGraphs() const {
-  if (!graphs_) {
+  if (!graphs_ || !keepsFindings_) {
     std::vector<PlXGraph*> all = framesByTag<PlXGraph>(target, PlXUni::_graph);
     const unsigned long number = attribute(PlXUni::_graph).convertToInteger();
     if (number > 0) {
@@ -196,8 +200,9 @@ const std::vector<PlXGraph*>& BaseTemplate::addressedGraphs() const {
 }
 
 unsigned BaseTemplate::getGraphs(std::vector<PlXGraph*>& graphs) const {
-  append(graphs, addressedGraphs());
-  return static_cast<unsigned>(addressedGraphs().size());
+  const std::vector<PlXGraph*>& addressed = addressedGraphs();
+  append(graphs, addressed);
+  return static_cast<unsigned>(addressed.size());
 }
 
 void BaseTemplate::getAllElements(const PlXGraph& graph, std::vector<CTElementType*>& elements) {
@@ -308,10 +313,10 @@ CTVariableType* BaseTemplate::clusterVariable(const PlXGraph& graph,
 
 CTVariableType* BaseTemplate::getElementVariable(const CTElementType& element,
                                                  const ChartString& role) const {
-  if (role.equals(PlXUni::_x) && !addressedGraphs().empty()) {
-    if (CTVariableType* cluster = clusterVariable(*addressedGraphs().front(), role)) {
-      return cluster;
-    }
+  if (role.equals(PlXUni::_x)) {
+    const std::vector<PlXGraph*>& graphs = addressedGraphs();
+    CTVariableType* cluster = graphs.empty() ? nullptr : clusterVariable(*graphs.front(), role);
+    if (cluster) return cluster;
   }
   return variableOf(coordinateOf(element, role));
 }
@@ -369,11 +374,15 @@ std::vector<CTVariableType*> BaseTemplate::getLegendVariables(const PlXGraph& gr
   return variables;
 }
 
-void BaseTemplate::CloneLegendEntry(const ChartString& aestheticId, PlXBaseElement& aesthetic) {
+void BaseTemplate::CloneLegendEntry(const ChartString& aestheticId,
+                                    const PlXBaseElement& aesthetic) {
+  PlXBaseElement* shown = target.objectOf(aesthetic.getImplementation());
+  // Entries whose target is gone have none, and are no aesthetic's.
+  if (!shown || aestheticId.empty()) return;
   for (PlXLegend* legend : getLegends()) {
     for (const PlXLegendTarget* entry : legend->getLegendTargets()) {
       if (!aestheticId.equals(entry->GetAttribute(PlXUni::_target))) continue;
-      legend->addLegendTarget(CreateUniqueId(PlXUni::_legendTarget).xc_str(), aesthetic);
+      legend->addLegendTarget(CreateUniqueId(PlXUni::_legendTarget).xc_str(), *shown);
     }
   }
 }

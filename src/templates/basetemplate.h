@@ -118,8 +118,9 @@ class CHARTXML_API BaseTemplate {
   // element's variable of that role. In element order, with repetitions.
   std::vector<CTVariableType*> getLegendVariables(const PlXGraph& graph,
                                                   const ChartString& role) const;
-  // Gives the aesthetic an entry for each entry that the aesthetic of that id has in any legend.
-  void CloneLegendEntry(const ChartString& aestheticId, PlXBaseElement& aesthetic);
+  // Gives the aesthetic an entry for each entry that the aesthetic of that id has in any legend,
+  // and an id with the first of them if it has none.
+  void CloneLegendEntry(const ChartString& aestheticId, const PlXBaseElement& aesthetic);
 
   // ---- predicates
   bool isGraphPolar(const PlXGraph& graph) const;
@@ -173,7 +174,8 @@ class CHARTXML_API BaseTemplate {
   // Gives a label the styles that it lacks, black text in an invisible frame, also for a null
   // element.
   void styleLabel(PlXLabel& label, const xercesc::DOMElement* element);
-  // The element's own text, its placeholders filled in, becomes the label's; an empty one doesn't.
+  // The element's own text, CDATA sections included and its placeholders filled in, becomes the
+  // label's; an empty one doesn't.
   void mergeText(const xercesc::DOMElement* element, PlXLabel& label);
 
   // Adds a dimension to every block of the graph that has exactly two, references included.
@@ -216,7 +218,7 @@ class CHARTXML_API BaseTemplate {
 
   bool keepsFindings_ = false;
   std::unique_ptr<StyleUsers> users_;
-  // Found once: no command adds or removes graphs.
+  // Found once by a command of the dispatcher: none of them adds or removes graphs.
   mutable std::optional<std::vector<PlXGraph*>> graphs_;
   // The element whose text was filled in last, and that text.
   std::pair<const xercesc::DOMElement*, ChartString> filled_;

@@ -33,7 +33,8 @@ template <class Number>
 void setDigits(const DOMElement& element, const XMLCh* name, PlXFormat& format,
                void (PlXFormat::*set)(Number)) {
   const ChartString text(element.getAttribute(name));
-  if (!text.empty()) (format.*set)(static_cast<Number>(text.convertToInteger()));
+  const unsigned long digits = text.convertToInteger();
+  if (!text.empty() && digits <= mostCounted) (format.*set)(static_cast<Number>(digits));
 }
 
 void importAffixes(PlXFormat& format, const DOMElement& element) {

@@ -113,7 +113,8 @@ bool BaseTemplate::setMinorTicks(PlXAxis& axis, const DOMElement* element) {
 
   if (!styleOnly) {
     const ChartString number(element->getAttribute(PlXUni::_number));
-    ticks->setNumber(number.empty() ? 2 : static_cast<unsigned>(number.convertToInteger()));
+    const unsigned long count = number.empty() ? 2 : number.convertToInteger();
+    if (count <= mostCounted) ticks->setNumber(static_cast<unsigned>(count));
     setPosition(*ticks, element->getAttribute(PlXUni::_position));
     const XMLCh* length = element->getAttribute(PlXUni::_length);
     if (*length) ticks->setLength(length);
@@ -148,7 +149,7 @@ void BaseTemplate::styleMinorTicks(PlXMinorTicks& ticks, const DOMElement* eleme
   if (!mark) {
     ticks.setMarkStyle(*(mark = addStyle(ticks, nullptr)));
     const PlXStyle* majorMark = major ? major->getMarkStyle() : nullptr;
-    if (majorMark) mark->setColor(majorMark->getColor());
+    if (majorMark && majorMark->isColorPresent()) mark->setColor(majorMark->getColor());
   }
   const DOMElement* markStyle =
       firstDescendant(firstDescendant(element, PlXUni::_markStyle), PlXUni::_style);
@@ -164,7 +165,7 @@ void BaseTemplate::styleGridLines(PlXStyle* markStyle, PlXGridline& gridline,
   PlXStyle* style = gridline.getStyle();
   if (!style) {
     gridline.setStyle(*(style = addStyle(gridline, nullptr)));
-    if (markStyle) style->setColor(markStyle->getColor());
+    if (markStyle && markStyle->isColorPresent()) style->setColor(markStyle->getColor());
   }
   if (const DOMElement* own = firstDescendant(element, PlXUni::_style)) importStyle(own, *style);
 

@@ -25,17 +25,18 @@ std::vector<T*> objectsByTag(const PlXBaseElement& root, const XMLCh* tag) {
   return objects;
 }
 
-// The same for frames and for what graphs hold as children, whatever else a chart has.
+// Below `root`, for frames and for what graphs hold as children, whatever else a chart has.
 template <class T>
 std::vector<T*> framesByTag(const PlXBaseElement& root, const XMLCh* tag) {
   std::vector<T*> objects;
   const xercesc::DOMElement* top = root.getImplementation();
   walkElements(root.getImplementation(), [&](xercesc::DOMElement* element) {
+    if (element == top) return true;
     const XMLCh* name = dialect::localName(element);
     if (xercesc::XMLString::equals(name, tag)) {
       if (auto* object = dynamic_cast<T*>(root.objectOf(element))) objects.push_back(object);
     }
-    return element == top || xercesc::XMLString::equals(name, PlXUni::_graph) ||
+    return xercesc::XMLString::equals(name, PlXUni::_graph) ||
            xercesc::XMLString::equals(name, PlXUni::_container);
   });
   return objects;

@@ -2,6 +2,8 @@
 #ifndef CHARTXML_TEMPLATEXML_H
 #define CHARTXML_TEMPLATEXML_H
 
+#include <limits>
+
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/util/XMLString.hpp>
 
@@ -9,6 +11,9 @@
 #include "plxuni.h"
 
 namespace templatexml {
+
+// The largest count of digits or ticks that is written; one above it is out of range.
+constexpr unsigned long mostCounted = std::numeric_limits<int>::max();
 
 // Calls `visit(element)` for the elements of that name at any depth below `parent`, in document
 // order. Null has none.

@@ -4,6 +4,7 @@
 #include <xercesc/dom/DOM.hpp>
 
 #include "commands.h"
+#include "objectsbytag.h"
 #include "plxaxis.h"
 #include "plxcoordinates.h"
 #include "plxframes.h"
@@ -22,7 +23,7 @@ bool TSetAxisMajorTicks::ProcessCommand() {
   const ChartString categorical(ticks->getAttribute(PlXUni::_categorical));
   for (const PlXGraph* graph : target.getGraphs()) {
     if (isGraphPolar(*graph) &&
-        !firstDescendant(graph->getImplementation(), PlXMajorTicks::_UTF_majorTicks)) {
+        objectsByTag<PlXMajorTicks>(*graph, PlXMajorTicks::_UTF_majorTicks).empty()) {
       continue;
     }
     if (!categorical.empty() &&

@@ -4,6 +4,7 @@
 #include <xercesc/dom/DOM.hpp>
 
 #include "commands.h"
+#include "objectsbytag.h"
 #include "plxaxis.h"
 #include "plxcoordinates.h"
 #include "plxframes.h"
@@ -21,7 +22,7 @@ bool TSetAxisMinorTicks::ProcessCommand() {
   const bool derived = getBooleanAttribute(ticks, _derived, false);
   for (const PlXGraph* graph : target.getGraphs()) {
     if (isGraphPolar(*graph) &&
-        !firstDescendant(graph->getImplementation(), PlXMinorTicks::_UTF_minorTicks)) {
+        objectsByTag<PlXMinorTicks>(*graph, PlXMinorTicks::_UTF_minorTicks).empty()) {
       continue;
     }
     const bool isMatrix = getFirstSPLOMElement(*graph) != nullptr;
