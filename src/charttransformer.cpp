@@ -109,6 +109,38 @@ std::string mergedText(const DOMElement& chartRoot, const DOMElement& dataRoot,
   return text.take();
 }
 
+// True for a data document in which the scanner of XmlDataHandler could take something for what it
+// isn't: it knows no comments, no sections of text and no prefixes.
+bool isForParsers(const std::string& text) {
+  return text.find("<!") != text.npos || text.find(":embeddedSource") != text.npos;
+}
+
+// Rewrites the sources as the scanner reads them.
+void simplify(DOMDocument& data) {
+  std::vector<DOMNode*> rewritten;
+  walkElements(data.getDocumentElement(), [&](DOMElement* element) {
+    if (element->getPrefix() && *element->getPrefix()) rewritten.push_back(element);
+    for (DOMNode* node = element->getFirstChild(); node; node = node->getNextSibling()) {
+      const short kind = node->getNodeType();
+      if (kind == DOMNode::COMMENT_NODE || kind == DOMNode::CDATA_SECTION_NODE) {
+        rewritten.push_back(node);
+      }
+    }
+    return true;
+  });
+  for (DOMNode* node : rewritten) {
+    if (node->getNodeType() == DOMNode::ELEMENT_NODE) {
+      data.renameNode(node, node->getNamespaceURI(), std::u16string(node->getLocalName()).c_str());
+      continue;
+    }
+    DOMNode* parent = node->getParentNode();
+    if (node->getNodeType() == DOMNode::CDATA_SECTION_NODE) {
+      parent->insertBefore(data.createTextNode(node->getNodeValue()), node);
+    }
+    parent->removeChild(node)->release();
+  }
+}
+
 }  // namespace
 
 ChartTransformer::ChartTransformer(const std::string& chartText) {
@@ -260,8 +292,21 @@ unsigned char* ChartTransformer::getCompressedDataStream(unsigned long& size) {
       return copy;
     }
     if (compressedData_.empty()) return nullptr;
+    std::string text;
+    if (!compressedData_.starts_with('x')) {
+      text = compressedData_;
+    } else if (!zlib1211tavo::decompressString(text, compressedData_)) {
+      return nullptr;
+    }
+    if (isForParsers(text)) {
+      const OwnedDocument data(parseOwned(text));
+      if (data) {
+        simplify(*data);
+        text = xmlText(*data);
+      }
+    }
     unsigned length = 0;
-    unsigned char* stream = XmlDataHandler(compressedData_).GetDataStream(length);
+    unsigned char* stream = XmlDataHandler(text).GetDataStream(length);
     size = length;
     return stream;
   } catch (const TavoGoToCaller&) {

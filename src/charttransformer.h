@@ -47,7 +47,8 @@ class CHARTXML_API ChartTransformer : public ChartBase {
   std::string getCompressedData();
   // The data as the stream of VarDataProcessor, in a new array that the caller frees with delete[]:
   // a copy of the stream that the object was made of, or else what XmlDataHandler makes of the
-  // document. Null with `size` 0 when there is no data or it can't be a stream.
+  // document, less its comments and prefixes. Null with `size` 0 when there is no data or it can't
+  // be a stream.
   unsigned char* getCompressedDataStream(unsigned long& size);
   // Applies a template to the chart. False without a chart and for a failure that stopped the run;
   // true all the same for a text that is no template and for commands that failed, which the log

@@ -19,6 +19,10 @@ std::string cutAt(const std::string& text, char separator, std::string& rest) {
 }  // namespace
 
 double TimeConverter::convertDateFromISOFormatToTAVODouble(const std::string& text) {
+  const std::size_t first = text.find('-');
+  if (first == text.npos || text.find('-', first + 1) == text.npos) {
+    return VarDataProcessor::systemMissing;
+  }
   std::string rest;
   const unsigned year = convertStringToUnsignedInt(cutAt(text, '-', rest));
   std::string days;

@@ -45,8 +45,9 @@ class CHARTXML_API TreeTransformer : public ChartBase {
 
   // Merges a display template into the display document, as mergeDOM() does: settings that are
   // there already stay in front of the template's. Where the two are of different namespaces, and
-  // one is written with a prefix, the template takes the document's namespace. False, and nothing changes, for a text that is
-  // empty, can't be parsed or is of another root, and without a display document.
+  // one is written with a prefix, the template takes the document's namespace. False, and nothing
+  // changes, for a text that is empty, can't be parsed or is of another root, and without a display
+  // document.
   bool applyTemplate(const std::string& xml);
 
   // The model as it is stored. `length`, unless null, gets the length of its text, 0 for unknown.

@@ -81,7 +81,9 @@ bool VarDataProcessor::AddDataSource(const std::string& source, unsigned rows) {
   const auto [entry, isNew] = sources.try_emplace(source);
   if (!isNew) return false;
   entry->second.capacity = std::clamp(rows, leastCapacity, mostCapacityAtFirst);
-  stringMaps[source];
+  // A stream may have texts without a column.
+  for (auto& [variable, strings] : stringMaps[source]) forget(strings);
+  stringMaps[source].clear();
   return true;
 }
 
@@ -91,7 +93,7 @@ bool VarDataProcessor::AddVariable(const std::string& source, const std::string&
   _sourcebag& bag = sources[source];
   if (bag.variables.contains(variable)) return false;
   AllocBag(bag, variable);
-  stringMaps[source][variable];
+  forget(stringMaps[source][variable]);
   if (info) FindVariable(source, variable, *info);
   return true;
 }
@@ -155,11 +157,12 @@ unsigned VarDataProcessor::DeleteRow(const std::string& source, unsigned row) {
   const auto bag = sources.find(source);
   if (bag == sources.end()) return 0;
   for (auto& [name, variable] : bag->second.variables) {
+    // Texts may stand behind the rows that a column counts.
+    if (_rowmap* strings = FindStringMap(source, name)) RemoveString(takeRow(*strings, row));
     if (variable.rowCount <= row) continue;
     double* const values = variable.values.get();
     std::copy(values + row + 1, values + variable.rowCount, values + row);
     values[--variable.rowCount] = systemMissing;
-    if (_rowmap* strings = FindStringMap(source, name)) RemoveString(takeRow(*strings, row));
   }
   return bag->second.rowCount();
 }
@@ -167,8 +170,8 @@ unsigned VarDataProcessor::DeleteRow(const std::string& source, unsigned row) {
 bool VarDataProcessor::DeleteColumn(const std::string& source, const std::string& variable) {
   const auto bag = sources.find(source);
   if (bag == sources.end() || bag->second.variables.erase(variable) == 0) return false;
-  if (const _rowmap* strings = FindStringMap(source, variable)) {
-    for (const auto& [row, index] : *strings) RemoveString(index);
+  if (FindStringMap(source, variable)) {
+    forget(stringMaps[source][variable]);
     stringMaps[source].erase(variable);
   }
   return true;
@@ -198,6 +201,11 @@ bool VarDataProcessor::AddVDP(VarDataProcessor& other) {
   return true;
 }
 
+void VarDataProcessor::forget(_rowmap& strings) {
+  for (const auto& [row, index] : strings) RemoveString(index);
+  strings.clear();
+}
+
 double* VarDataProcessor::GetDataPointer(const std::string& source, const std::string& variable) {
   const _varbag* bag = bagFor(source, variable);
   return bag ? bag->values.get() : nullptr;
@@ -223,6 +231,12 @@ bool VarDataProcessor::SetVariableValue(_varinfo* info, unsigned row, double val
 bool VarDataProcessor::SetVariableValueRange(const std::string& source, const std::string& variable,
                                              const double* values, unsigned start, unsigned count) {
   if (!values && count > 0) return false;
+  std::vector<double> kept;
+  if (std::uint64_t(start) + count > GetCapacity(source)) {
+    // The source's own cells move when it grows.
+    kept.assign(values, values + count);
+    values = kept.data();
+  }
   double* const cells = rangeFor(source, variable, start, count);
   if (!cells) return false;
   if (count > 0) std::memmove(cells, values, count * sizeof(double));

@@ -192,6 +192,8 @@ class CHARTXML_API VarDataProcessor {
   class TextIndex;
 
   TextIndex& textIndex();
+  // Gives the texts of a row map back, and empties it.
+  void forget(_rowmap& strings);
   _varbag* bagFor(const std::string& source, const std::string& variable);
   double* rangeFor(const std::string& source, const std::string& variable, unsigned start,
                    unsigned count);

@@ -158,11 +158,19 @@ std::string nameAt(const unsigned char* at, std::size_t field) {
   return {text, strnlen(text, field - 1)};
 }
 
-// What is left of a string section.
+// What is left of a string section, and of the memory that its content may take: an entry of eight
+// bytes becomes one of many times as much. A stream whose texts stand in rows never takes that much.
 class Section {
  public:
   Section(const unsigned char* bytes, std::size_t size, bool isSwapped)
       : next_(bytes), left_(size), isSwapped_(isSwapped) {}
+
+  // False when there isn't enough left.
+  bool take(std::uint64_t bytes) {
+    if (bytes > memoryLeft_) return false;
+    memoryLeft_ -= bytes;
+    return true;
+  }
 
   bool number(std::uint32_t& value) {
     if (left_ < sizeof value) return false;
@@ -192,11 +200,14 @@ class Section {
   const unsigned char* next_;
   std::size_t left_;
   bool isSwapped_;
+  std::uint64_t memoryLeft_ = 4 * std::uint64_t(zlib1211tavo::getInflateLimit());
 };
+
+constexpr std::size_t nodeSize = 48;  // of a map, about
 
 bool readRows(Section& in, _rowmap& strings) {
   std::uint32_t count;
-  if (!in.count(count, 8)) return false;
+  if (!in.count(count, 8) || !in.take(count * std::uint64_t(nodeSize))) return false;
   strings.clear();
   for (; count > 0; --count) {
     std::uint32_t row;
@@ -209,7 +220,7 @@ bool readRows(Section& in, _rowmap& strings) {
 
 bool readTable(Section& in, std::vector<_tableentry>& table) {
   std::uint32_t count;
-  if (!in.count(count, 8)) return false;
+  if (!in.count(count, 8) || !in.take(count * std::uint64_t(sizeof(_tableentry)))) return false;
   table.reserve(count);
   for (; count > 0; --count) {
     _tableentry entry;
@@ -313,9 +324,15 @@ bool StreamReader::readSource(const unsigned char* entry) {
   end_ += variables * blockSize(rows);
 
   const std::string source = nameAt(entry + entryNameAt, sourceNameField);
-  store_.AddDataSource(source, rows);
+  const bool isNew = store_.AddDataSource(source, rows);
   if (variables == 0) return true;
-  if (!takeMemory(store_.sources[source], rows, variables)) return false;
+  _sourcebag& bag = store_.sources[source];
+  if (!takeMemory(bag, rows, variables)) {
+    // A stream may have many columns of few rows, which the usual least capacity is too much for.
+    if (!isNew) return false;
+    bag.capacity = std::max(rows, 1u);
+    if (!takeMemory(bag, rows, variables)) return false;
+  }
   store_.ReallocSource(source, rows);
   for (std::uint32_t i = 0; i < variables; ++i) {
     if (!readVariable(source, rows)) return false;
@@ -328,7 +345,8 @@ bool StreamReader::takeMemory(const _sourcebag& bag, std::uint32_t rows, std::ui
   while (capacity < rows) capacity *= 2;
   const std::uint64_t grown = (capacity - bag.capacity) * bag.variables.size();
   const std::uint64_t bytes = (grown + capacity * variables) * sizeof(double);
-  if (bytes > memoryLeft_) return false;
+  // What follows needs as much as it is long at least.
+  if (bytes + (total_ - end_) > memoryLeft_) return false;
   memoryLeft_ -= bytes;
   return true;
 }
@@ -433,6 +451,8 @@ bool VarDataProcessor::readStrings(const unsigned char* in, std::size_t size, bo
   for (; sourceCount > 0; --sourceCount) {
     std::uint32_t variableCount;
     if (!section.text(name) || !section.count(variableCount, 8)) return false;
+    constexpr std::uint64_t mapSize = nodeSize + sizeof(std::string) + sizeof(_rowmap);
+    if (!section.take((variableCount + 1) * mapSize)) return false;
     auto& variables = stringMaps[name];
     for (; variableCount > 0; --variableCount) {
       if (!section.text(name) || !readRows(section, variables[name])) return false;

@@ -12,6 +12,7 @@
 #include "formatter.h"
 #include "textbuffer.h"
 #include "textconversion.h"
+#include "utf.h"
 #include "vardataprocessor.h"
 #include "xmldatareader.h"
 #include "zlib1211tavo.h"
@@ -43,8 +44,22 @@ constexpr std::string_view entityOf(char c) {
   }
 }
 
-bool isForbidden(char c) {
-  return static_cast<unsigned char>(c) < 0x20 && c != '\t' && c != '\n' && c != '\r';
+bool isUnusual(char c) {
+  const auto byte = static_cast<unsigned char>(c);
+  return byte < 0x20 || byte >= 0x80;
+}
+
+// The text with U+FFFD for what is no UTF-8 and no character of XML.
+std::string plainText(const std::string& text) {
+  std::u16string units = utf::toUtf16(text);
+  std::ranges::replace_if(
+      units,
+      [](char16_t unit) {
+        const bool isBlank = unit == u'\t' || unit == u'\n' || unit == u'\r';
+        return (unit < 0x20 && !isBlank) || unit >= 0xFFFE;
+      },
+      u'\uFFFD');
+  return utf::toUtf8(units);
 }
 
 // Documents are UTF-8, in which no part of a longer character looks like markup: bytes are enough.
@@ -135,16 +150,10 @@ class CellWalk {
   }
 
  private:
-  // A character that no document can hold would make all of it unreadable.
-  static std::string cellText(std::string_view text) {
-    std::string result;
-    for (const char c : text) {
-      if (isForbidden(c)) {
-        result += "\xEF\xBF\xBD";
-      } else {
-        result += c == ';' ? ',' : c;
-      }
-    }
+  // What no document can hold would make all of it unreadable.
+  static std::string cellText(const std::string& text) {
+    std::string result = std::ranges::any_of(text, isUnusual) ? plainText(text) : text;
+    std::ranges::replace(result, ';', ',');
     return escaped(result);
   }
 

@@ -31,12 +31,15 @@ class VarDataProcessor;
 // The five entities and references to characters are decoded in names and cells, and their ';'
 // separates nothing. The id is taken and given as it stands between its quotes, which makes it the
 // same again after a round trip: a store whose source has '<', '&' or '"' in its name gives no
-// well-formed document. Likewise a ';' in the name of a variable makes two of it, and one in a text
-// becomes ','. A control character in a text becomes U+FFFD, since XML has none.
+// well-formed document. Likewise a ';' in the name of a variable makes two of it, and the cells
+// behind it are then those of other columns; a reference to one stays as it stands in names. In a
+// text a ';' becomes ',', and U+FFFD stands for what is no UTF-8 and for control characters; names
+// go out byte for byte, so that one that is no UTF-8 makes a document for this class alone. A
+// stream cuts long names (docs/stream.md): what has one name then is one.
 //
-// No stream comes of a text in which a source has no `<names>`, a row no `</row>` or a value no
-// name; of one with more than 65535 sources; and of one whose columns would take more memory than
-// zlib1211tavo::getInflateLimit(), since that couldn't be read again.
+// No stream comes of a text in which a source with rows has no `<names>`, a row no `</row>` or a
+// value no name; of one with more than 65535 sources; and of one whose columns would take more
+// memory than zlib1211tavo::getInflateLimit(), since that couldn't be read again.
 //
 // A compressed text is one whose first byte is 'x'. Nothing is copied: text and stream are the
 // caller's, and must live as long as the handler.

@@ -103,12 +103,15 @@ void appendUtf8(std::string& text, char32_t c) {
   }
 }
 
-std::string decoded(std::string_view text) {
+enum class Of { Cell, Name };
+
+// In a name a reference to ';' stays as it is: the writer would make two names of the character.
+std::string decoded(std::string_view text, Of kind) {
   std::string result;
   const char* end = text.data() + text.size();
   for (const char* at = text.data(); at != end;) {
     const Reference reference = *at == '&' ? referenceAt(at, end) : Reference();
-    if (reference.length == 0) {
+    if (reference.length == 0 || (kind == Of::Name && reference.character == U';')) {
       result += *at++;
     } else {
       appendUtf8(result, reference.character);
@@ -137,7 +140,10 @@ struct Column {
   _varinfo info;
 };
 
-// The memory that the columns of a document may take.
+constexpr const char* tooMuch = "the data takes more memory than the limit of inflated texts";
+
+// The memory that the columns of a document may take: with what a stream tells of each source it is
+// the length of the stream at least.
 class Budget {
  public:
   // False when there isn't enough left.
@@ -190,13 +196,16 @@ class Filler {
     place_ = row - first_;
   }
 
-  void put(std::size_t column, double value) { gathered_[column * most + place_] = value; }
+  void put(std::size_t column, double value) {
+    gathered_[column * most + place_] = value;
+    touched_ = std::max(touched_, column + 1);
+  }
 
   // The value of a field that isn't plainly a number. strtod takes what stands at its start.
   void putField(std::size_t column, std::string_view field) {
     std::string whole;
     if (field.find('&') != npos) {
-      whole = decoded(field);
+      whole = decoded(field, Of::Cell);
       field = whole;
     }
     const numbertext::Number number = numbertext::scan(field);
@@ -222,7 +231,7 @@ class Filler {
   static constexpr unsigned most = 8;
 
   void flush() {
-    for (std::size_t i = 0; i < columns_.size(); ++i) {
+    for (std::size_t i = 0; i < touched_; ++i) {
       Column& column = columns_[i];
       double* values = &gathered_[i * most];
       for (unsigned place = 0; place < most; ++place) {
@@ -233,6 +242,7 @@ class Filler {
         values[place] = VarDataProcessor::systemMissing;
       }
     }
+    touched_ = 0;
   }
 
   void create(Column& column) {
@@ -246,7 +256,7 @@ class Filler {
 
   void take(std::uint64_t bytes) {
     if (!budget_.take(bytes)) {
-      throw Problem{npos, "the data takes more memory than the limit of inflated texts"};
+      throw Problem{npos, tooMuch};
     }
   }
 
@@ -258,6 +268,7 @@ class Filler {
   std::uint64_t capacity_ = 0;
   std::vector<Column> columns_;
   std::vector<double> gathered_;  // `most` rows of each column from row `first_` on
+  std::size_t touched_ = 0;       // columns, up to the last that a value is gathered for
   unsigned first_ = 0;
   unsigned place_ = 0;
 };
@@ -347,7 +358,7 @@ class RowReader {
       return order_[number].second;
     }
     const auto [known, isNew] = numbers_.emplace(name, filler_.size());
-    if (isNew) filler_.add(decoded(name));
+    if (isNew) filler_.add(decoded(name, Of::Name));
     if (number == order_.size()) order_.emplace_back(name, known->second);
     return known->second;
   }
@@ -437,7 +448,7 @@ bool addNames(std::string_view body, Filler& filler) {
   const char* end = body.data() + stop;
   for (const char* at = body.data() + start + namesStart.size();; ++at) {
     const char* stop = fieldEnd(at, end);
-    filler.add(decoded({at, static_cast<std::size_t>(stop - at)}));
+    filler.add(decoded({at, static_cast<std::size_t>(stop - at)}, Of::Name));
     at = std::find(stop, end, ';');
     if (at == end) return true;
   }
@@ -450,13 +461,15 @@ void readSource(const SourceText& source, const char* origin, Form form, VarData
   if (keep == Keep::All && !source.isEnded) throw Problem{place, "a source has no end tag"};
   const std::string name(source.name);
   const unsigned rows = source.rows;
+  constexpr std::uint64_t entrySize = 80;
+  if (!budget.take(entrySize)) throw Problem{npos, tooMuch};
   if (store.AddDataSource(name, rows)) {
     // The rows are known: the store's own rule takes up to twice as much, and many times as much
     // for small sources.
     store.sources.find(name)->second.capacity = std::max(rows, 1u);
   }
   Filler filler(store, name, rows, keep, budget);
-  if (form == Form::Current && !addNames(body, filler)) {
+  if (form == Form::Current && !addNames(body, filler) && rows > 0) {
     throw Problem{place, "a source has no <names>"};
   }
   RowReader reader(filler, origin);
@@ -491,6 +504,8 @@ Form xmldata::formOf(std::string_view xml) {
 std::size_t xmldata::read(std::string_view xml, Form form, VarDataProcessor& store, Keep keep) {
   constexpr std::size_t mostSources = std::numeric_limits<std::uint16_t>::max();
   Budget budget;
+  constexpr std::uint64_t headerSize = 8;
+  budget.take(headerSize);
   SourceWalk walk(xml, form, keep);
   SourceText source;
   std::size_t count = 0;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <regex>
 
 #include <xercesc/dom/DOM.hpp>
 
@@ -188,6 +189,22 @@ TEST(Transformer, TakesAndGivesItsDataAsAStream) {
   const std::string stream = streamOf(chart);
   ASSERT_NE(stream, "");
   EXPECT_EQ(streamOf(chart), stream);
+
+  // However the chart is written
+  const std::string texts[] = {
+      "<embeddedSource id='a'><!-- <row>7;8</row> --><names>y<!-- ; -->;x&amp;y</names>"
+      "<row>;<![CDATA[1.5]]></row><row>3;<!-- 4 --></row></embeddedSource><graph id='g'/>",
+      "<!-- --><v:embeddedSource id='a'><v:names>y;x&amp;y</v:names><v:row>;1.5</v:row>"
+      "<v:row>3;</v:row></v:embeddedSource><v:graph id='g'/>"};
+  for (const std::string& text : texts) {
+    std::string written = chartText(text);
+    if (text.find("v:") != text.npos) {
+      written = std::regex_replace(written, std::regex("(</?)visualization"), "$1v:visualization");
+      written = std::regex_replace(written, std::regex("xmlns="), "xmlns:v=");
+    }
+    ChartTransformer other(written);
+    EXPECT_EQ(streamOf(other), stream) << written;
+  }
 
   // Rows whose only cell is missing keep their place.
   ChartTransformer gaps(

@@ -73,7 +73,7 @@ TEST(TimeConverter, ReadsTexts) {
                                                   {"1582-10-13 23:59:59", missing},
                                                   {"-2000-01-01", missing},
                                                   {"2000 01 01", missing},
-                                                  {"2000-01", converted(1999y / December / 31)},
+                                                  {"2000-01", missing},
                                                   {"abc", missing},
                                                   {"", missing}};
   for (const auto& [text, value] : dates) {

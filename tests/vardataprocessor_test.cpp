@@ -145,6 +145,32 @@ TEST(DataStream, CutsLongNames) {
   std::vector<std::string> names;
   EXPECT_EQ(again.GetVariableNames(std::string(64, 's'), names), 2u);
   EXPECT_EQ(names, (std::vector{std::string(287, 'v'), std::string(287, 'w')}));
+  // Texts of a name that was cut have no column, and are none of a new one.
+  store.SetStringVariableValue(source, std::string(288, 'v'), 0, "old");
+  ASSERT_TRUE(read(again, streamOf(store)));
+  EXPECT_TRUE(again.AddVariable(source, std::string(288, 'v'), nullptr));
+  EXPECT_TRUE(again.FindStringMap(source, std::string(288, 'v'))->empty());
+  EXPECT_EQ(again.stringTable.at(0).refCount, 0u);
+}
+
+// Columns of few rows have a least capacity that many of them can't have.
+TEST(DataStream, MayBeWide) {
+  const std::size_t limit = zlib1211tavo::getInflateLimit();
+  for (const int sources : {1, 200}) {
+    VarDataProcessor store;
+    for (int i = 0; i < 1000; ++i) {
+      store.AddDataSource("s" + std::to_string(i % sources), 0);
+      store.SetMaxRow("s" + std::to_string(i % sources), "v" + std::to_string(i), 1);
+    }
+    store.AddDataSource("z", 0);
+    store.SetMaxRow("z", "long", 20'000);
+    const std::string stream = streamOf(store);
+    zlib1211tavo::setInflateLimit(blockOf(store).size());
+    VarDataProcessor again;
+    EXPECT_TRUE(read(again, stream));
+    EXPECT_EQ(contentOf(again), contentOf(store));
+    zlib1211tavo::setInflateLimit(limit);
+  }
 }
 
 TEST(DataStream, IsRefusedWhereItsNumbersWouldNotFit) {
@@ -496,6 +522,15 @@ TEST(VarDataProcessor, ReleasesTextsWithTheirCells) {
   EXPECT_EQ(store.stringTable[0].refCount, 0u);
   EXPECT_EQ(store.DeleteRow("source", 1), 1u);
   EXPECT_EQ(store.DeleteRow("unknown", 0), 0u);
+  store.SetStringVariableValueRange("source", "text", 4, {"a", "b"});
+  store.DeleteRow("source", 4);
+  EXPECT_EQ(store.FindStringMap("source", "text")->size(), 2u);
+  EXPECT_EQ(store.FindStringMap("source", "text")->count(5), 0u);
+  // Of itself, while it grows
+  const double* own = store.GetDataPointer("source", "number");
+  const double first = *own;
+  EXPECT_TRUE(store.SetVariableValueRange("source", "number", own, 1500, 2));
+  EXPECT_EQ(store.GetDataPointer("source", "number")[1500], first);
   EXPECT_TRUE(store.DeleteColumn("source", "text"));
   EXPECT_FALSE(store.DeleteColumn("source", "text"));
   EXPECT_EQ(store.stringTable[1].refCount, 0u);

@@ -130,7 +130,7 @@ TEST(XmlData, ReadsNames) {
       {"<names>b;a;b</names>", "1;2;3", "a;b", "2;3"},
       {"<names></names>", "1", "", "1"},
       {"<names/>", "1", "", "1"},
-      {"<names>&#59;;&#x20AC;</names>", "1;2", ";;€", "1;2"},
+      {"<names>&#59;;&#x20AC;</names>", "1;2", "&amp;#59;;€", "1;2"},
       {"<names>a&amp;b;a&#0;b</names>", "1;2", "a&amp;#0;a&amp;b", "2;1"},
   };
   for (const Case& each : cases) {
@@ -184,7 +184,6 @@ TEST(XmlData, GivesNoStreamOfBrokenTexts) {
       "x",
       "<embeddedSource>",
       "<embeddedSource id='s'><names>a</names></embeddedSource>",
-      "<embeddedSource id=\"s\"/>" + text,
       "<embeddedSource id=\"s\"><row>1</row></embeddedSource>",
       "<embeddedSource id=\"s\"><names>a<row>1</row></embeddedSource>",
       "<embeddedSource id=\"s\"></names><names>a<row>1</row></embeddedSource>",
@@ -216,6 +215,11 @@ TEST(XmlData, GivesNoStreamOfBrokenTexts) {
   }
   // Tags within a name are tags.
   EXPECT_EQ(streamOf("<embeddedSource id=\"<row>\"><names>a</names></embeddedSource>"), "");
+  // One without names has no rows, and the others stay.
+  EXPECT_EQ(again("<embeddedSource id=\"r\"/>" + text),
+            "\t<embeddedSource id=\"r\">\n\t\t<names></names>\n\t\t<types></types>\n\t\t<row/>\n"
+            "\t</embeddedSource>\n" +
+                sourceText("s", "a;b", "string;string", {"1;2", "3;4"}));
   // A source without its end has no rows.
   const std::string rowless =
       "\t<embeddedSource id=\"s\">\n\t\t<names></names>\n\t\t<types></types>\n\t\t<row/>\n"
@@ -276,21 +280,22 @@ TEST(XmlData, WritesWhatAStoreHolds) {
   // The text wins, and a cell whose text is gone has its number.
   store.SetVariableValue(&text, 0, 7);
   store.SetStringVariableValue(&text, 0, "a;b");
-  store.SetStringVariableValue(&text, 2, "x<y & \"z\"\x01");
+  store.SetStringVariableValue(&text, 2, "x<y & \"z\"\x01ü\xFC");
   store.SetVariableValue(&text, 3, 8);
   (*text.strings)[3] = VarDataProcessor::noText;
   store.SetVariableValue(&number, 1, 9223372036854775808.0);
   store.SetVariableValue(&number, 2, -0.5);
   std::string out;
   ASSERT_TRUE(XmlDataHandler::WriteStore(store, out));
-  EXPECT_EQ(out, prolog +
-                     "\t<embeddedSource id=\"none\">\n\t\t<names></names>\n\t\t<types></types>\n"
-                     "\t\t<row/>\n\t</embeddedSource>\n" +
-                     sourceText("rowless", "a", "string", {}) +
-                     sourceText("texts", "n;t", "string;string",
-                                {";a,b", store.GetValueAsString("texts", "n", 1) + ";",
-                                 "-0.5;x&lt;y &amp; &quot;z&quot;\xEF\xBF\xBD", ";8"}) +
-                     end);
+  EXPECT_EQ(out,
+            prolog +
+                "\t<embeddedSource id=\"none\">\n\t\t<names></names>\n\t\t<types></types>\n"
+                "\t\t<row/>\n\t</embeddedSource>\n" +
+                sourceText("rowless", "a", "string", {}) +
+                sourceText("texts", "n;t", "string;string",
+                           {";a,b", store.GetValueAsString("texts", "n", 1) + ";",
+                            "-0.5;x&lt;y &amp; &quot;z&quot;\xEF\xBF\xBDü\xEF\xBF\xBD", ";8"}) +
+                end);
   unsigned size = 0;
   const std::unique_ptr<unsigned char[]> stream(store.GetDataStream(size));
   EXPECT_EQ(documentOf({reinterpret_cast<const char*>(stream.get()), size}), out);
