@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "export.h"
@@ -30,18 +31,22 @@ class CHARTXML_API BpVariable : public BpItem {
   Show show_;
 };
 
-// A value of a variable by itself or by its label; without a label by itself.
+// A value of a variable by itself or by its label; without a label by itself, a text without its
+// trailing blanks.
 class CHARTXML_API BpDataValue : public BpItem {
  public:
   enum Preference : int { preferValue = 1, preferLabel = 2 };
 
+  // A text of more than eight bytes takes several values.
+  BpDataValue(const TAVO_Variable* variable, std::vector<OBS> value, Preference preference)
+      : variable_(variable), value_(std::move(value)), preference_(preference) {}
   BpDataValue(const TAVO_Variable* variable, const OBS& value, Preference preference)
-      : variable_(variable), value_(value), preference_(preference) {}
+      : BpDataValue(variable, std::vector<OBS>{value}, preference) {}
   std::string GetText() const override;
 
  private:
   const TAVO_Variable* variable_;
-  OBS value_;
+  std::vector<OBS> value_;
   Preference preference_;
 };
 

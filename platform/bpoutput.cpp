@@ -35,14 +35,18 @@ std::string BpVariable::GetText() const {
 }
 
 std::string BpDataValue::GetText() const {
-  if (!variable_) return {};
+  if (!variable_ || value_.empty()) return {};
   const TAVO_ValueLabelMap* labels =
       preference_ == preferLabel ? variable_->GetValueLabels() : nullptr;
-  const char* label = labels ? labels->GetLabel(value_) : nullptr;
-  return label ? label : obstext::printed(*variable_, value_);
+  if (const char* label = labels ? labels->GetLabel(value_[0]) : nullptr) return label;
+  const TAVO_Format format = variable_->GetFormatEx();
+  if (!obstext::isText(format)) return obstext::printed(*variable_, value_[0]);
+  const std::size_t size = value_.size() * sizeof(OBS);
+  return obstext::textOf(value_.data(), std::min<std::size_t>(format.width, size));
 }
 
 void BpComposite::Add(std::unique_ptr<BpItem> item) {
+  if (!item) return;
   if (sublists_.empty()) Sublist();
   sublists_.back().push_back(std::move(item));
 }

@@ -9,12 +9,13 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "tavodatasource.h"
 
 // Numbers are written with the format's decimals, at the right of its width; what has no room is
-// all asterisks. NaN is the missing value.
+// all asterisks. NaN is the missing value, written as a point.
 class MemoryVariable : public TAVO_Variable, public TAVO_ValueLabelMap {
  public:
   MemoryVariable(const std::string& name, const TAVO_Format& format)
@@ -36,8 +37,10 @@ class MemoryVariable : public TAVO_Variable, public TAVO_ValueLabelMap {
 
   void ToString(const OBS& value, const TAVO_Format& format, char* buffer) const override {
     std::string text(format.width + std::size_t{512}, '\0');
-    const int length = std::snprintf(text.data(), text.size(), "%*.*f", int{format.width},
-                                     int{format.decimals}, value.number);
+    const int length = std::isnan(value.number)
+                           ? std::snprintf(text.data(), text.size(), "%*s", int{format.width}, ".")
+                           : std::snprintf(text.data(), text.size(), "%*.*f", int{format.width},
+                                           int{format.decimals}, value.number);
     const bool fits = length >= 0 && length <= format.width;
     text.replace(0, std::string::npos,
                  fits ? text.substr(0, format.width) : std::string(format.width, '*'));
@@ -46,8 +49,12 @@ class MemoryVariable : public TAVO_Variable, public TAVO_ValueLabelMap {
 
   // Of the text values those of eight bytes at most have labels.
   const char* GetLabel(const OBS& value) const override {
-    const auto text = textLabels_.find(std::string(value.text, strnlen(value.text, 8)));
+    std::string_view bytes(value.text, strnlen(value.text, 8));
+    bytes = bytes.substr(0, bytes.find_last_not_of(' ') + 1);
+    const auto text = textLabels_.find(std::string(bytes));
     if (text != textLabels_.end()) return text->second.c_str();
+    // No label is that of the missing value, which compares with none.
+    if (std::isnan(value.number)) return nullptr;
     const auto number = numberLabels_.find(value.number);
     return number == numberLabels_.end() ? nullptr : number->second.c_str();
   }

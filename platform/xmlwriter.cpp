@@ -110,7 +110,7 @@ class Writer {
       case DOMNode::COMMENT_NODE:
         startLine(node);
         out_.append("<!--");
-        write(node.getNodeValue(), Place::Raw);
+        writeBroken(node.getNodeValue(), u'-', u'-');
         out_.append("-->");
         return false;
       case DOMNode::DOCUMENT_TYPE_NODE:
@@ -210,9 +210,27 @@ class Writer {
     write(node.getNodeName(), Place::Raw);
     if (const XMLCh* data = node.getNodeValue(); data && *data) {
       out_.append(' ');
-      write(data, Place::Raw);
+      writeBroken(data, u'?', u'>');
     }
     out_.append("?>");
+  }
+
+  // With a blank between the two, which no comment or instruction can hold as neighbours: DOM calls
+  // may have written them all the same.
+  void writeBroken(const XMLCh* text, char16_t first, char16_t second) {
+    for (std::u16string_view rest(text ? text : u""); !rest.empty();) {
+      std::size_t end = 0;
+      const auto isBreak = [&] {
+        // Both end with their second character, which counts as a neighbour.
+        return rest[end] == first &&
+               (end + 1 < rest.size() ? rest[end + 1] == second : second == first);
+      };
+      while (end < rest.size() && !isBreak()) ++end;
+      const bool isBroken = end < rest.size();
+      write(rest.substr(0, isBroken ? end + 1 : end), Place::Raw);
+      if (isBroken) out_.append(' ');
+      rest.remove_prefix(isBroken ? end + 1 : end);
+    }
   }
 
   // A section can hold neither its own end nor a carriage return: it is closed around them.

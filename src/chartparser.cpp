@@ -113,6 +113,10 @@ void ChartParser::startElement(const XMLElementDecl& declaration, const unsigned
                                const XMLSize_t attributeCount, const bool isEmpty,
                                const bool isRoot) {
   if (++depth_ > deepestLevel) refuse(u"elements are nested too deep");
+  // Where a document type declares a root that names no schema, that alone would decide.
+  if (kind_ == grammarpool::Kind::Trees && declaration.getObjectType() != XMLElementDecl::Schema) {
+    refuse(u"the document names no schema");
+  }
   for (XMLSize_t i = 0; hasDoctype_ && i < attributeCount; ++i) {
     countText(XMLString::stringLen(attributes.elementAt(i)->getValue()));
   }

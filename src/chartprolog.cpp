@@ -1,5 +1,6 @@
 #include "chartprolog.h"
 
+#include <algorithm>
 #include <map>
 #include <memory>
 
@@ -65,7 +66,8 @@ bool takeAttributes(std::string_view& text, std::map<std::string_view, std::stri
     const std::size_t end = text.find(text[0], 1);
     if (end == text.npos) return false;
     const std::string_view value = text.substr(1, end - 1);
-    if (value.find_first_of("&<") != value.npos) return false;
+    const bool isRead = name.starts_with("xmlns") || name.ends_with("schemaLocation");
+    if (value.find_first_of(isRead ? "&<" : "<") != value.npos) return false;
     if (!result.emplace(name, value).second) return false;
     text.remove_prefix(end + 1);
   }
@@ -138,13 +140,16 @@ chartprolog::Root chartprolog::readRoot(std::string_view text) {
   const std::string declaration =
       colon == name.npos ? "xmlns" : "xmlns:" + std::string(name.substr(0, colon));
   const auto namespaceUri = attributes.find(declaration);
-  const auto location = attributes.find("xsi:schemaLocation");
-  const auto instance = attributes.find("xmlns:xsi");
-  if (namespaceUri == attributes.end() || location == attributes.end() ||
-      instance == attributes.end() ||
-      instance->second != "http://www.w3.org/2001/XMLSchema-instance") {
-    return root;
-  }
+  constexpr std::string_view declares = "xmlns:";
+  const auto location = std::ranges::find_if(attributes, [&](const auto& attribute) {
+    const std::size_t end = attribute.first.find(":schemaLocation");
+    if (end == std::string_view::npos) return false;
+    const auto instance =
+        attributes.find(std::string(declares).append(attribute.first.substr(0, end)));
+    return instance != attributes.end() &&
+           instance->second == "http://www.w3.org/2001/XMLSchema-instance";
+  });
+  if (namespaceUri == attributes.end() || location == attributes.end()) return root;
   root.isPlain = true;
   root.namespaceUri = namespaceUri->second;
   root.schemaLocation = location->second;

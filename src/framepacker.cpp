@@ -326,7 +326,8 @@ ChartString FramePacker::assignValue(double percent) const {
   // The sum makes a negative zero a plain one.
   const double cut = std::isfinite(tenths) ? tenths / 10 + 0.0 : 0;
   ChartString text;
-  text.assignDouble(cut, 16);
+  // One digit less than a double has writes every tenth as it is meant: 8.2, not 8.199999999999999.
+  text.assignDouble(cut, 15);
   text.append(u"%");
   return text;
 }

@@ -13,7 +13,6 @@
 
 namespace {
 
-constexpr unsigned textType = 1;  // of a format
 constexpr const char* missingKey = "E60712";
 
 struct splitVarInfo {
@@ -21,22 +20,16 @@ struct splitVarInfo {
   std::string label;
   std::string value;
   int index = -1;
-  OBS obs{};
+  std::vector<OBS> obs;
 };
-
-// A long text goes on behind the first value.
-std::string textOf(const OBS* value, std::size_t width) {
-  const std::string_view text(reinterpret_cast<const char*>(value), width);
-  return std::string(text.substr(0, text.find_last_not_of(' ') + 1));
-}
 
 std::string valueText(const TAVO_Variable& variable, const OBS* value,
                       FacSTDictionary& dictionary) {
   const TAVO_ValueLabelMap* labels = variable.GetValueLabels();
   if (const char* label = labels ? labels->GetLabel(*value) : nullptr) return label;
   const TAVO_Format format = variable.GetFormatEx();
-  if (format.type == textType) {
-    const std::string text = textOf(value, format.width);
+  if (obstext::isText(format)) {
+    const std::string text = obstext::textOf(value, format.width);
     return text.empty() ? dictionary.LookUp(missingKey) : text;
   }
   if (variable.IsMissing(*value) == 1) return dictionary.LookUp(missingKey);
@@ -69,7 +62,7 @@ bool splitInfo::saveSplitInfo(ProcDSIterator* iterator, ProcedureDataSource cons
       const char* label = variable->GetLabel();
       entry.name = variable->GetName();
       entry.label = label ? label : entry.name;
-      entry.obs = *value;
+      entry.obs = obstext::copied(*variable, value);
       entry.value = valueText(*variable, value, record_->dictionary);
       record_->variables.push_back(std::move(entry));
     } catch (const TavoGoToCaller&) {

@@ -94,31 +94,48 @@ bool hasPrefix(const DOMElement& element) {
   return element.getPrefix() && *element.getPrefix();
 }
 
-// A template of another namespace than the document's takes over that one, unless both are written
-// without a prefix: then its root attributes do it for the whole document. Each schema would know
-// but a part of what is merged.
-void takeNamespace(DOMElement& source, const DOMElement& target) {
-  const std::u16string other(source.getNamespaceURI());
-  if (other == target.getNamespaceURI() || (!hasPrefix(source) && !hasPrefix(target))) return;
+// Renames the elements of a namespace; declarations of their own that would undo that go.
+void moveToNamespace(DOMElement& root, const std::u16string& from, const XMLCh* to,
+                     const std::u16string& prefix) {
   std::vector<DOMElement*> elements;
-  walkElements(&source, [&](DOMElement* element) {
-    if (XMLString::equals(element->getNamespaceURI(), other.c_str())) elements.push_back(element);
+  walkElements(&root, [&](DOMElement* element) {
+    if (XMLString::equals(element->getNamespaceURI(), from.c_str())) elements.push_back(element);
     return true;
   });
+  for (DOMElement* element : elements) {
+    const XMLCh* declared = element->getAttribute(ChartBase::_schemaDefaultNSName);
+    if (element != &root && (from == declared || XMLString::equals(declared, to))) {
+      element->removeAttribute(ChartBase::_schemaDefaultNSName);
+    }
+    const std::u16string name = prefix + element->getLocalName();
+    root.getOwnerDocument()->renameNode(element, to, name.c_str());
+  }
+}
+
+// Brings a template to the namespace and prefix of the document that it is merged into: each schema
+// would know but a part of the whole, and the template may bind the document's own prefix anew.
+// Where both are written without one, the template's root attributes change the whole document
+// instead.
+void shareNamespace(DOMElement& source, DOMElement& target) {
+  const std::u16string other(source.getNamespaceURI());
+  const std::u16string own(target.getNamespaceURI());
+  if (!hasPrefix(source) && !hasPrefix(target)) {
+    if (other != own) moveToNamespace(target, own, other.c_str(), {});
+    return;
+  }
+  const std::u16string targetPrefix(hasPrefix(target) ? target.getPrefix() : u"");
+  const std::u16string declaration = u"xmlns:" + targetPrefix;
   const DOMNamedNodeMap* attributes = source.getAttributes();
   for (XMLSize_t i = attributes->getLength(); i-- > 0;) {
     auto* attribute = static_cast<DOMAttr*>(attributes->item(i));
-    if (other == attribute->getValue() ||
-        XMLString::equals(attribute->getLocalName(), u"schemaLocation")) {
+    if (XMLString::equals(attribute->getName(), ChartBase::_schemaDefaultNSName) ||
+        XMLString::equals(attribute->getLocalName(), u"schemaLocation") ||
+        declaration == attribute->getName()) {
       source.removeAttributeNode(attribute);
     }
   }
-  const std::u16string prefix =
-      hasPrefix(target) ? std::u16string(target.getPrefix()) + u":" : std::u16string();
-  for (DOMElement* element : elements) {
-    const std::u16string name = prefix + element->getLocalName();
-    source.getOwnerDocument()->renameNode(element, target.getNamespaceURI(), name.c_str());
-  }
+  const std::u16string prefix = targetPrefix.empty() ? u"" : targetPrefix + u":";
+  moveToNamespace(source, other, own.c_str(), prefix);
 }
 
 // What merging the document into a new one would print, from where it stands: a copy of a large
@@ -187,7 +204,7 @@ bool TreeTransformer::applyTemplate(const std::string& xml) {
   guarded("TreeTransformer::applyTemplate() fatal error", __LINE__, [&] {
     const OwnedDocument merged = parseOwned(xml, displayFrame.root);
     if (!merged) return;
-    takeNamespace(*merged->getDocumentElement(), *display_->getDocumentElement());
+    shareNamespace(*merged->getDocumentElement(), *display_->getDocumentElement());
     mergeDOM(merged.get(), display_.get());
     isApplied = true;
   });

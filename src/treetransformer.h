@@ -15,8 +15,9 @@
 //
 // Documents are validated against the installation's pmml-2-1.xsd, whose namespace is
 // http://www.dmg.org/PMML-2_1, and treeview-1.0.xsd, whose namespaces are those of the paths
-// /tavo/treeview and /treeview; one of the latter with a document type isn't valid. A document has
-// to name its schema; host and folder of the name don't matter. Values that break the type of their
+// /tavo/treeview and /treeview; one of the latter isn't valid in UTF-16, with a document type or
+// with several schemas. A document has to name its schema; host and folder of the name don't
+// matter, but a model that names others beside it isn't parsed. Values that break the type of their
 // attribute are no errors.
 //
 // Texts are UTF-8, and the `encoding` arguments have no effect. Operations that fail answer null,
@@ -44,10 +45,9 @@ class CHARTXML_API TreeTransformer : public ChartBase {
   // ---- documents
 
   // Merges a display template into the display document, as mergeDOM() does: settings that are
-  // there already stay in front of the template's. Where the two are of different namespaces, and
-  // one is written with a prefix, the template takes the document's namespace. False, and nothing
-  // changes, for a text that is empty, can't be parsed or is of another root, and without a display
-  // document.
+  // there already stay in front of the template's. Where one of the two is written with a prefix,
+  // the template takes the document's namespace and prefix. False, and nothing changes, for a text
+  // that is empty, can't be parsed or is of another root, and without a display document.
   bool applyTemplate(const std::string& xml);
 
   // The model as it is stored. `length`, unless null, gets the length of its text, 0 for unknown.

@@ -159,7 +159,8 @@ std::string nameAt(const unsigned char* at, std::size_t field) {
 }
 
 // What is left of a string section, and of the memory that its content may take: an entry of eight
-// bytes becomes one of many times as much. A stream whose texts stand in rows never takes that much.
+// bytes becomes one of many times as much. A stream whose texts stand in rows never takes that
+// much.
 class Section {
  public:
   Section(const unsigned char* bytes, std::size_t size, bool isSwapped)

@@ -219,6 +219,7 @@ graph first | <setTickLabelFrequency role='x'/> | true
 matrix | <setTickLabelFrequency role='x'/> | false
 one | <setTickLabelFormat role='x'><numberFormat/><some/></setTickLabelFormat> | false
 one | <setTickLabelFormat role='x'><format/><!-- no format --></setTickLabelFormat> | false
+one | <setTickLabelFormat role='x'><?format a='1'?></setTickLabelFormat> | false
 one | <setTickLabelFormat role='x'/> | true
 )")) {
     for (const auto& [name, body] : bodies) {

@@ -35,6 +35,18 @@ std::string imported(const std::string& format, const std::string& element) {
   return body.substr(start.size(), body.find("</sourceVariable>") - start.size());
 }
 
+// It would be there again whenever it is removed.
+TEST(ImportFormat, LeavesWhatADocumentTypeGives) {
+  EditedChart chart(chartText("<sourceVariable id='v'><format prefix='p'/></sourceVariable>",
+                              "<!DOCTYPE visualization [<!ELEMENT format EMPTY>"
+                              "<!ATTLIST format suffix CDATA 'd'>]>"));
+  auto& format = only<PlXFormat>(chart, u"format");
+  const Fragment fragment("<format useGrouping='true'/>");
+  BaseTemplate::importFormat(format, fragment.first());
+  EXPECT_EQ(*format.getPrefix(), 0);
+  EXPECT_EQ(ChartString(format.getSuffix()).toUTF8(), "d");
+}
+
 TEST(ImportFormat, MergesOrReplaces) {
   const ChartBase holder;
   // numberFormat alone sets flags that it doesn't state.

@@ -197,9 +197,9 @@ TEST(FramePacker, ListsGraphsByContainer) {
 }
 
 TEST(FramePacker, CutsPercentagesOff) {
-  const std::pair<double, const char*> cases[] = {{33.39, "33.3%"},   {75, "75%"},
-                                                  {-0.05, "0%"},      {-12.99, "-12.9%"},
-                                                  {1e300, "1e+300%"}, {std::nan(""), "0%"}};
+  const std::pair<double, const char*> cases[] = {
+      {33.39, "33.3%"}, {75, "75%"},        {8.27, "8.2%"},     {99.9, "99.9%"},
+      {-0.05, "0%"},    {-12.99, "-12.9%"}, {1e300, "1e+300%"}, {std::nan(""), "0%"}};
   for (const auto& [value, text] : cases) {
     EXPECT_EQ(FramePacker().assignValue(value).toUTF8(), text);
   }

@@ -78,11 +78,15 @@ TEST(PrinterOfBuiltTrees, WritesWhatXmlCanHold) {
   DOMElement* root = document->getDocumentElement();
   root->appendChild(document->createCDATASection(u"a]]>b\rc"));
   root->appendChild(document->createTextNode(u"\x01\xD800x"));
+  root->appendChild(document->createComment(u"-a--b---"));
+  root->appendChild(document->createProcessingInstruction(u"t", u"x?>y"));
   std::ostringstream out;
   for (DOMNode* node = root->getFirstChild(); node; node = node->getNextSibling()) {
     DOMPrinter().Print(node, out, false);
   }
-  EXPECT_EQ(out.str(), "<![CDATA[a]]]]><![CDATA[>b]]>&#xD;<![CDATA[c]]>\xEF\xBF\xBD\xEF\xBF\xBDx");
+  EXPECT_EQ(out.str(),
+            "<![CDATA[a]]]]><![CDATA[>b]]>&#xD;<![CDATA[c]]>\xEF\xBF\xBD\xEF\xBF\xBDx"
+            "<!---a- -b- - - --><?t x? >y?>");
   document->release();
 }
 

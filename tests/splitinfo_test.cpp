@@ -95,6 +95,10 @@ TEST(SplitInfo, MakesAHeading) {
     gender->setValueLabel(2, "female");
     source.add(std::move(gender), 2);
     source.add(variable("size", numbers), 3);
+    auto region = variable("region", texts);
+    region->setValueLabel("n", "north");
+    source.add(std::move(region), "nord-ouest");
+    source.add(variable("none", numbers), std::nan(""));
     splitInfo info;
     info.saveSplitInfo(&source, &source);
     BpProcedure procedure;
@@ -102,7 +106,7 @@ TEST(SplitInfo, MakesAHeading) {
     return heading ? heading->GetText() : "none";
   };
   MemoryDataSource source;
-  EXPECT_EQ(headingOf(source), "Gender = female, size = 3.0");
+  EXPECT_EQ(headingOf(source), "Gender = female, size = 3.0, region = nord-ouest, none = .");
   Refusing refusing;
   EXPECT_EQ(headingOf(refusing), "none");
 }

@@ -216,7 +216,10 @@ TEST(TreeDisplay, StartsWithTheDefaultsOrWhatIsGiven) {
 TEST(TreeDisplay, IsAbsentWhenItCantBeParsed) {
   for (const std::string& text :
        {displayText("<what/>"), displayText("<treeZoom zoom='1'/>"), displayText("<treeZoom>"),
-        std::string("<displaySettings/>"), modelText("<Node><True/></Node>")}) {
+        std::string("<displaySettings/>"),
+        std::string(
+            "<!DOCTYPE displaySettings [<!ELEMENT displaySettings ANY>]><displaySettings/>"),
+        modelText("<Node><True/></Node>")}) {
     LogFolder folder;
     TreeTransformer tree("", text);
     EXPECT_EQ(display(tree), "");
@@ -304,17 +307,31 @@ TEST(TreeDisplay, TemplatesMayUseOtherPrefixes) {
     TreeTransformer again("", display(tree));
     EXPECT_EQ(display(again), display(tree)) << merged;
   }
-  // Of the other namespace, onto either kind
-  for (const std::string& base : {text, prefixed}) {
-    for (const std::string& merged : {text, prefixed}) {
-      TreeTransformer both("", base);
-      const std::string other =
-          std::regex_replace(merged, std::regex(displayUri + "(?=['\" ])"), otherDisplayUri);
-      ASSERT_NE(other, merged);
-      ASSERT_TRUE(both.applyTemplate(other)) << other;
-      TreeTransformer again("", display(both));
-      EXPECT_EQ(display(again), display(both)) << base << other;
-      EXPECT_NE(display(both), "");
+}
+
+// Of both namespaces, in every spelling, one upon the other
+TEST(TreeDisplay, StaysOneDocument) {
+  std::vector<std::string> documents;
+  for (const std::string& uri : {displayUri, otherDisplayUri}) {
+    documents.push_back(displayText("<treeZoom/><nodeState a='1'><b/></nodeState>", uri));
+    documents.push_back(displayText("<treeZoom xmlns='" + uri + "'/>", uri, " locale='a&amp;b'"));
+    for (const char* prefix : {"t", "u"}) {
+      const std::string mark = std::string(prefix) + ":";
+      documents.push_back("<" + mark + "displaySettings xmlns:" + prefix + "='" + uri +
+                          "' xmlns:i='http://www.w3.org/2001/XMLSchema-instance' "
+                          "i:schemaLocation='" +
+                          uri + " treeview-1.0.xsd'><treeZoom xmlns='" + uri + "'/><" + mark +
+                          "nodeState " + mark + "x='1'/></" + mark + "displaySettings>");
+    }
+  }
+  for (const std::string& base : documents) {
+    for (const std::string& first : documents) {
+      for (const std::string& second : documents) {
+        TreeTransformer tree("", base);
+        ASSERT_TRUE(tree.applyTemplate(first) && tree.applyTemplate(second)) << base << first;
+        TreeTransformer again("", display(tree));
+        ASSERT_EQ(display(again), display(tree)) << base << first << second;
+      }
     }
   }
 }

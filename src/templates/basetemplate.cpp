@@ -72,6 +72,7 @@ bool isBlockAt(const DOMNode& block, unsigned long index) {
   unsigned long position = 0;
   for (const DOMNode* node = parent->getFirstChild(); node; node = node->getNextSibling()) {
     if (!XMLString::equals(dialect::localName(node), PlXUni::_coordinates)) continue;
+    if (position > index) return false;
     if (node == &block) return position == index;
     ++position;
   }

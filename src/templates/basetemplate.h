@@ -175,7 +175,7 @@ class CHARTXML_API BaseTemplate {
   // element.
   void styleLabel(PlXLabel& label, const xercesc::DOMElement* element);
   // The element's own text, CDATA sections included and its placeholders filled in, becomes the
-  // label's; an empty one doesn't.
+  // label's; an empty one doesn't, nor one of nothing but blanks and line ends.
   void mergeText(const xercesc::DOMElement* element, PlXLabel& label);
 
   // Adds a dimension to every block of the graph that has exactly two, references included.

@@ -43,7 +43,8 @@ class CHARTXML_API ChartStyleValue {
   // pairs are added to those that are there. Null changes nothing.
   void initialize(const XMLCh* text);
   // The pairs of all fields that aren't empty in an order of its own, which is the same for every
-  // object, and the unknown ones at the end. Reading it gives an equal object back.
+  // object, and the unknown ones at the end. Reading what an object has read gives an equal one
+  // back.
   ChartString getValue() const;
 
   ChartString borderLeft;

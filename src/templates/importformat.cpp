@@ -1,5 +1,7 @@
 // BaseTemplate's import of format elements: numberFormat, stringFormat, elapsedTimeFormat,
 // dateTimeFormat and the generic format.
+#include <vector>
+
 #include "basetemplate.h"
 #include "dialect.h"
 #include "plxformat.h"
@@ -167,11 +169,13 @@ void BaseTemplate::importStringFormat(PlXFormat& format, const DOMElement* eleme
 
 void BaseTemplate::importFormat(PlXFormat& format, const DOMElement* element) {
   if (!element) return;
+  // By name: what a document type gives by default is there again when it has been removed.
   const DOMNamedNodeMap* attributes = format.getImplementation()->getAttributes();
-  while (attributes->getLength() > 0) {
-    const ChartString name(attributes->item(0)->getNodeName());
-    format.SetAttribute(name.xc_str(), nullptr);
+  std::vector<ChartString> names;
+  for (XMLSize_t i = 0; i < attributes->getLength(); ++i) {
+    names.emplace_back(attributes->item(i)->getNodeName());
   }
+  for (const ChartString& name : names) format.SetAttribute(name.xc_str(), nullptr);
   importKnownAttributes(format, *element);
   format.removeUnitRules();
   if (const DOMElement* rule = firstDescendant(element, PlXUnitRule::_UTF_unitRule)) {

@@ -47,6 +47,11 @@ const ChartString& BaseTemplate::filledText(const DOMElement& element) {
       text.append(node->getNodeValue());
     }
   }
+  // White space with a line end is how the template is laid out.
+  if (text.view().find_first_not_of(u" \t\r\n") == text.view().npos &&
+      text.view().find(u'\n') != text.view().npos) {
+    text.clear();
+  }
   FacSTDictionary dictionary(PathFactory::getPathInstance(3)->getLanguageResourcePath());
   dictionary.SetProcedure("GRAPH");
   ChartBase::updateText(text, &dictionary, installationCodePage());

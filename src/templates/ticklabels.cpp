@@ -9,7 +9,7 @@
 
 namespace {
 
-// The axes of a matrix: the first level is x, the second y.
+// The axes of a matrix: the first level is x, the second y. They lie in no coordinates block.
 std::vector<PlXAxis*> facetAxes(const PlXGraph& graph, const ChartString& role) {
   const PlXFacetLayout* layout = graph.getFacetLayout();
   if (!layout) return {};

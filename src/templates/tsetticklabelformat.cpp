@@ -35,6 +35,7 @@ constexpr std::size_t stringKind = 2;
 bool readChildren(const DOMElement& command,
                   std::array<const DOMElement*, kinds.size()>& children) {
   for (const DOMNode* child = command.getFirstChild(); child; child = child->getNextSibling()) {
+    if (child->getNodeType() != DOMNode::ELEMENT_NODE) return false;
     std::size_t kind = 0;
     while (kind < kinds.size() && !templatexml::is(child->getNodeName(), kinds[kind].name)) ++kind;
     if (kind == kinds.size()) return false;
