@@ -56,28 +56,30 @@ void deflate(const Bytes& block) {
 void addStream(const std::string& label, Kind kind, unsigned rows) {
   // A cell with a text is a node of its row map, and told of beside the limits.
   const bool hasTexts = kind == Kind::Texts;
-  measureTime("stream/" + label + "/GetDataStream and zlib", hasTexts ? noLimit : 1.05, runs, [=]() -> Pair {
-    const Store store = storeOf(kind, rows, 8);
-    const Bytes stream = streamOf(*store);
-    const Bytes block = inflated(stream, lengthOf(stream));
-    return {[=] { streamOf(*store); }, [=] { deflate(block); }};
-  });
-  measureTime("stream/" + label + "/ReadStreamData and zlib", hasTexts ? noLimit : 1.3, runs, [=]() -> Pair {
-    const Bytes stream = streamOf(*storeOf(kind, rows, 8));
-    const std::size_t length = lengthOf(stream);
-    return {[=] {
-              VarDataProcessor store;
-              store.ReadStreamData(stream.data(), static_cast<unsigned>(stream.size()));
-            },
-            [=] { inflate(stream, length); }};
-  });
-  measureBytes("stream/" + label + "/GetDataStream's peak and the bare bytes", noLimit,
-               [=]() -> Sizes {
-                 const Store store = storeOf(kind, rows, 8);
-                 unsigned size = 0;
-                 const std::size_t peak = allocations::peakOf([&] { delete[] store->GetDataStream(size); });
-                 return {peak, lengthOf(streamOf(*store))};
-               });
+  measureTime("stream/" + label + "/GetDataStream and zlib", hasTexts ? noLimit : 1.05, runs,
+              [=]() -> Pair {
+                const Store store = storeOf(kind, rows, 8);
+                const Bytes stream = streamOf(*store);
+                const Bytes block = inflated(stream, lengthOf(stream));
+                return {[=] { streamOf(*store); }, [=] { deflate(block); }};
+              });
+  measureTime("stream/" + label + "/ReadStreamData and zlib", hasTexts ? noLimit : 1.3, runs,
+              [=]() -> Pair {
+                const Bytes stream = streamOf(*storeOf(kind, rows, 8));
+                const std::size_t length = lengthOf(stream);
+                return {[=] {
+                          VarDataProcessor store;
+                          store.ReadStreamData(stream.data(), static_cast<unsigned>(stream.size()));
+                        },
+                        [=] { inflate(stream, length); }};
+              });
+  measureBytes(
+      "stream/" + label + "/GetDataStream's peak and the bare bytes", noLimit, [=]() -> Sizes {
+        const Store store = storeOf(kind, rows, 8);
+        unsigned size = 0;
+        const std::size_t peak = allocations::peakOf([&] { delete[] store->GetDataStream(size); });
+        return {peak, lengthOf(streamOf(*store))};
+      });
   measureBytes(
       "stream/" + label + "/ReadStreamData's peak and the bare bytes", noLimit, [=]() -> Sizes {
         const Bytes stream = streamOf(*storeOf(kind, rows, 8));
