@@ -231,10 +231,13 @@ std::string TreeTransformer::getCompressedPMML(unsigned long* length) {
 }
 
 bool TreeTransformer::inflatePMML(std::string& text) {
-  if (pmmlLength_ != 0) return zlib1211tavo::decompressString(text, compressedPMML_, pmmlLength_);
-  const bool isInflated = zlib1211tavo::decompressString(text, compressedPMML_);
+  if (pmmlLength_ != 0 && zlib1211tavo::decompressString(text, compressedPMML_, pmmlLength_)) {
+    return true;
+  }
+  // Also for a length that isn't the true one.
+  if (!zlib1211tavo::decompressString(text, compressedPMML_)) return false;
   pmmlLength_ = text.size();
-  return isInflated;
+  return true;
 }
 
 DOMDocument* TreeTransformer::setupPMMLDOM() {

@@ -33,9 +33,9 @@ class CHARTXML_API TreeTransformer : public ChartBase {
   static const XMLCh s_membufid[];
 
   // A compressed model with the length of its text in bytes, 0 where that isn't known. A length
-  // that isn't the true one makes the model unreadable. An empty `displayXml` stands for the text
-  // of SetupDisplayData(); one that can't be parsed, or is of another root, leaves the object
-  // without a display document.
+  // that isn't the true one costs time, and is the true one once the model has been read. An empty
+  // `displayXml` stands for the text of SetupDisplayData(); one that can't be parsed, or is of
+  // another root, leaves the object without a display document.
   TreeTransformer(const std::string& compressedPMML, unsigned long length,
                   const std::string& displayXml);
   // A model as text, which is compressed at once.

@@ -151,10 +151,14 @@ TEST(TreeModel, IsEmptyWhenItCantBeInflated) {
   std::string compressed;
   const std::string text = modelText("<Node><True/></Node>");
   ASSERT_TRUE(zlib1211tavo::compressString(text, compressed));
-  const std::pair<std::string, unsigned long> bad[] = {{compressed, text.size() + 1},
-                                                       {compressed, 1},
-                                                       {compressed, ~0ul},
-                                                       {text, 0},
+  for (const unsigned long length : {text.size() + 1, std::size_t(1), ~std::size_t(0)}) {
+    TreeTransformer tree(compressed, length, "");
+    EXPECT_NE(tree.setupPMMLDOM(), nullptr);
+    unsigned long after = 0;
+    tree.getCompressedPMML(&after);
+    EXPECT_EQ(after, text.size());
+  }
+  const std::pair<std::string, unsigned long> bad[] = {{text, 0},
                                                        {text, text.size()},
                                                        {compressed + 'x', 0},
                                                        {compressed.substr(0, 20), 0},
