@@ -1,5 +1,7 @@
 // Applying templates: what it adds to opening a chart, and what ten times as much costs.
 #include <cstddef>
+#include <fstream>
+#include <iterator>
 #include <memory>
 #include <sstream>
 #include <stdexcept>
@@ -104,6 +106,11 @@ std::string templateText(int commands) {
   return text + "</template>";
 }
 
+std::string exampleText(const std::string& name) {
+  std::ifstream file(CHARTXML_EXAMPLES "/" + name + ".xml", std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
 void applyTo(ChartTransformer& chart, const std::string& text) {
   std::vector<std::size_t> passedOver;
   if (!chart.applyTemplate(text, passedOver) || !passedOver.empty()) {
@@ -203,6 +210,12 @@ void addTemplates() {
   // What a chart costs that holds 100 KB depends on how much of it is graphs.
   addHouseStyle("1 graph and data of 100 KB", chartText({.rows = 900}), 0.3, 1.6);
   addHouseStyle("34 graphs of 100 KB", chartOfBytes(100'000), 0.3, 1.6);
+  // The examples nearest to that size.
+  for (const char* name : {"histogram", "stacked-area", "hex-bins"}) {
+    const std::string text = exampleText(name);
+    addHouseStyle(std::string(name) + " of " + std::to_string(text.size() / 1000) + " KB", text,
+                  0.3, 1.6);
+  }
   const auto all = [](int) { return templateText(std::size(houseStyle)); };
   addGrowing(
       "commands", 40, [](int) { return ChartSize{}; }, templateText);
