@@ -211,7 +211,7 @@ void addTemplates() {
   addHouseStyle("1 graph and data of 100 KB", chartText({.rows = 900}), 0.3, 1.6);
   addHouseStyle("34 graphs of 100 KB", chartOfBytes(100'000), 0.3, 1.6);
   // The examples nearest to that size.
-  for (const char* name : {"histogram", "stacked-area", "hex-bins"}) {
+  for (const char* name : {"histogram", "stacked-area"}) {
     const std::string text = exampleText(name);
     addHouseStyle(std::string(name) + " of " + std::to_string(text.size() / 1000) + " KB", text,
                   0.3, 1.6);
