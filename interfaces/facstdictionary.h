@@ -17,9 +17,9 @@
 //
 // In a text `\s` is a blank, for the ends of lines where an editor would strip it; any other
 // backslash is the text's own. An entry may hold further texts behind further tabs. The line
-// `@codepage` names the encoding in which the texts are answered, UTF-8 without it; charts read them
-// in the page of their language, CP1252 for one that has no other. Empty lines and lines without a
-// tab are passed over, and of several entries for a key the first counts.
+// `@codepage` names the encoding in which the texts are answered, UTF-8 without it; charts read
+// them in the page of their language, CP1252 for one that has no other. Empty lines and lines
+// without a tab are passed over, and of several entries for a key the first counts.
 //
 // Nothing fails: a key without an entry is answered by the key itself, and a table that is missing,
 // or larger than a megabyte, has no entries. A file is read at the first look-up after its
