@@ -2,7 +2,6 @@
 #ifndef CHARTXML_OBSTEXT_H
 #define CHARTXML_OBSTEXT_H
 
-#include <algorithm>
 #include <cstring>
 #include <string>
 #include <string_view>

@@ -110,7 +110,7 @@ class Writer {
       case DOMNode::COMMENT_NODE:
         startLine(node);
         out_.append("<!--");
-        writeBroken(node.getNodeValue(), u'-', u'-');
+        writeApart(node.getNodeValue(), u'-', u'-');
         out_.append("-->");
         return false;
       case DOMNode::DOCUMENT_TYPE_NODE:
@@ -210,14 +210,14 @@ class Writer {
     write(node.getNodeName(), Place::Raw);
     if (const XMLCh* data = node.getNodeValue(); data && *data) {
       out_.append(' ');
-      writeBroken(data, u'?', u'>');
+      writeApart(data, u'?', u'>');
     }
     out_.append("?>");
   }
 
   // With a blank between the two, which no comment or instruction can hold as neighbours: DOM calls
   // may have written them all the same.
-  void writeBroken(const XMLCh* text, char16_t first, char16_t second) {
+  void writeApart(const XMLCh* text, char16_t first, char16_t second) {
     for (std::u16string_view rest(text ? text : u""); !rest.empty();) {
       std::size_t end = 0;
       const auto isBreak = [&] {

@@ -82,8 +82,9 @@ bool VarDataProcessor::AddDataSource(const std::string& source, unsigned rows) {
   if (!isNew) return false;
   entry->second.capacity = std::clamp(rows, leastCapacity, mostCapacityAtFirst);
   // A stream may have texts without a column.
-  for (auto& [variable, strings] : stringMaps[source]) forget(strings);
-  stringMaps[source].clear();
+  auto& maps = stringMaps[source];
+  for (auto& [variable, strings] : maps) forget(strings);
+  maps.clear();
   return true;
 }
 
@@ -170,8 +171,8 @@ unsigned VarDataProcessor::DeleteRow(const std::string& source, unsigned row) {
 bool VarDataProcessor::DeleteColumn(const std::string& source, const std::string& variable) {
   const auto bag = sources.find(source);
   if (bag == sources.end() || bag->second.variables.erase(variable) == 0) return false;
-  if (FindStringMap(source, variable)) {
-    forget(stringMaps[source][variable]);
+  if (_rowmap* strings = FindStringMap(source, variable)) {
+    forget(*strings);
     stringMaps[source].erase(variable);
   }
   return true;
