@@ -178,6 +178,13 @@ PlXStyle* BaseTemplate::addStyle(PlXBaseElement& element, const XMLCh* id) {
   return style;
 }
 
+PlXStyle& BaseTemplate::elementStyle(CTElementType& element) {
+  if (auto* schema = dynamic_cast<PlXSchema*>(&element)) {
+    return ensuredStyle(*schema, &PlXSchema::getHingeStyle, &PlXSchema::setHingeStyle);
+  }
+  return styleOf(element);
+}
+
 ChartString BaseTemplate::attribute(const XMLCh* name) const {
   return command ? command->getAttribute(name) : nullptr;
 }
@@ -375,17 +382,33 @@ std::vector<CTVariableType*> BaseTemplate::getLegendVariables(const PlXGraph& gr
   return variables;
 }
 
+void BaseTemplate::forgetLegends() {
+  legendsOf_.reset();
+}
+
 void BaseTemplate::CloneLegendEntry(const ChartString& aestheticId,
                                     const PlXBaseElement& aesthetic) {
   PlXBaseElement* shown = target.objectOf(aesthetic.getImplementation());
   // Entries whose target is gone have none, and are no aesthetic's.
   if (!shown || aestheticId.empty()) return;
-  for (PlXLegend* legend : getLegends()) {
-    for (const PlXLegendTarget* entry : legend->getLegendTargets()) {
-      if (!aestheticId.equals(entry->GetAttribute(PlXUni::_target))) continue;
-      legend->addLegendTarget(CreateUniqueId(PlXUni::_legendTarget).xc_str(), *shown);
+  if (!legendsOf_ || !keepsFindings_) {
+    legendsOf_.emplace();
+    for (PlXLegend* legend : getLegends()) {
+      for (const PlXLegendTarget* entry : legend->getLegendTargets()) {
+        (*legendsOf_)[entry->GetAttribute(PlXUni::_target)].push_back(legend);
+      }
     }
   }
+  const auto found = legendsOf_->find(std::u16string(aestheticId.view()));
+  if (found == legendsOf_->end()) return;
+  const std::vector<PlXLegend*> legends = found->second;
+  for (PlXLegend* legend : legends) {
+    legend->addLegendTarget(CreateUniqueId(PlXUni::_legendTarget).xc_str(), *shown);
+  }
+  // The aesthetic has an id by now.
+  const XMLCh* id = shown->GetAttribute(PlXUni::_id);
+  std::vector<PlXLegend*>& others = (*legendsOf_)[id];
+  others.insert(others.end(), legends.begin(), legends.end());
 }
 
 bool BaseTemplate::isGraphPolar(const PlXGraph& graph) const {

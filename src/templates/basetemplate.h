@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -23,16 +24,20 @@ class CTVariableType;
 class PlXAxis;
 class PlXBaseElement;
 class PlXCategoricalDomain;
+class PlXDash;
 class PlXDimension;
 class PlXFormat;
 class PlXGraph;
 class PlXGridline;
 class PlXInterval;
 class PlXLabel;
+class PlXLabeling;
 class PlXLegend;
 class PlXMajorTicks;
 class PlXMinorTicks;
 class PlXStyle;
+class PlXStyleBy;
+class PlXStyleCycle;
 class PlXVisualization;
 
 // A command is made for one element of a template, asked once to apply itself, and destroyed; it
@@ -122,6 +127,40 @@ class CHARTXML_API BaseTemplate {
   // and an id with the first of them if it has none.
   void CloneLegendEntry(const ChartString& aestheticId, const PlXBaseElement& aesthetic);
 
+  // ---- copies of what an element shows by value, for another that stands beside it. A copy has an
+  // id of its own, or none; lists of styles are copied, variables, domains and conditional styles
+  // are shared.
+  // Every attribute but the id, and but those that the dialect doesn't have for `to`. Answers how
+  // many were copied.
+  int duplicateAttributes(const PlXBaseElement& from, PlXBaseElement& to) const;
+  // The variables of x, y and z. Mind the order of arguments, here and in one other.
+  void copyVariables(CTElementType& to, const CTElementType& from);
+  void cloneConditionalStyles(const CTElementType& from, CTElementType& to);
+  // Dimension, domain, variable and a copy of the list of styles.
+  void cloneStyleBy(const PlXStyleBy& from, PlXStyleBy& to);
+  // Each may be an element or a labeling; with anything else nothing happens. Style-bys, colour
+  // components, colours, dashes, patterns, shapes and sizes are copied, in this order and as far as
+  // `to` may have them; a shape becomes a dash on a line or a path, with the stock list of dashes.
+  // `cloneLegendEntries` gives a copy entries in the legends of what it is a copy of, unless it has
+  // a scale, a statistic or mappings. An element also gets the dots and the block of the other.
+  void cloneElementAesthetics(const PlXBaseElement& from, PlXBaseElement& to,
+                              bool cloneLegendEntries);
+  // Variables, aesthetics and conditional styles.
+  void cloneElementChildren(const CTElementType& from, CTElementType& to, bool cloneLegendEntries);
+  // For lines and texts, which have one colour: the styles of the style-bys take their second
+  // colour for their first, all of them for `always`, else those whose first is missing or
+  // transparent, and black where the second is so too. Colours then act on the first. Answers the
+  // number of style-bys.
+  int changeColor2ToColor(CTElementType& element, bool always);
+  int changeColor2ToColor(PlXLabeling& labeling, bool always);
+  // Adds copies of all lists.
+  void cloneStyleCycle(const PlXStyleCycle& from, PlXStyleCycle& to);
+  // For clients of the class: gives `to` a style-by with the source or expression variable of the
+  // first of `from`, and lists with the two colours of its styles. They change places from a
+  // "point" to a "line" or a "text".
+  void cloneStyleCycle(CTElementType& to, const CTElementType& from, const XMLCh* idBase,
+                       ChartString fromType, ChartString toType);
+
   // ---- predicates
   bool isGraphPolar(const PlXGraph& graph) const;
   bool isGraphClustered(const PlXGraph& graph) const;
@@ -138,6 +177,25 @@ class CHARTXML_API BaseTemplate {
   bool doesCoordinateMatch(const PlXBaseElement& element, const ChartString& role) const;
 
   // ---- styles
+  // A style that an object links, as by getHingeStyle and setHingeStyle. Made with an id of the
+  // base, "style" without one, and linked when there is none.
+  template <class T, class Holder>
+  PlXStyle& ensuredStyle(T& object, PlXStyle* (Holder::*get)() const,
+                         void (Holder::*set)(PlXStyle&), const XMLCh* idBase = nullptr) {
+    PlXStyle* style = (object.*get)();
+    if (!style) {
+      style = addStyle(object, idBase ? CreateUniqueId(idBase).xc_str() : nullptr);
+      (object.*set)(*style);
+    }
+    return *style;
+  }
+  // The one that is simply its style.
+  template <class T>
+  PlXStyle& styleOf(T& object) {
+    return ensuredStyle(object, &T::getStyle, &T::setStyle);
+  }
+  // The hinge style of a schema, the style of any other element.
+  PlXStyle& elementStyle(CTElementType& element);
   // Sets what a style element of a template names: attributes, keys of the text in its attribute
   // `value` (ChartStyleValue), which go before attributes, and children. What it doesn't name stays
   // as it is, with two exceptions: a gradient colour is taken away, and the children glyph,
@@ -200,18 +258,16 @@ class CHARTXML_API BaseTemplate {
   // Imports the style elements below an element: those of number 1 onto the second style, all
   // others onto the first.
   void importNumberedStyles(const xercesc::DOMElement* element, PlXStyle& first, PlXStyle& second);
-  // The style of an object, made and linked when it has none.
-  template <class T>
-  PlXStyle& styleOf(T& object) {
-    PlXStyle* style = object.getStyle();
-    if (!style) object.setStyle(*(style = addStyle(object, nullptr)));
-    return *style;
-  }
+  // A command that adds or removes legends or their entries, other than by CloneLegendEntry, has to
+  // say so before it clones.
+  void forgetLegends();
 
  private:
   const PlXBaseElement* sourceObject(const PlXBaseElement& object) const;
   const std::vector<PlXGraph*>& addressedGraphs() const;
   CTVariableType* clusterVariable(const PlXGraph& graph, const ChartString& role) const;
+
+  void giveStockDashes(PlXDash& dash);
 
   StyleUsers& styleUsers();
   const ChartString& filledText(const xercesc::DOMElement& element);
@@ -220,6 +276,9 @@ class CHARTXML_API BaseTemplate {
   std::unique_ptr<StyleUsers> users_;
   // Found once by a command of the dispatcher: none of them adds or removes graphs.
   mutable std::optional<std::vector<PlXGraph*>> graphs_;
+  // The legends by the ids of what their entries lead to, a legend for each entry. Found once by a
+  // command of the dispatcher.
+  std::optional<std::unordered_map<std::u16string, std::vector<PlXLegend*>>> legendsOf_;
   // The element whose text was filled in last, and that text.
   std::pair<const xercesc::DOMElement*, ChartString> filled_;
 };

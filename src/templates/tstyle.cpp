@@ -33,16 +33,6 @@ namespace {
 
 using Styles = std::vector<PlXStyle*>;
 
-// The style of an object, made with an id of that base and linked when it has none.
-template <class T, class Holder>
-PlXStyle* ensured(BaseTemplate& base, T& object, PlXStyle* (Holder::*get)() const,
-                  void (Holder::*set)(PlXStyle&), const ChartString& idBase = PlXUni::_style) {
-  if (PlXStyle* style = (object.*get)()) return style;
-  PlXStyle* style = base.addStyle(object, base.CreateUniqueId(idBase).xc_str());
-  (object.*set)(*style);
-  return style;
-}
-
 // ---- the styles of the command
 using NumberedStyles = std::map<unsigned long, DOMElement*>;
 
@@ -206,10 +196,10 @@ PlXStyle* styleOf(BaseTemplate& base, CTElementType& element, const Kind& kind) 
   };
   if (auto* schema = dynamic_cast<PlXSchema*>(&element)) {
     for (const Part& part : parts) {
-      if (kind.subtype.equals(part.name)) return ensured(base, *schema, part.get, part.set);
+      if (kind.subtype.equals(part.name)) return &base.ensuredStyle(*schema, part.get, part.set);
     }
   }
-  return ensured(base, element, &CTElementType::getStyle, &CTElementType::setStyle);
+  return &base.styleOf(element);
 }
 
 // Slices fill their pie: the template's own element loses its size and narrows no more.
@@ -310,11 +300,11 @@ void addFrameStyle(BaseTemplate& base, const PlXVisualization& target, const Cha
         return dynamic_cast<PlXLegend*>(object);
       });
   if (auto* labelFrame = dynamic_cast<PlXLabelFrame*>(frame)) {
-    styles.push_back(ensured(base, *labelFrame, &PlXLabelFrame::getStyle, &PlXLabelFrame::setStyle,
-                             labelFrame->getId()));
+    styles.push_back(&base.ensuredStyle(*labelFrame, &PlXLabelFrame::getStyle,
+                                        &PlXLabelFrame::setStyle, labelFrame->getId()));
   } else if (auto* legend = dynamic_cast<PlXLegend*>(frame)) {
     styles.push_back(
-        ensured(base, *legend, &PlXLegend::getStyle, &PlXLegend::setStyle, legend->getId()));
+        &base.ensuredStyle(*legend, &PlXLegend::getStyle, &PlXLegend::setStyle, legend->getId()));
   }
 }
 
@@ -327,20 +317,22 @@ void addLegendStyle(BaseTemplate& base, const PlXVisualization& target, const Ch
   if (!legend) return;
   ChartString idBase(legend->getId());
   if (isFrame) {
-    styles.push_back(ensured(base, *legend, &PlXLegend::getTickFrameStyle,
-                             &PlXLegend::setTickFrameStyle, idBase));
+    styles.push_back(&base.ensuredStyle(*legend, &PlXLegend::getTickFrameStyle,
+                                        &PlXLegend::setTickFrameStyle, idBase.xc_str()));
   } else {
-    styles.push_back(ensured(base, *legend, &PlXLegend::getTickTextStyle,
-                             &PlXLegend::setTickTextStyle, idBase.append(u"tickTextStyle")));
+    styles.push_back(&base.ensuredStyle(*legend, &PlXLegend::getTickTextStyle,
+                                        &PlXLegend::setTickTextStyle,
+                                        idBase.append(u"tickTextStyle").xc_str()));
   }
 }
 
 PlXStyle* labelStyle(BaseTemplate& base, PlXLabel& label, bool isFrame, const ChartString& idBase) {
   if (!isFrame) {
-    return ensured(base, label, &CTLabelType::getStyle, &CTLabelType::setStyle, idBase);
+    return &base.ensuredStyle(label, &CTLabelType::getStyle, &CTLabelType::setStyle,
+                              idBase.xc_str());
   }
-  return ensured(base, label, &CTLabelType::getTextFrameStyle, &CTLabelType::setTextFrameStyle,
-                 idBase);
+  return &base.ensuredStyle(label, &CTLabelType::getTextFrameStyle, &CTLabelType::setTextFrameStyle,
+                            idBase.xc_str());
 }
 
 void addTickStyle(BaseTemplate& base, const PlXVisualization& target, const ChartString& subtype,
@@ -374,8 +366,8 @@ void addPanelTickStyles(BaseTemplate& base, const PlXVisualization& target,
   for (std::size_t i = 0; i < levels.size(); ++i) {
     if (wanted >= 1 && static_cast<std::size_t>(wanted) != i) continue;
     PlXAxis& axis = axisOf(*levels[i]);
-    ensured(base, axis, &PlXAxis::getStyle, &PlXAxis::setStyle, PlXUni::_axis)
-        ->setColor(PlXStyle::_transparent);
+    base.ensuredStyle(axis, &PlXAxis::getStyle, &PlXAxis::setStyle, PlXUni::_axis)
+        .setColor(PlXStyle::_transparent);
     PlXMajorTicks* ticks = axis.getMajorTicks();
     if (!ticks) ticks = axis.addMajorTicks();
     PlXStyle* style = isFrame ? ticks->getTickFrameStyle() : ticks->getStyle();
