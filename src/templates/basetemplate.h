@@ -205,8 +205,20 @@ class CHARTXML_API BaseTemplate {
   // that is none of these is reported, and a value out of range dropped. A null element does
   // nothing.
   void importStyle(const xercesc::DOMElement* styleElement, PlXStyle& style);
-  // The same for several styles, in one walk over the chart.
-  void importStyle(const xercesc::DOMElement* styleElement, const std::vector<PlXStyle*>& styles);
+  // The same for many styles: the element is read once, and must not change in between.
+  class StyleImport {
+   public:
+    StyleImport(BaseTemplate& base, const xercesc::DOMElement* styleElement);
+    ~StyleImport();
+    void onto(PlXStyle& style) const;
+
+   private:
+    struct Reading;
+
+    BaseTemplate& base_;
+    const xercesc::DOMElement* element_;
+    std::unique_ptr<Reading> reading_;
+  };
 
   // ---- formats, ticks and labels, as elements of a template tell them; null elements do nothing
   // These merge: attributes that aren't named stay, but where the words of an attribute say

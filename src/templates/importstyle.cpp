@@ -13,6 +13,7 @@
 #include "chartbase.h"
 #include "chartprinter.h"
 #include "chartstylevalue.h"
+#include "dialect.h"
 #include "domwalk.h"
 #include "plxelements.h"
 #include "plxframes.h"
@@ -28,7 +29,6 @@ using namespace xercesc;
 namespace {
 
 using Value = ChartStyleValue;
-using Styles = std::vector<PlXStyle*>;
 using Ids = std::unordered_set<std::u16string>;
 using StyleUsers = BaseTemplate::StyleUsers;
 template <class T>
@@ -316,12 +316,11 @@ void addSurfaces(Ids& ids, const std::vector<T*>& parts) {
   for (const T* part : parts) addSurface(ids, *part);
 }
 
-// The styles that paint surfaces.
-Ids surfaces(const BaseTemplate& base, const PlXVisualization& target) {
+// The styles that paint surfaces: those of the addressed graphs, of all legends and of the page.
+Ids surfaces(const BaseTemplate& base, const PlXVisualization& target,
+             const std::vector<PlXGraph*>& graphs) {
   Ids ids;
   addSurface(ids, target);
-  std::vector<PlXGraph*> graphs;
-  base.getGraphs(graphs);
   addSurfaces(ids, graphs);
   for (const PlXGraph* graph : graphs) {
     addSurfaces(ids, graph->getIntervals());
@@ -331,15 +330,23 @@ Ids surfaces(const BaseTemplate& base, const PlXVisualization& target) {
   return ids;
 }
 
-// `isOne` when the command addresses a single graph.
+// True when it is a graph, or in a graph, other than the only one that the command addresses.
+bool isElsewhere(const PlXBaseElement& part, const PlXGraph* onlyGraph) {
+  if (!onlyGraph) return false;
+  const DOMNode* node = part.getImplementation();
+  while (node && !XMLString::equals(dialect::localName(node), PlXUni::_graph)) {
+    node = node->getParentNode();
+  }
+  return node && node != onlyGraph->getImplementation();
+}
+
 void findSurfaces(const BaseTemplate& base, const PlXVisualization& target, bool isOne,
                   StyleUsers& users) {
-  if (!users.surfaces || (isOne && !users.restyled.empty())) {
-    users.surfaces = surfaces(base, target);
-  } else {
-    addSurfaces(*users.surfaces, users.restyled);
-  }
-  users.restyled.clear();
+  if (users.surfaces) return;
+  std::vector<PlXGraph*> graphs;
+  base.getGraphs(graphs);
+  users.surfaces = surfaces(base, target, graphs);
+  users.onlyGraph = isOne && !graphs.empty() ? graphs.front() : nullptr;
 }
 
 // A style without an id, as those of cycles are, counts as a surface's where there is any surface.
@@ -448,33 +455,51 @@ Interpolation readInterpolation(const DOMElement& element) {
   return result;
 }
 
+template <class T>
+void addPainted(Painted<T>& painted, T& element) {
+  painted.all.push_back(&element);
+  painted.ofStyle[element.getStyle()->getId()].push_back(&element);
+}
+
 // Gives each element of a tag a style.
 template <class T>
 void findPainted(BaseTemplate& base, const XMLCh* tag, std::optional<Painted<T>>& painted) {
   if (painted) return;
-  painted.emplace();
   std::vector<CTElementType*> elements;
   base.getAllElementsByType(tag, elements);
+  Painted<T> found;
   for (CTElementType* each : elements) {
     auto* element = dynamic_cast<T*>(each);
     if (!element) continue;
-    if (!element->getStyle()) element->setStyle(*base.addStyle(*element, nullptr));
-    painted->all.push_back(element);
-    painted->ofStyle[element->getStyle()->getId()].push_back(element);
+    base.styleOf<CTElementType>(*element);
+    addPainted(found, *element);
   }
+  painted = std::move(found);
 }
 
-// Those that the imported styles paint.
 template <class T>
-std::vector<T*> elementsOf(const Painted<T>& painted, const Ids& imported) {
-  if (imported.contains(ChartBase::_container)) return painted.all;
-  std::vector<T*> elements;
-  for (const std::u16string& id : imported) {
-    const auto found = painted.ofStyle.find(id);
-    if (found == painted.ofStyle.end()) continue;
-    elements.insert(elements.end(), found->second.begin(), found->second.end());
+void noticePainted(std::optional<Painted<T>>& painted, PlXBaseElement& part) {
+  auto* element = painted ? dynamic_cast<T*>(&part) : nullptr;
+  if (element && element->getStyle()) addPainted(*painted, *element);
+}
+
+// What got a style of its own since the last import, as a new element does.
+void noticeRestyled(StyleUsers& users) {
+  for (PlXBaseElement* part : users.restyled) {
+    if (users.surfaces && !isElsewhere(*part, users.onlyGraph)) addSurface(*users.surfaces, *part);
+    noticePainted(users.lines, *part);
+    noticePainted(users.areas, *part);
+    noticePainted(users.paths, *part);
   }
-  return elements;
+  users.restyled.clear();
+}
+
+// Those that a style paints.
+template <class T>
+std::vector<T*> elementsOf(const Painted<T>& painted, const std::u16string& style) {
+  if (style == ChartBase::_container) return painted.all;
+  const auto found = painted.ofStyle.find(style);
+  return found == painted.ofStyle.end() ? std::vector<T*>() : found->second;
 }
 
 template <class T>
@@ -497,23 +522,20 @@ void setSmoothing(T& element, const Interpolation& interpolation) {
   element.setShowDiscontinuity(interpolation.type.equals(PlXUni::_jump));
 }
 
-// Lines, areas and paths that the imported styles paint are interpolated; the other areas and paths
-// are too, but for their breaks.
+// Lines, areas and paths that the style paints are interpolated; the other areas and paths are too,
+// but for their breaks. A command may say the same of many styles: each is asked for its elements
+// once, and all areas and paths follow once.
 void interpolate(BaseTemplate& base, const PlXVisualization* source, StyleUsers& users,
-                 const DOMElement& element, const Styles& styles) {
-  const bool isFirst = users.followed != &element;
-  if (isFirst) users.following.clear();
-  users.followed = &element;
-  Ids imported;
-  for (const PlXStyle* style : styles) {
-    if (users.following.insert(style->getId()).second) addId(imported, style);
-  }
+                 const DOMElement& element, const PlXStyle& style) {
+  const auto [followed, isFirst] = users.followed.try_emplace(&element);
+  const std::u16string id(style.getId());
+  if (!followed->second.insert(id).second) return;
   const Interpolation interpolation = readInterpolation(element);
   findPainted(base, PlXLine::_UTF_line, users.lines);
   findPainted(base, PlXArea::_UTF_area, users.areas);
   findPainted(base, PlXPath::_UTF_path, users.paths);
   const auto paint = [&](const auto& painted) {
-    for (auto* each : elementsOf(painted, imported)) {
+    for (auto* each : elementsOf(painted, id)) {
       setBreaks(*each, source, interpolation);
       setSmoothing(*each, interpolation);
     }
@@ -534,45 +556,57 @@ void reportUnknownChild(const DOMElement& child) {
 
 }  // namespace
 
+// What a style element says, but for its children.
+struct BaseTemplate::StyleImport::Reading {
+  Value value;
+  Statements properties;
+  Statements withoutKey;
+
+  explicit Reading(const Attributes& texts)
+      : value(texts[PlXUni::_value]),
+        properties(statedProperties(texts, value)),
+        withoutKey(statedWithoutKey(texts)) {}
+  bool hasStrokeOrFill() const { return !value.stroke.empty() || !value.fill.empty(); }
+};
+
 BaseTemplate::StyleUsers& BaseTemplate::styleUsers() {
   if (!users_ || !keepsFindings_) users_ = std::make_unique<StyleUsers>();
   return *users_;
 }
 
-void BaseTemplate::importStyle(const DOMElement* styleElement, PlXStyle& style) {
-  importStyle(styleElement, Styles{&style});
+BaseTemplate::StyleImport::StyleImport(BaseTemplate& base, const DOMElement* element)
+    : base_(base), element_(element) {
+  if (element) reading_ = std::make_unique<Reading>(Attributes(*element));
 }
 
-void BaseTemplate::importStyle(const DOMElement* styleElement, const Styles& styles) {
-  if (!styleElement || styles.empty()) return;
-  const DOMElement& element = *styleElement;
-  const Attributes texts(element);
-  const Value value(texts[PlXUni::_value]);
-  const bool hasStrokeOrFill = !value.stroke.empty() || !value.fill.empty();
-  StyleUsers& users = styleUsers();
-  if (hasStrokeOrFill) {
-    findSurfaces(*this, target, attribute(PlXUni::_graph).convertToInteger() > 0, users);
+BaseTemplate::StyleImport::~StyleImport() = default;
+
+void BaseTemplate::StyleImport::onto(PlXStyle& style) const {
+  if (!element_) return;
+  const PlXStyle* source = base_.sourceOf(style);
+  StyleUsers& users = base_.styleUsers();
+  noticeRestyled(users);
+  write(reading_->properties, style, source);
+  if (reading_->hasStrokeOrFill()) {
+    findSurfaces(base_, base_.target, base_.attribute(PlXUni::_graph).convertToInteger() > 0,
+                 users);
+    importStrokeAndFill(reading_->value, style, source, isSurface(style, *users.surfaces));
   }
-  const Statements properties = statedProperties(texts, value);
-  for (PlXStyle* style : styles) {
-    write(properties, *style, sourceOf(*style));
-    if (!hasStrokeOrFill) continue;
-    importStrokeAndFill(value, *style, sourceOf(*style), isSurface(*style, *users.surfaces));
-  }
-  for (const DOMElement* child = firstElement(&element); child; child = nextElement(child)) {
+  for (const DOMElement* child = firstElement(element_); child; child = nextElement(child)) {
     const ChartString name(child->getTagName());
     const Child* known =
         std::ranges::find_if(children, [&](const Child& each) { return name.equals(each.name); });
     if (known != std::end(children)) {
-      for (PlXStyle* style : styles) {
-        importChild(*child, known->attributes, *style, sourceOf(*style));
-      }
+      importChild(*child, known->attributes, style, source);
     } else if (name.equals(PlXUni::_interpolation)) {
-      interpolate(*this, source, users, *child, styles);
+      interpolate(base_, base_.source, users, *child, style);
     } else {
       reportUnknownChild(*child);
     }
   }
-  const Statements withoutKey = statedWithoutKey(texts);
-  for (PlXStyle* style : styles) write(withoutKey, *style, sourceOf(*style));
+  write(reading_->withoutKey, style, source);
+}
+
+void BaseTemplate::importStyle(const DOMElement* styleElement, PlXStyle& style) {
+  StyleImport(*this, styleElement).onto(style);
 }

@@ -24,16 +24,17 @@ struct BaseTemplate::StyleUsers {
 
   // The ids of the styles that paint surfaces.
   std::optional<std::unordered_set<std::u16string>> surfaces;
-  // What got a new style after those were found.
-  std::vector<const PlXBaseElement*> restyled;
+  // The one that the command addresses; null when that is all of them.
+  const PlXGraph* onlyGraph = nullptr;
+  // What got a new style since these were found.
+  std::vector<PlXBaseElement*> restyled;
 
   std::optional<Painted<PlXLine>> lines;
   std::optional<Painted<PlXArea>> areas;
   std::optional<Painted<PlXPath>> paths;
-  // The last child interpolation, which all areas and paths follow, and the ids of the styles whose
+  // The children interpolation that all areas and paths follow, and the ids of the styles whose
   // elements do.
-  const xercesc::DOMElement* followed = nullptr;
-  std::unordered_set<std::u16string> following;
+  std::unordered_map<const xercesc::DOMElement*, std::unordered_set<std::u16string>> followed;
 };
 
 #endif

@@ -6,6 +6,7 @@
 // that they lack.
 #include <algorithm>
 #include <map>
+#include <optional>
 
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/util/XMLString.hpp>
@@ -224,17 +225,21 @@ void styleElements(BaseTemplate& base, const PlXGraph& graph, const Kind& kind, 
   const GraphFacts facts{base.isGraphPolar(graph), base.isGraphClustered(graph),
                          !base.getDimensionsByRole(graph, PlXUni::_z).empty()};
   const ChartString coordinate(style.getAttribute(PlXUni::_coordinate));
-  Styles styles;
-  std::vector<const PlXInterval*> plainBars;
+  std::optional<BaseTemplate::StyleImport> import;
   for (CTElementType* element : elements) {
     if (!base.doesCoordinateMatch(*element, coordinate) || isAnnotation(*element)) continue;
+    // By its style as it is now: one before may have changed it, where they share one.
     const Match found = match(base, *element, kind, facts);
-    if (found.isSlice) fitToSlices(style);
-    if (found.isMeant) styles.push_back(styleOf(base, *element, kind));
-    if (found.isPlainBar) plainBars.push_back(static_cast<const PlXInterval*>(element));
+    if (found.isMeant) {
+      if (!import) {
+        // Of this kind all are slices or none.
+        if (found.isSlice) fitToSlices(style);
+        import.emplace(base, &style);
+      }
+      import->onto(*styleOf(base, *element, kind));
+    }
+    if (found.isPlainBar) whitenPatterns(static_cast<const PlXInterval&>(*element));
   }
-  base.importStyle(&style, styles);
-  for (const PlXInterval* interval : plainBars) whitenPatterns(*interval);
 }
 
 // ---- texts and their frames
@@ -445,7 +450,10 @@ bool TStyle::ProcessCommand() {
     const std::vector<const DOMElement*> elements = directStyles(*command);
     if (elements.empty()) return true;
     const Styles found = textStyles(*this, target, kind, attribute(PlXUni::_level));
-    for (const DOMElement* element : elements) importStyle(element, found);
+    for (const DOMElement* element : elements) {
+      const StyleImport import(*this, element);
+      for (PlXStyle* style : found) import.onto(*style);
+    }
     return true;
   }
   const std::vector<PlXGraph*> graphs = target.getGraphs();
