@@ -241,6 +241,13 @@ std::u16string ModelStore::firstFreeId(const XMLCh* stem) {
     id = stem + utf::toUtf16(std::to_string(number));
     return !owner_.doesIdExist(id.c_str());
   };
+  // Plain DOM calls free numbers without a word. A few are looked at again each time, in turn: a
+  // walk over all would make a loop of new identifiers quadratic.
+  constexpr unsigned long fewNumbers = 16;
+  for (unsigned long i = 0; i < std::min(fewNumbers, numbers.taken); ++i) {
+    numbers.looked = numbers.looked % numbers.taken + 1;
+    if (isFree(numbers.looked)) numbers.freed.insert(numbers.looked);
+  }
   while (!numbers.freed.empty()) {
     if (isFree(*numbers.freed.begin())) return id;
     numbers.freed.erase(numbers.freed.begin());

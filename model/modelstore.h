@@ -58,7 +58,8 @@ class ModelStore {
   void noteAttribute(xercesc::DOMElement* element, const XMLCh* name);
 
   // `stem` with the first number from 1 that makes it an identifier which no element of the
-  // document has. Asking often costs no walk over the numbers that are taken.
+  // document has. Asking often costs no walk over the numbers that are taken; one above 16 that a
+  // plain DOM call has freed is found by one of the next questions.
   std::u16string firstFreeId(const XMLCh* stem);
   // To be told of each identifier that is withdrawn from the document.
   void noteFreeId(const std::u16string& id);
@@ -91,9 +92,11 @@ class ModelStore {
   std::unordered_map<std::size_t, std::vector<Link>> links_;
   bool linksIndexed_ = false;
   bool endsWithDocument_ = false;
-  // Of a stem: all numbers up to `taken` are, but perhaps for those that were freed since.
+  // Of a stem: all numbers up to `taken` are, but perhaps for those that were freed since. `looked`
+  // is the one that was looked at again last.
   struct Numbers {
     unsigned long taken = 0;
+    unsigned long looked = 0;
     std::set<unsigned long> freed;
   };
   std::unordered_map<std::u16string, Numbers> numbers_;

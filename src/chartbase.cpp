@@ -40,12 +40,14 @@ ChartString textOf(const XMLCh* text) {
   return ChartString(text);
 }
 
-// The first element at or below `root`, in document order, of that name and with that attribute.
+// The first element at or below `root`, in document order, of that name, "*" for any, and with that
+// attribute.
 DOMElement* elementWithAttribute(DOMNode* root, const XMLCh* tag, const XMLCh* attribute,
                                  const XMLCh* value) {
+  const bool isAny = XMLString::equals(tag, u"*");
   DOMElement* result = nullptr;
   walkElements(root, [&](DOMElement* element) {
-    if (!result && XMLString::equals(element->getNodeName(), tag) &&
+    if (!result && (isAny || XMLString::equals(element->getNodeName(), tag)) &&
         XMLString::equals(element->getAttribute(attribute), value)) {
       result = element;
     }
@@ -270,7 +272,7 @@ DOMElement* ChartBase::getElementWithAttribute(const XMLCh* tag, const XMLCh* at
 }
 
 bool ChartBase::AddID(DOMElement* element, const XMLCh* id) {
-  if (!element || !document_) return false;
+  if (!element) return false;
   if (!id || !*id) {
     report(
         textOf(u"ID name attribute is empty for element ").append(element->getNodeName()).toUTF8(),
@@ -286,7 +288,7 @@ bool ChartBase::AddID(DOMElement* element, const XMLCh* id) {
                .toUTF8(),
            __FILE__, __LINE__);
   }
-  DOMAttr* attribute = document_->createAttribute(PlXUni::_id);
+  DOMAttr* attribute = document_ ? document_->createAttribute(PlXUni::_id) : nullptr;
   if (!attribute) return false;
   attribute->setValue(id);
   element->setAttributeNode(attribute);

@@ -96,7 +96,8 @@ class CHARTXML_API ChartBase {
   // The token at a 0-based index; runs of delimiters count as one. Empty past the last.
   static ChartString getToken(const XMLCh* text, const XMLCh* delimiters, unsigned index);
   // The prefix, or "id" for an empty one, with the first number from 1 that makes it an identifier
-  // which no element of the chart has.
+  // which no element of the chart has. Of many, one that a plain DOM call has taken from its element
+  // may be passed over for a while.
   static ChartString CreateUniqueId(const ChartString& prefix, PlXVisualization& visualization);
 
   // Replaces every placeholder for the present local date and time in a title or footnote:
@@ -145,11 +146,11 @@ class CHARTXML_API ChartBase {
                             ConstChartStringSet names);
 
   // These work on the current document, which a derived class sets. Without one they find nothing
-  // and make nothing.
+  // and make nothing. The tag "*" is any.
   xercesc::DOMElement* getElementWithAttribute(const XMLCh* tag, const XMLCh* attribute,
                                                const XMLCh* value) const;
   // Sets the attribute "id" and makes it an identifier of the document. An id that exists already
-  // is reported and set all the same. False for a null or empty id.
+  // is reported and set all the same. False for a null or empty id, which is reported too.
   bool AddID(xercesc::DOMElement* element, const XMLCh* id);
   int AddAttribute(xercesc::DOMElement* element, const XMLCh* name, const XMLCh* value);
   // The first `style` of that id below the element, made as its last child if there is none. Null

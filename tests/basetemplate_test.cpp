@@ -44,11 +44,8 @@ TEST(Queries, AddressGraphsByPosition) {
       "<container id='c'><graph id='a'><interval id='i'/></graph></container><graph id='b'>"
       "<coordinates><polarTransform/></coordinates><interval id='j'/></graph><graph id='d'/>";
   const std::tuple<const char*, const char*, const char*, const char*> cases[] = {
-      {"", "a b d ", "j ", "i "},
-      {"0", "a b d ", "j ", "i "},
-      {"2", "b ", "j ", ""},
-      {"3", "d ", "", ""},
-      {"5", "", "", ""}};
+      {"", "a b d ", "j ", "i "}, {"0", "a b d ", "j ", "i "}, {"2", "b ", "j ", ""},
+      {"3", "d ", "", ""},        {"5", "", "", ""},           {"-1", "", "", ""}};
   for (const auto& [number, ids, polar, straight] : cases) {
     Asked chart(body, std::string("<command graph='") + number + "'/>");
     std::vector<PlXGraph*> graphs{nullptr};
@@ -83,8 +80,11 @@ TEST(Queries, FindElementsAndTheirBlocks) {
   EXPECT_TRUE(chart.queries.isIntervalRangeElement(*all[3]));
   EXPECT_FALSE(chart.queries.isIntervalRangeElement(*all[1]));
   // The point is in the second block, the others in none.
-  for (const auto& [index, second, first] :
-       {std::tuple("", false, true), {"0", false, true}, {"1", true, false}, {"2", false, false}}) {
+  for (const auto& [index, second, first] : {std::tuple("", false, true),
+                                             {"0", false, true},
+                                             {"1", true, false},
+                                             {"2", false, false},
+                                             {"-1", false, false}}) {
     EXPECT_EQ(chart.queries.doesCoordinateMatch(*all[1], ChartString(index)), second) << index;
     EXPECT_EQ(chart.queries.doesCoordinateMatch(*all[2], ChartString(index)), first) << index;
   }

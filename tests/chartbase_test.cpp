@@ -9,6 +9,7 @@
 
 #include "pathfactory.h"
 #include "plxframes.h"
+#include "plxstyle.h"
 #include "testsupport.h"
 
 using namespace xercesc;
@@ -164,6 +165,7 @@ TEST(Utilities, WorkOnTheCurrentDocument) {
   EXPECT_EQ(base.getElementWithAttribute(u"style", u"id", u"s")->getParentNode(), base.root());
   EXPECT_EQ(base.getElementWithAttribute(u"style", u"id", u"g"), nullptr);
   EXPECT_NE(base.getElementWithAttribute(u"style", u"color", nullptr), nullptr);
+  EXPECT_EQ(base.getElementWithAttribute(u"*", u"id", u"g"), graph);
 
   EXPECT_TRUE(base.AddID(graph, u"h"));
   EXPECT_EQ(base.document().getElementById(u"h"), graph);
@@ -173,6 +175,9 @@ TEST(Utilities, WorkOnTheCurrentDocument) {
             std::string::npos);
   EXPECT_NE(folder.log().find("Attempting to add an existing ID to an element (s graph) at file"),
             std::string::npos);
+
+  EXPECT_FALSE(ChartBase().AddID(base.root(), nullptr));
+  EXPECT_NE(folder.log().find("is empty for element visualization at"), std::string::npos);
 
   EXPECT_EQ(base.AddAttribute(graph, u"name", u""), 0);
   EXPECT_TRUE(graph->hasAttribute(u"name"));
@@ -223,6 +228,10 @@ TEST(UniqueIds, TakeTheFirstFreeNumber) {
   PlXVisualization chart(document->getDocumentElement());
   EXPECT_EQ(ChartBase::CreateUniqueId("", chart).toUTF8(), "id2");
   EXPECT_EQ(ChartBase::CreateUniqueId("style", chart).toUTF8(), "style1");
+  for (const XMLCh* id : {u"style1", u"style3"}) chart.addStyle()->setId(id);
+  EXPECT_EQ(ChartBase::CreateUniqueId("style", chart).toUTF8(), "style4");
+  chart.getElementById(u"style2")->setAttribute(u"id", u"renamed");
+  EXPECT_EQ(ChartBase::CreateUniqueId("style", chart).toUTF8(), "style2");
 }
 
 TEST(NumberTexts, HaveAPointWhateverTheLocale) {

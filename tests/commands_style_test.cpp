@@ -118,6 +118,7 @@ TEST(SetStyle, GivesEachGraphTheStyleOfItsNumber) {
       {"<style number='2' color='red'/>", "b "},
       {"<style number='2' color='red'/><style number='2' color='blue'/>", ""},
       {"<style number='99999999999999999999' color='red'/>", ""},
+      {"<style number='-1' color='red'/>", ""},
       {"<other><style color='red'/></other>", "a b "},
       {"", ""}};
   for (const auto& [styles, holders] : cases) {
@@ -199,6 +200,12 @@ TEST(SetStyle, MakesWhatPartsLack) {
        "<graph><interval positionModifier='dodge' style='s'><styleBy id='pattern1'/>"
        "</interval><interval style='t'><styleBy id='pattern2'/></interval></graph>"
        "<style id='s' color='white'/><style id='t' color='red' depth='1pt'/>"},
+      // The first makes the second an error bar, which patterns don't whiten.
+      {"<graph><interval style='s'/><interval style='s'><styleBy id='pattern1'/></interval></graph>"
+       "<style id='s'/>",
+       "<setStyle type='bar'><style symbol='ibeam'/></setStyle>",
+       "<graph><interval style='s'/><interval style='s'><styleBy id='pattern1'/></interval></graph>"
+       "<style id='s' symbol='ibeam'/>"},
       {"<legend id='k'/><extension legend1='k'/>",
        "<setStyle type='text' subtype='legend1'><style depth='1pt'/></setStyle>",
        "<legend id='k' tickTextStyle='ktickTextStyle1'/><style id='c-o-n-t-a-i-n-er'>"

@@ -232,6 +232,14 @@ TEST(ImportStyle, ReportsAnUnknownChildAndGoesOn) {
   EXPECT_NE(folder.log().find("Error -- ChartXML: Unsupported style child encountered "
                               "(<bogus a=\"1\"/>) at file src/templates/importstyle.cpp"),
             std::string::npos);
+  // For each element that is styled
+  EditedChart("<graph><line/><line/><area/></graph>")
+      .apply("<setStyle type='line'><style><other/></style></setStyle>");
+  const std::string log = folder.log();
+  const std::size_t first = log.find("(<other/>)");
+  ASSERT_NE(first, log.npos);
+  EXPECT_EQ(log.find("(<other/>)", log.find("(<other/>)", first + 1) + 1), log.npos);
+  EXPECT_NE(log.find("(<other/>)", first + 1), log.npos);
 }
 
 TEST(ImportStyle, KnowsTheStylesOfSurfaces) {

@@ -37,6 +37,13 @@ std::vector<std::string> wordsOf(const std::string& text) {
   return words;
 }
 
+std::vector<std::string> split(const std::string& text, char separator) {
+  std::istringstream stream(text);
+  std::vector<std::string> parts;
+  for (std::string part; std::getline(stream, part, separator);) parts.push_back(part);
+  return parts;
+}
+
 std::string joined(const std::vector<std::string>& words, const std::string& separator) {
   std::string result;
   for (const std::string& word : words) result += (result.empty() ? "" : separator) + word;
@@ -103,6 +110,9 @@ class SchemaReader {
       if (kind != "element") continue;
       SchemaElement& entry = result[name];
       entry.documentation = documentationOf(*element);
+      for (const std::string& need : annotation(*element, "needs")) {
+        entry.needs.push_back(split(need, '|'));
+      }
       addType(attribute(*element, u"type"), entry);
       addAttributes(*element, entry);
       addChildren(name, entry);
@@ -193,9 +203,8 @@ bool contains(const std::vector<std::string>& words, const std::string& word) {
 // The keys of pairs "key:value" that are none of the known ones.
 std::vector<std::string> problemsOfKeys(const std::string& text,
                                         const std::vector<std::string>& known) {
-  std::istringstream pairs(text);
   std::vector<std::string> problems;
-  for (std::string pair; std::getline(pairs, pair, ';');) {
+  for (std::string pair : split(text, ';')) {
     pair.erase(0, pair.find_first_not_of(':'));
     const std::string key = pair.substr(0, pair.find(':'));
     if (key.empty() || contains(known, key)) continue;

@@ -37,6 +37,8 @@ struct SchemaElement {
   std::string documentation;
   bool isCommand = false;
   bool readsAllAttributes = false;
+  // It does nothing unless it has one of each: an attribute that isn't empty, or a child.
+  std::vector<std::vector<std::string>> needs;
   std::map<std::string, SchemaAttribute> attributes;
   std::map<std::string, SchemaChild> children;
 };

@@ -82,6 +82,7 @@ class Builder : public DefaultHandler {
   void endOther() {
     endText();
     noteEnd();
+    open_.back()->hasOtherNodes = true;
   }
 
   // Keeps the text, if it isn't blank, with the place of its first sign.

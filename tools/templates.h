@@ -16,6 +16,8 @@ struct TemplateNode {
   // Without those of namespaces and schemas.
   std::vector<std::pair<std::string, std::string>> attributes;
   std::vector<TemplateNode> children;
+  // True with a comment or a processing instruction among the children.
+  bool hasOtherNodes = false;
 
   bool isText() const { return name.empty(); }
 };

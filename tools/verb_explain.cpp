@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <iomanip>
 #include <sstream>
 
@@ -82,9 +83,40 @@ class Explanation {
     addContent(node, *element, {}, 1);
   }
 
+  // What makes an element as a whole do nothing.
+  void addNeeds(const TemplateNode& node, const SchemaElement& element) {
+    const std::string doesNothing = '\'' + node.name + "' does nothing ";
+    for (const std::vector<std::string>& need : element.needs) {
+      if (std::any_of(need.begin(), need.end(),
+                      [&](const auto& name) { return has(node, name); })) {
+        continue;
+      }
+      std::string names;
+      for (const std::string& name : need) names += (names.empty() ? "'" : " or '") + name + '\'';
+      addProblem(node, doesNothing + "without " + names);
+    }
+    if (node.name != "setTickLabelFormat") return;
+    if (node.hasOtherNodes) addProblem(node, doesNothing + "with a comment in it");
+    const auto categorical = std::pair<std::string, std::string>("categorical", "true");
+    if (std::count(node.attributes.begin(), node.attributes.end(), categorical) &&
+        !has(node, "stringFormat")) {
+      addProblem(node, doesNothing + "for categorical axes without 'stringFormat'");
+    }
+  }
+
+  // An attribute that isn't empty, or a child.
+  static bool has(const TemplateNode& node, const std::string& name) {
+    return std::any_of(
+               node.attributes.begin(), node.attributes.end(),
+               [&](const auto& each) { return each.first == name && !each.second.empty(); }) ||
+           std::any_of(node.children.begin(), node.children.end(),
+                       [&](const TemplateNode& child) { return child.name == name; });
+  }
+
   // `names` are those of a parameter.
   void addContent(const TemplateNode& node, const SchemaElement& element, const ValueRule& names,
                   std::size_t depth) {
+    addNeeds(node, element);
     for (const auto& [name, value] : node.attributes) {
       addAttribute(node, element, names, depth, name, value);
     }

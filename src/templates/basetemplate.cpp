@@ -197,9 +197,10 @@ const PlXBaseElement* BaseTemplate::sourceObject(const PlXBaseElement& object) c
 const std::vector<PlXGraph*>& BaseTemplate::addressedGraphs() const {
   if (!graphs_ || !keepsFindings_) {
     std::vector<PlXGraph*> all = framesByTag<PlXGraph>(target, PlXUni::_graph);
-    const unsigned long number = attribute(PlXUni::_graph).convertToInteger();
-    if (number > 0) {
-      PlXGraph* one = number <= all.size() ? all[number - 1] : nullptr;
+    const long number = attribute(PlXUni::_graph).convertToSignedInteger();
+    if (number != 0) {
+      const bool isThere = number > 0 && static_cast<std::size_t>(number) <= all.size();
+      PlXGraph* one = isThere ? all[number - 1] : nullptr;
       all.assign(one ? 1 : 0, one);
     }
     graphs_ = std::move(all);
@@ -465,9 +466,9 @@ bool BaseTemplate::isIntervalRangeElement(const CTElementType& element) const {
 
 bool BaseTemplate::doesCoordinateMatch(const CTElementType& element,
                                        const ChartString& coordinate) const {
-  const unsigned long index = coordinate.convertToInteger();
+  const long index = coordinate.convertToSignedInteger();
   const PlXCoordinates* block = element.getCoordinates();
-  return block ? isBlockAt(*block->getImplementation(), index) : index == 0;
+  return block && index >= 0 ? isBlockAt(*block->getImplementation(), index) : index == 0;
 }
 
 bool BaseTemplate::doesCoordinateMatch(const PlXBaseElement& element,

@@ -35,16 +35,17 @@ namespace {
 using Styles = std::vector<PlXStyle*>;
 
 // ---- the styles of the command
-using NumberedStyles = std::map<unsigned long, DOMElement*>;
+using NumberedStyles = std::map<long, DOMElement*>;
 
-// Of several with the same number the last counts.
+// Of several with the same number the last counts. A negative one is no graph's.
 NumberedStyles numberedStyles(const DOMElement& command) {
   NumberedStyles styles;
   for (DOMElement* child = firstElement(&command); child; child = nextElement(child)) {
     walkElements(child, [&](DOMElement* element) {
       if (XMLString::equals(element->getTagName(), PlXUni::_style)) {
-        const ChartString number(element->getAttribute(PlXUni::_number));
-        styles[number.convertToInteger()] = element;
+        const long number =
+            ChartString(element->getAttribute(PlXUni::_number)).convertToSignedInteger();
+        if (number >= 0) styles[number] = element;
       }
       return true;
     });
@@ -52,7 +53,7 @@ NumberedStyles numberedStyles(const DOMElement& command) {
   return styles;
 }
 
-DOMElement* styleForGraph(const NumberedStyles& styles, unsigned long index) {
+DOMElement* styleForGraph(const NumberedStyles& styles, long index) {
   if (styles.size() == 1 && styles.begin()->first == 0) index = 0;
   const auto found = styles.find(index);
   return found == styles.end() ? nullptr : found->second;
@@ -458,7 +459,7 @@ bool TStyle::ProcessCommand() {
   }
   const std::vector<PlXGraph*> graphs = target.getGraphs();
   for (std::size_t i = 0; i < graphs.size(); ++i) {
-    DOMElement* style = styleForGraph(styles, i);
+    DOMElement* style = styleForGraph(styles, static_cast<long>(i));
     if (style) styleElements(*this, *graphs[i], kind, *style);
   }
   return true;
