@@ -1,6 +1,8 @@
 // The questions that commands ask a chart.
 #include "basetemplate.h"
 
+#include <regex>
+
 #include "commandcases.h"
 #include "plxaesthetics.h"
 #include "plxcoordinates.h"
@@ -94,8 +96,9 @@ TEST(Queries, CountReferencesAsPlaces) {
   Asked chart(
       "<graph><coordinates><polarTransform/><dimension id='a'><axis/></dimension>"
       "<dimensionReference/><dimension id='c'/></coordinates><coordinates><dimension id='d'/>"
-      "<dimension id='e'/></coordinates><point/></graph>");
-  for (const auto& [role, ids] : {std::pair("x", "a d "), {"y", ""}, {"y2", "e "}, {"z", "c "}}) {
+      "<dimension id='e'/></coordinates><coordinates><dimension id='f'/><dimension id='g'/>"
+      "</coordinates><point/></graph>");
+  for (const auto& [role, ids] : {std::pair("x", "a d f "), {"y", ""}, {"y2", "e "}, {"z", "c "}}) {
     EXPECT_EQ(idsOf(chart.queries.getDimensionsByRole(chart.graph(), ChartString(role))), ids);
   }
   EXPECT_FALSE(chart.queries.isChartTrue3D(chart.graph()));
@@ -103,17 +106,68 @@ TEST(Queries, CountReferencesAsPlaces) {
   const auto blocks = chart.graph().getCoordinatess();
   EXPECT_EQ(blocks[0]->getDimensions().size(), 2u);
   EXPECT_EQ(blocks[1]->getDimensions().size(), 3u);
-  Asked solid(
-      "<graph><coordinates><dimension/><dimension/><dimension><axis/></dimension>"
-      "</coordinates><point><z/></point></graph>");
-  EXPECT_TRUE(solid.queries.isChartTrue3D(solid.graph()));
+}
+
+TEST(Queries, TellKindsOfCharts) {
+  const ChartBase holder;
+  const auto graph = [](const std::string& z, const std::string& elements) {
+    return "<sourceVariable id='v'/><expressionVariable id='q' expression='a/b'/>"
+           "<expressionVariable id='e' expression='a'/><graph><coordinates><dimension/>"
+           "<dimension/>" +
+           z + "</coordinates>" + elements + "</graph>";
+  };
+  const std::string axis = "<dimension><axis/></dimension>";
+  const std::string clusters = "<dimension clusterVariable='v'/>";
+  struct Row {
+    std::string body;
+    bool isSolid, isClustered, isMatrix;
+  };
+  const Row rows[] = {
+      {graph(axis, "<line/><point><z/></point>"), true, false, false},
+      {graph(axis, "<point/>"), false, false, false},
+      {graph("<dimension/>", "<point><z/></point>"), false, false, false},
+      {graph(clusters, ""), false, true, false},
+      {graph("", "<line/><point><x variable='q'/><y variable='q'/></point>"), false, false, true},
+      {graph("", "<point><x variable='q'/><y variable='e'/></point>"), false, false, false},
+      {graph("", "<point><x variable='e'/><y variable='q'/></point>"), false, false, false},
+      {graph("", "<point><x variable='q'/></point>"), false, false, false}};
+  for (const Row& row : rows) {
+    Asked chart(row.body);
+    EXPECT_EQ(chart.queries.isChartTrue3D(chart.graph()), row.isSolid) << row.body;
+    EXPECT_EQ(chart.queries.isGraphClustered(chart.graph()), row.isClustered) << row.body;
+    EXPECT_EQ(chart.queries.getFirstSPLOMElement(chart.graph()) != nullptr, row.isMatrix)
+        << row.body;
+  }
+}
+
+TEST(Queries, TakeTheFirstDomain) {
+  const ChartBase holder;
+  const std::tuple<const XMLCh*, const char*, const char*> rows[] = {
+      {u"legend", "<color variable='v' domain='a'/>", "a "},
+      {u"legend", "<size domain='i' variable='v'/>", "v "},
+      {u"legend", "<size domain='i'/><split variable='v'/><labeling domain='b'/>", "b "},
+      {u"legend", "<visibility domain='a'/>", "none "},
+      {u"z", "<z variable='v'/>", "v "},
+      {u"y", "<y variable='v'/>", "none "}};
+  for (const auto& [role, content, domain] : rows) {
+    Asked chart(
+        "<sourceVariable id='s' domain='v'/><categoricalDomain id='v'/>"
+        "<categoricalDomain id='a'/><categoricalDomain id='b'/><intervalDomain id='i'/>"
+        "<graph><point>" +
+        std::regex_replace(content, std::regex("variable='v'"), "variable='s'") +
+        "</point></graph>");
+    const PlXPoint* point = chart.graph().getPoints().front();
+    EXPECT_EQ(idOf(chart.queries.getCategoricalDomain(chart.graph(), role, point)), domain)
+        << content;
+  }
 }
 
 TEST(Queries, FindVariablesAndCategories) {
   const ChartBase holder;
   const auto body = [](const std::string& cluster) {
     return "<sourceVariable id='v' domain='own'><format><relabel from='1' to='one'/>"
-           "<relabel to='none'/></format></sourceVariable><sourceVariable id='w'/>"
+           "<relabel to='none'/></format><format><relabel from='2' to='one'/></format>"
+           "</sourceVariable><sourceVariable id='w'/>"
            "<categoricalDomain id='own'/><categoricalDomain id='other'/><graph><coordinates>"
            "<dimension" +
            cluster +
@@ -157,14 +211,14 @@ TEST(Queries, MakeStylesAndEntries) {
   for (const char* id : {"a", "none", ""})
     chart.queries.CloneLegendEntry(ChartString(id), *colors[1]);
   const std::pair<const XMLCh*, const char*> styles[] = {
-      {nullptr, "style1 "}, {u"", "style2 "}, {u"style1", "style1 "}};
+      {nullptr, "style1 "}, {u"", "style2 "}, {u"style1", "style1 "}, {u"k", "k1 "}};
   for (const auto& [id, made] : styles) {
     EXPECT_EQ(idOf(chart.queries.addStyle(chart.graph(), id)), made);
   }
   EXPECT_TRUE(chart.body().ends_with(
       "<legendTarget target='a'/><legendTarget id='legendTarget1' target='b'/><legendTarget "
       "id='legendTarget2' target='b'/></legend><legend id='m'/><style id='c-o-n-t-a-i-n-er'>"
-      "<style id='style1'/><style id='style2'/></style>"))
+      "<style id='style1'/><style id='style2'/><style id='k1'/></style>"))
       << chart.body();
   for (const bool otherwise : {true, false}) {
     for (const XMLCh* name : {u"t", u"f", u"u", u"o", u"n"}) {

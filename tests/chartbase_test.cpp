@@ -141,10 +141,12 @@ TEST(Parse, KeepsEarlierDocuments) {
 TEST(NewDocuments, NameTheirSchemas) {
   EXPECT_EQ(ChartBase::createPlXDocument(nullptr), nullptr);  // no parser library yet
   ChartBase base;
-  for (auto* create : {&ChartBase::createPlXDocument, &ChartBase::createDocument}) {
+  for (const auto& [create, schema] : {std::pair(&ChartBase::createPlXDocument, "grafo-2.9.xsd"),
+                                       {&ChartBase::createDocument, "grafo-1.4.xsd"}}) {
     DOMDocument* document = create(u"UTF-16");
     const std::string text = PlXVisualization(document->getDocumentElement()).AsUTF8();
     EXPECT_TRUE(ChartBase::ValidXML(text)) << text;
+    EXPECT_NE(text.find(schema), text.npos) << text;
     base.releaseDocument(document);
   }
   base.releaseDocument(nullptr);
@@ -245,6 +247,7 @@ TEST(NumberTexts, HaveAPointWhateverTheLocale) {
     EXPECT_EQ(each->asDouble(""), 0);
     EXPECT_EQ(each->asString(1.5), "1.5");
     EXPECT_EQ(each->asString(0.1), "0.1");
+    EXPECT_EQ(each->asString(0.1234567890123456), "0.1234567890123456");
     EXPECT_EQ(each->asString(1234567.0), "1234567");
     EXPECT_EQ(each->asString(-12), "-12");
   }

@@ -197,6 +197,7 @@ TEST(AxisCommands, AnswerWhatTheyFound) {
       {"one", one},
       {"graph last", one + "<graph/>"},
       {"graph first", "<graph/>" + one},
+      {"clusters", categorical + graph("<dimension clusterVariable='v'/>")},
       {"matrix", matrix(ticks, "<facetLevel>" + ticks + "</facetLevel>")}};
   // Of label commands the last graph alone counts, with ticks or without.
   for (const auto& row : rowsOf(R"(
@@ -221,6 +222,8 @@ one | <setTickLabelFormat role='x'><numberFormat/><some/></setTickLabelFormat> |
 one | <setTickLabelFormat role='x'><format/><!-- no format --></setTickLabelFormat> | false
 one | <setTickLabelFormat role='x'><?format a='1'?></setTickLabelFormat> | false
 one | <setTickLabelFormat role='x'/> | true
+clusters | <setTickLabelFormat role='x' categorical='true'><format/></setTickLabelFormat> | false
+clusters | <setTickLabelFormat role='x' categorical='true'><stringFormat/></setTickLabelFormat> | true
 )")) {
     for (const auto& [name, body] : bodies) {
       if (row[0] != name) continue;
@@ -315,6 +318,16 @@ TEST(SetAxisInterval, ReplacesTheBounds) {
   | <setAxisInterval role='x' max='20040730000000000000000' min='2004-07-30'/>
   | <intervalDomain id='d'><range exact='true' min='2004-07-30'/>
   <range exact='true' max='20040730000000000000000'/></intervalDomain>[<dimension domain='d' NICE/>]
+<intervalDomain id='d'/><intervalDomain id='e'/>[<dimension domain='d'/>]
+  [<dimension domain='e'><axis><majorTicks/></axis><axis><majorTicks/></axis></dimension>]
+  | <setAxisInterval role='x' min='1'/> | <intervalDomain id='d'><range exact='true' min='1'/>
+  </intervalDomain><intervalDomain id='e'><range exact='true' min='1'/></intervalDomain>
+  [<dimension domain='d' NICE/>][<dimension domain='e' NICE><axis><majorTicks base='1'/></axis>
+  <axis><majorTicks base='1'/></axis></dimension>]
+<intervalDomain id='d'/>[<dimension domain='d'/>]
+  | <setAxisInterval role='x' min='2004-07-30 00:00:00.0000'/>
+  | <intervalDomain id='d'><range exact='true' min='2004-07-30 00:00:00.0000'/></intervalDomain>
+  [<dimension domain='d' NICE/>]
 <categoricalDomain id='c'/>[<dimension domain='c'/>] | <setAxisInterval role='x' max='5'/>
   | <categoricalDomain id='c'/>[<dimension domain='c' NICE/>]
 )");
@@ -339,6 +352,9 @@ TEST(AxisCommands, SetMarginsSidesAndStyles) {
   opposite='true'/> | [<dimension><axis opposite='true'/><axis opposite='false'/></dimension>]
 {} | <setAxisStyle role='x'><style color='red'/><style depth='1pt'/></setAxisStyle>
   | [<dimension><axis style='style1'/></dimension>]STYLES<style id='style1' depth='1pt'/></style>
+[<dimension><axis style='s'/></dimension>]<style id='s' color='blue'/> | <setAxisStyle role='x'>
+  <style depth='1pt'/></setAxisStyle> | [<dimension><axis style='s'/></dimension>]
+  <style id='s' color='blue' depth='1pt'/>
 {<label/>} | <setAxisStyle role='x'/> | {<label style='style1' textFrameStyle='style2'/>}
   STYLES<style id='style1'/><style id='style2' HIDDEN/></style>
 {} | <setAxisStyle role='x'><label>a</label></setAxisStyle>
@@ -350,6 +366,17 @@ TEST(AxisCommands, SetMarginsSidesAndStyles) {
   | {<label style='t' textFrameStyle='f'/>}<style id='t' color='blue' depth='2pt'/>
   <style id='f' depth='3pt'/>
 )");
+}
+
+TEST(AxisCommands, KnowTheUnitsOfTicks) {
+  const ChartBase holder;
+  for (const std::string unit :
+       {"second", "minute", "hour", "day", "week", "month", "year", "decade"}) {
+    EditedChart chart(graph("<dimension><axis><majorTicks/></axis></dimension>"));
+    chart.apply(command("setAxisMajorTicks", "role='x' deltaUnit='" + unit + "'"));
+    const bool isKnown = chart.body().find("deltaUnit='" + unit + "'") != std::string::npos;
+    EXPECT_EQ(isKnown, unit != "decade") << unit;
+  }
 }
 
 TEST(AxisCommands, MakeAndStyleTicks) {
@@ -386,6 +413,15 @@ TEST(AxisCommands, MakeAndStyleTicks) {
   | {<majorTicks markStyle='m'/><minorTicks markStyle='style1' number='2'/>}
   <style id='m' color='red'/>STYLES<style id='style1' color='red'/></style>
 {<majorTicks/>} | MINOR styleOnly='true'>/MIN | {<majorTicks/>}
+[<dimension/></coordinates><coordinates><dimension><axis><minorTicks markStyle='m'/></axis>
+  </dimension>]<style id='m'/> | MINOR number='5'><markStyle><style depth='1pt'/></markStyle>/MIN
+  | [<dimension/></coordinates><coordinates><dimension><axis><minorTicks markStyle='m'/></axis>
+  </dimension>]<style id='m' depth='1pt'/>
+[<dimension/></coordinates><coordinates><dimension><axis><majorTicks OWN/></axis></dimension>]
+  <style id='m'/><style id='l'/><style id='f'/> | MAJOR length='3pt'><markStyle>
+  <style depth='1pt'/></markStyle>/MAJ
+  | [<dimension/></coordinates><coordinates><dimension><axis><majorTicks OWN/></axis></dimension>]
+  <style id='m' depth='1pt'/><style id='l'/><style id='f'/>
 {<minorTicks markStyle='m' number='4'/>}<style id='m'/> | MINOR styleOnly='true'
   number='5' position='cross' length='1pt'>GRID<markStyle><style depth='1pt'/></markStyle>
   /MIN | {<minorTicks markStyle='m' number='4'/>}<style id='m' depth='1pt'/>

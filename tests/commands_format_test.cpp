@@ -76,6 +76,9 @@ TEST(ImportFormat, MergesOrReplaces) {
 <format prefix='a'><unitRule/></format> | <format/> | <format/>
 <format baseFormat='duration' prefix='a'/> | <dateTimeFormat suffix='b'/>
   | <format baseFormat='duration' suffix='b'/>
+<format/> | <numberFormat maximumFractionDigits='4294967297'/> | <format
+  negativesInParentheses='false' negativesOutside='false' useGrouping='false'/>
+<format/> | <dateTimeFormat><DateFormat><year/></DateFormat></dateTimeFormat> | <format/>
 <format/> | <dateTimeFormat><other><timeFormat/></other><dateFormat/></dateTimeFormat>
   | <format baseFormat='dateTime'/>
 )");
@@ -98,6 +101,7 @@ date | <monthName long='true'/> | monthFormat='long' showMonth='true'
 date | <monthName long='false'/> | monthFormat='short' showMonth='true'
 date | <quarter prefix='Q' suffix=''/> | quarterPrefix='Q' showQuarter='true'
 date | <year showCentury='true'/><hour/> | showYear='true' yearAbbreviation='false'
+date | <era/><year/> | showEra='true' showYear='true'
 date | <year showCentury='false'/> | showYear='true' yearAbbreviation='true'
 time | <hour twentyFour='true' showAMPM='true' fill='true'/> | hourFormat='amPm'
   hourPadding='true' showHour='true'
@@ -158,6 +162,9 @@ TEST(MergeText, TakesTheElementsOwnText) {
   const ChartBase holder;
   EXPECT_EQ(merged("<label/>"), "[old][more]");
   EXPECT_EQ(merged("<label><style/><!-- no text --></label>"), "[old][more]");
+  EXPECT_EQ(merged("<label>\n  <style/>\n</label>"), "[old][more]");
+  EXPECT_EQ(merged("<label>  <style/></label>"), "[  ]");
+  EXPECT_EQ(merged("<label>a<![CDATA[ <b> ]]>c</label>"), "[a <b> c]");
   EXPECT_EQ(merged("<label> a<style>no</style><!-- no --> &lt;b </label>"), "[ a <b ]");
 }
 

@@ -105,6 +105,14 @@ TEST(SetStyle, TellsElementsApart) {
     EXPECT_EQ(painted(body, attributes), holders) << attributes;
   }
   EXPECT_EQ(painted(plain, "type='bar'", "<style color='red' coordinate='1'/>"), "other ");
+  // What procedures draw on top has one of these words in its id.
+  for (const std::string word : {"AIM", "biplot", "centroid", "control", "Guide", "guide", "series",
+                                 "survival", "triplot"}) {
+    EXPECT_EQ(painted(graphOf({{"interval", "a" + word + "1"}}), "type='bar'"), "") << word;
+  }
+  for (const std::string word : {"aim", "Biplot", "contro", "serie"}) {
+    EXPECT_EQ(painted(graphOf({{"interval", word}}), "type='bar'"), word + " ");
+  }
 }
 
 TEST(SetStyle, GivesEachGraphTheStyleOfItsNumber) {
@@ -147,9 +155,10 @@ TEST(SetStyle, FindsTextsAndTheirFrames) {
       "<labelFrame id='f'><label/></labelFrame><legend id='k'/><legend id='m'><label/></legend>"
       "<graph><coordinates><dimension><axis><label/><majorTicks id='xt'/></axis></dimension>"
       "<dimension><axis><label id='y1'/></axis><axis><label id='y2'/><majorTicks/></axis>"
-      "</dimension></coordinates><facetLayout><facetLevel id='p' level='5'><axis>"
+      "<axis><label id='y3'/></axis></dimension></coordinates><facetLayout><facetLevel id='p' "
+      "level='5'><axis>"
       "<majorTicks id='pt' style='s'/></axis></facetLevel><facetLevel id='q' level='6'/>"
-      "</facetLayout></graph><style id='s'/>"
+      "</facetLayout><extension title1='none' legend1=''/></graph><style id='s'/>"
       "<extension title1='f' legend1='k' legend2='m' dangling='none'/>";
   const std::pair<const char*, const char*> cases[] = {
       {"type='labelFrame' subtype='title1'", "f "},
@@ -175,6 +184,7 @@ TEST(SetStyle, FindsTextsAndTheirFrames) {
       {"type='text' subtype='panel_title'", "labelp1 labelq1 "},
       {"type='textFrame' subtype='panel_title' level='6'", "labelq1.textFrameStyle "},
       {"type='text' subtype='panel_title' level='1'", ""},
+      {"type='text' subtype='panel_title' level='0'", ""},
       {"type='text' subtype='bogus'", ""}};
   for (const auto& [attributes, holders] : cases) {
     EXPECT_EQ(painted(body, attributes), holders) << attributes;

@@ -130,6 +130,26 @@ TEST(AddFormat, MapsEachTypeByWidthAndDecimals) {
        "baseFormat=duration errorCharacter=* hourFormat=twentyFour hourPadding=true "
        "maximumFractionDigits=2 minimumFractionDigits=2 minutePadding=true secondPadding=true "
        "showHour=false showMillis=true showMinute=true showSecond=true"},
+      {{10, 20, 0},
+       "baseFormat=dateTime dayOfMonthPadding=true dayPadding=true dayType=dayOfMonth "
+       "errorCharacter=* mdyOrder=dmy monthFormat=short separatorChars=.,-: showDay=true " +
+           hidden + "showMonth=true showSecond=false showYear=true yearAbbreviation=false"},
+      {{9, 38, 0},
+       "baseFormat=dateTime dayOfMonthPadding=true dayPadding=true dayType=dayOfMonth "
+       "errorCharacter=* mdyOrder=dmy monthFormat=number separatorChars=.,.: showDay=true " +
+           hidden + "showMonth=true showSecond=false showYear=true yearAbbreviation=false"},
+      {{8, 39, 0},
+       "baseFormat=dateTime dayOfMonthPadding=true dayPadding=true dayType=dayOfMonth "
+       "errorCharacter=* mdyOrder=ymd monthFormat=number separatorChars=.,/: showDay=true " +
+           hidden + "showMonth=true showSecond=false showYear=true yearAbbreviation=true"},
+      {{6, 21, 2},
+       "baseFormat=duration errorCharacter=* hourFormat=twentyFour hourPadding=true "
+       "maximumFractionDigits=2 minimumFractionDigits=2 minutePadding=true secondPadding=true "
+       "showHour=true showMillis=true showMinute=true showSecond=true"},
+      {{9, 25, 1},
+       "baseFormat=duration dayPadding=true errorCharacter=* hourPadding=true "
+       "maximumFractionDigits=3 minimumFractionDigits=3 minutePadding=true secondPadding=true "
+       "showDay=true showMillis=true showSecond=true useGrouping=false"},
       {{9, 25, 0},
        "baseFormat=duration dayPadding=true errorCharacter=* hourPadding=true minutePadding=true "
        "secondPadding=true showDay=true showMillis=false showSecond=true useGrouping=false"},
@@ -175,6 +195,9 @@ TEST(AddFormat, GoesByTheSettingsOfTheSuite) {
                                     "InParentheses=true prefix=€  separatorChars=,./: "
                                     "suffix= each useGrouping=true");
   currencyFormat::SetCCX(0, first);
+  for (std::uint8_t type = 34; type < 38; ++type) {
+    EXPECT_EQ(mapped({8, type, 2}), mapped({8, 33, 2})) << int(type);
+  }
 }
 
 }  // namespace

@@ -98,6 +98,9 @@ Tt1 Tt2 Ts Tf1 Tf2 Tf3 Gg|title1='t1' title2='t2' subtitle='s' footnote1='f1' fo
 Tt2* Ts Tf1 Tf3 Gg|title2='t2' subtitle='s' footnote1='f1' footnote3='f3' | t2: height content,
   top 1%; s: top >t2, height content; f1: height content, bottom >f3; f3: height content, bottom
   99%; g: left 1%, top >s, bottom >f1, right 99%
+Tt1 Tt2 Tf2 Tf3 Gg|title1='t1' title2='t2' footnote2='f2' footnote3='f3' | t1: top 1%, height
+  content; t2: height content, top >t1; f2: height content, bottom >f3; f3: height content, bottom
+  99%; g: left 1%, top >t2, bottom >f2, right 99%
 Tt1 Ts Gg|title1='t1' subtitle='s' footnote2='none' | t1: top 1%, height content; s: top >t1,
   height content; g: left 1%, top >s, bottom 99%, right 99%
 Gg Tt1 Tf3|title1='t1' title2='t1' subtitle='t1' footnote1='f3' footnote2='f3' footnote3='f3' | g:

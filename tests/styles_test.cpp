@@ -273,6 +273,30 @@ TEST(ImportStyle, KnowsTheStylesOfSurfaces) {
   }
 }
 
+// Of two graphs that a command styles, or of the one that it addresses; a source's colours stay.
+TEST(ImportStyle, TellsSurfacesOfTheGraphsThatAreMeant) {
+  const std::string graphs =
+      "<graph><interval id='i'/></graph><graph><interval id='j'/></graph><legend style='l'/>"
+      "<style id='l'/>";
+  const auto styled = [&](const char* attributes, const char* sourceStyle) {
+    EditedChart chart(graphs);
+    const EditedChart source(std::string("<style id='style1' ") + sourceStyle + "/>");
+    chart.apply("<setStyle type='bar' " + std::string(attributes) +
+                    "><style value='stroke:blue;fill:red'/></setStyle>",
+                *sourceStyle ? &source : nullptr);
+    const std::string body = chart.body();
+    return body.substr(body.find("<style id='style1'"));
+  };
+  const auto two = [](const std::string& first, const std::string& second) {
+    return "<style id='style1'" + first + "/><style id='style2'" + second + "/></style>";
+  };
+  const std::string both = " color='red' color2='blue'";
+  EXPECT_EQ(styled("", ""), two(both, both));
+  EXPECT_EQ(styled("graph='2'", ""), two(" color='blue'", both));
+  EXPECT_EQ(styled("", "color='x'"), two(" color2='blue'", both));
+  EXPECT_EQ(styled("", "color2='x'"), two(" color='red'", both));
+}
+
 TEST(ImportStyle, InterpolatesWhatTheStylePaints) {
   const char* line = "<line id='a' style='s'/>";
   const char* winged = "<line id='a' breakRepresentation='wings' style='s'/>";
@@ -314,6 +338,15 @@ TEST(ImportStyle, InterpolatesWhatTheStylePaints) {
   }
   // All lines get a style, and the container's style stands for those of all.
   const CommandCase all[] = {
+      // Of two children the last counts, for every element.
+      {"<graph><line/><line/><area/></graph>",
+       "<setStyle type='line'><style><interpolation type='jump'/>"
+       "<interpolation type='step' pointPosition='left'/></style></setStyle>",
+       "<graph><line showDiscontinuity='false' style='style1'><smoothStatistic method='stepLeft'/>"
+       "</line><line showDiscontinuity='false' style='style2'><smoothStatistic method='stepLeft'/>"
+       "</line><area showDiscontinuity='false' style='style3'><smoothStatistic method='stepLeft'/>"
+       "</area></graph><style id='c-o-n-t-a-i-n-er'><style id='style1'/><style id='style2'/>"
+       "<style id='style3'/></style>"},
       {"<graph><line/></graph><style id='c-o-n-t-a-i-n-er'/>",
        "<setStyle id='c-o-n-t-a-i-n-er'><style><interpolation type='x'/></style></setStyle>",
        "<graph><line showDiscontinuity='false' style='style1'>"

@@ -65,6 +65,15 @@ TEST(Template, HandsOnItsSource) {
   EXPECT_EQ(chart.body(), dimensions("<dimension id='d'/>", "<dimension upperMargin='1%'/>"));
 }
 
+TEST(Template, ForgetsTheLastTextForABadOne) {
+  EditedChart chart(dimensions("<dimension/>"));
+  ChartTemplate commands(chart.chart(), nullptr);
+  commands.setTemplate(templateText(margin("1%")));
+  commands.setTemplate("no XML, but grafo-template-");
+  commands.applyTemplate();
+  EXPECT_EQ(chart.body(), dimensions("<dimension/>"));
+}
+
 TEST(Template, ReportsATextThatIsNone) {
   ChartTransformer chart(chartText(dimensions("<dimension/>")));
   const std::string before = chart.getEntireXML(nullptr);

@@ -533,6 +533,7 @@ TEST(VarDataProcessor, ReleasesTextsWithTheirCells) {
   EXPECT_EQ(store.GetDataPointer("source", "number")[1500], first);
   EXPECT_TRUE(store.DeleteColumn("source", "text"));
   EXPECT_FALSE(store.DeleteColumn("source", "text"));
+  EXPECT_EQ(store.FindStringMap("source", "text"), nullptr);
   EXPECT_EQ(store.stringTable[1].refCount, 0u);
   EXPECT_EQ(store.StringDataSize(), 0u);
   EXPECT_EQ(store.AddString("new"), 0u);
