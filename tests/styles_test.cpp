@@ -319,6 +319,8 @@ TEST(ImportStyle, InterpolatesWhatTheStylePaints) {
       {"<line style='t'/>", "type='step'", "<line style='t'/>"},
       {"<area style='t'/>", "type='spline'",
        "<area showDiscontinuity='false' style='t'><smoothStatistic method='linear'/></area>"},
+      {"<path style='t'/>", "type='spline'",
+       "<path showDiscontinuity='false' style='t'><smoothStatistic method='linear'/></path>"},
       // Breaks need a source that leaves them free.
       {line, wings, line},
       {line, wings, winged, line},
