@@ -588,8 +588,8 @@ void BaseTemplate::StyleImport::onto(PlXStyle& style) const {
   noticeRestyled(users);
   write(reading_->properties, style, source);
   if (reading_->hasStrokeOrFill()) {
-    findSurfaces(base_, base_.target,
-                 base_.attribute(PlXUni::_graph).convertToSignedInteger() > 0, users);
+    findSurfaces(base_, base_.target, base_.attribute(PlXUni::_graph).convertToSignedInteger() > 0,
+                 users);
     importStrokeAndFill(reading_->value, style, source, isSurface(style, *users.surfaces));
   }
   for (const DOMElement* child = firstElement(element_); child; child = nextElement(child)) {

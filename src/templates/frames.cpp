@@ -1,0 +1,166 @@
+#include "frames.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "chartbase.h"
+#include "objectsbytag.h"
+#include "plxextension.h"
+#include "plxframes.h"
+#include "plxgraph.h"
+#include "plxuni.h"
+
+namespace frames {
+
+Kind kindOf(const ChartString& word) {
+  static const std::pair<const XMLCh*, Kind> words[] = {
+      {ChartBase::_title, Kind::title},
+      {ChartBase::_subtitle, Kind::subtitle},
+      {ChartBase::_footnote, Kind::footnote},
+      {PlXUni::_legend, Kind::legend},
+      {u"statisticsSummary", Kind::statisticsSummary},
+      {PlXUni::_visualization, Kind::visualization},
+      {PlXUni::_graph, Kind::graph},
+      {PlXUni::_labelFrame, Kind::labelFrame},
+      {PlXUni::_container, Kind::container},
+      {PlXControlFrame::_controlFrame, Kind::controlFrame},
+  };
+  for (const auto& [text, kind] : words) {
+    if (word.equals(text)) return kind;
+  }
+  return Kind::other;
+}
+
+namespace {
+
+// The frames that are linked to each other; null for those that the chart doesn't have.
+struct TextFrames {
+  PlXLabelFrame* title1 = nullptr;
+  PlXLabelFrame* title2 = nullptr;
+  PlXLabelFrame* subtitle = nullptr;
+  PlXLabelFrame* footnote1 = nullptr;
+  PlXLabelFrame* footnote2 = nullptr;
+
+  explicit TextFrames(const PlXVisualization& chart) {
+    const PlXExtensionVis* roles = chart.getExtension();
+    if (!roles) return;
+    title1 = roles->getTitle1();
+    title2 = roles->getTitle2();
+    subtitle = roles->getSubtitle();
+    footnote1 = roles->getFootnote1();
+    footnote2 = roles->getFootnote2();
+  }
+  bool contain(const PlXLabelFrame* frame) const {
+    return frame && (frame == title1 || frame == title2 || frame == subtitle ||
+                     frame == footnote1 || frame == footnote2);
+  }
+};
+
+template <class Frame>
+PlXLocation* locationOf(const Frame& frame, PlXLocation::ENUM_part part) {
+  for (PlXLocation* location : frame.getLocations()) {
+    if (location->getPart() == part) return location;
+  }
+  return nullptr;
+}
+
+// Above 0 for a percentage of the page; 0 for anything else.
+double percentage(const PlXLocation& location) {
+  const ChartString value(location.getValue());
+  if (!value.view().ends_with(u'%')) return 0;
+  return std::max(value.convertToDouble(), 0.0);
+}
+
+bool nearlyMeet(const PlXLocation& one, const PlXLocation& other) {
+  constexpr double apart = 2;
+  const double first = percentage(one);
+  const double second = percentage(other);
+  return first > 0 && second > 0 && std::abs(first - second) < apart;
+}
+
+template <class Frame>
+void attach(PlXLocation& location, Frame& target) {
+  location.setMethod(PlXLocation::method_attach);
+  location.setTarget(target);
+  location.removeValue();
+}
+
+// Goes through the neighbours on both sides of a frame, from the nearest on.
+class Linking {
+ public:
+  explicit Linking(PlXLabelFrame& frame) : frame_(frame) {}
+
+  template <class Frame>
+  void tryAbove(Frame* other) {
+    PlXLocation* top = locationOf(frame_, PlXLocation::part_top);
+    PlXLocation* edge = other && !above_ ? locationOf(*other, PlXLocation::part_bottom) : nullptr;
+    if (!top || !edge || edge->getMethod() != PlXLocation::method_fixed) return;
+    if (!nearlyMeet(*top, *edge)) return;
+    attach(*top, *other);
+    above_ = other;
+  }
+
+  template <class Frame>
+  void tryBelow(Frame* other) {
+    if (!other || hasBelow_ || !locationOf(frame_, PlXLocation::part_bottom)) return;
+    PlXLocation* edge = locationOf(*other, PlXLocation::part_top);
+    if (!edge) return;
+    if (edge->getMethod() != PlXLocation::method_fixed) {
+      // The frame goes between two that are attached.
+      const bool isAttached = edge->getMethod() == PlXLocation::method_attach;
+      if (above_ && isAttached && edge->getTarget() == above_) edge->setTarget(frame_);
+      return;
+    }
+    if (!nearlyMeet(*locationOf(frame_, PlXLocation::part_bottom), *edge)) return;
+    attach(*edge, frame_);
+    hasBelow_ = true;
+  }
+
+ private:
+  PlXLabelFrame& frame_;
+  const PlXBaseElement* above_ = nullptr;  // what its top was attached to
+  bool hasBelow_ = false;
+};
+
+}  // namespace
+
+std::vector<PlXLabelFrame*> freeLabelFrames(const PlXVisualization& chart) {
+  const TextFrames texts(chart);
+  std::vector<PlXLabelFrame*> free = chart.getLabelFrames();
+  std::erase_if(free, [&](const PlXLabelFrame* frame) { return texts.contain(frame); });
+  return free;
+}
+
+std::vector<PlXContainer*> containers(const PlXVisualization& chart) {
+  return framesByTag<PlXContainer>(chart, PlXUni::_container);
+}
+
+void linkNeighbours(const PlXVisualization& chart, PlXLabelFrame& frame,
+                    const std::vector<PlXGraph*>& graphs) {
+  const TextFrames texts(chart);
+  if (!texts.contain(&frame)) return;
+  PlXGraph* graph = graphs.size() == 1 ? graphs.front() : nullptr;
+  Linking link(frame);
+  if (&frame == texts.title1) {
+    link.tryBelow(texts.title2);
+    link.tryBelow(texts.subtitle);
+    link.tryBelow(graph);
+  } else if (&frame == texts.title2) {
+    link.tryAbove(texts.title1);
+    link.tryBelow(texts.subtitle);
+    link.tryBelow(graph);
+  } else if (&frame == texts.subtitle) {
+    link.tryAbove(texts.title2);
+    link.tryAbove(texts.title1);
+    link.tryBelow(graph);
+  } else if (&frame == texts.footnote1) {
+    link.tryAbove(graph);
+    link.tryBelow(texts.footnote2);
+  } else {
+    link.tryAbove(graph);
+    link.tryAbove(texts.footnote1);
+  }
+}
+
+}  // namespace frames

@@ -1,0 +1,46 @@
+// What the commands of frames share: the kinds of frames by their words, and the frames of a kind.
+#ifndef CHARTXML_FRAMES_H
+#define CHARTXML_FRAMES_H
+
+#include <vector>
+
+class ChartString;
+class PlXContainer;
+class PlXGraph;
+class PlXLabelFrame;
+class PlXVisualization;
+
+namespace frames {
+
+enum class Kind {
+  title,
+  subtitle,
+  footnote,
+  legend,
+  statisticsSummary,
+  visualization,
+  graph,
+  labelFrame,
+  container,
+  controlFrame,
+  other
+};
+
+Kind kindOf(const ChartString& word);
+
+// The label frames of the page, less those that are its first two titles, its subtitle and its
+// first two footnotes.
+std::vector<PlXLabelFrame*> freeLabelFrames(const PlXVisualization& chart);
+// All of the chart, those in others behind them.
+std::vector<PlXContainer*> containers(const PlXVisualization& chart);
+
+// After a text frame was placed: where it nearly meets a frame above or below, by percentages of
+// the page less than 2 apart, one edge is attached to the other, so that layout moves both. Only
+// the first two titles, the subtitle and the first two footnotes are linked, among each other and
+// to `graphs` when that is one.
+void linkNeighbours(const PlXVisualization& chart, PlXLabelFrame& frame,
+                    const std::vector<PlXGraph*>& graphs);
+
+}  // namespace frames
+
+#endif

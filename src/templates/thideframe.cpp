@@ -1,0 +1,70 @@
+// hideFrame type count: makes frames invisible by their style, which is made when it is missing.
+// `count` is the 1-based position among the frames of the type; 0 or none hides all label frames or
+// containers, and no title, footnote, legend or graph. Statistics summaries go together, whatever
+// the number. Nothing is removed. Answers false in any case.
+#include "commands.h"
+#include "frames.h"
+#include "objectsbytag.h"
+#include "plxextension.h"
+#include "plxframes.h"
+#include "plxgraph.h"
+#include "plxstyle.h"
+#include "plxuni.h"
+#include "templatexml.h"
+
+using frames::Kind;
+
+bool THideFrame::ProcessCommand() {
+  if (!command) return false;
+  const Kind kind = frames::kindOf(attribute(PlXUni::_type));
+  const long number = attribute(PlXUni::_count).convertToSignedInteger();
+  if (number < 0 || static_cast<unsigned long>(number) > templatexml::mostCounted) return false;
+  const auto position = static_cast<unsigned>(number);
+  // Without a number none of the roles is meant.
+  const PlXExtensionVis* roles = position > 0 ? target.getExtension() : nullptr;
+
+  const auto hide = [&](auto* frame) {
+    if (frame) styleOf(*frame).setVisible(false);
+  };
+  // That of the position, or all for 0.
+  const auto hideOf = [&](const auto& all) {
+    for (std::size_t i = 0; i < all.size(); ++i) {
+      if (position == 0 || position == i + 1) hide(all[i]);
+    }
+  };
+  switch (kind) {
+    case Kind::title:
+      if (roles) hide(roles->getTitle(position));
+      break;
+    case Kind::subtitle:
+      if (target.getExtension()) hide(target.getExtension()->getSubtitle());
+      break;
+    case Kind::footnote:
+      if (roles) hide(roles->getFootnote(position));
+      break;
+    case Kind::legend:
+      if (roles) hide(roles->getLegend(position));
+      break;
+    case Kind::statisticsSummary:
+      if (roles) hide(roles->getStatisticsSummary(number));
+      for (PlXLabelFrame* frame : framesByTag<PlXLabelFrame>(target, PlXUni::_labelFrame)) {
+        if (ChartString(frame->getId()).ContainsString(u"frame_statistics_summary")) hide(frame);
+      }
+      break;
+    case Kind::graph: {
+      std::vector<PlXGraph*> graphs;
+      getGraphs(graphs);
+      if (position > 0) hideOf(graphs);
+      break;
+    }
+    case Kind::labelFrame:
+      hideOf(frames::freeLabelFrames(target));
+      break;
+    case Kind::container:
+      hideOf(frames::containers(target));
+      break;
+    default:
+      break;
+  }
+  return false;
+}
