@@ -109,6 +109,13 @@ void measureTimeOnce(const std::string& name, double limit, int runs,
   });
 }
 
+void measureEach(const std::string& name, double limit, int runs, double count,
+                 std::function<Run()> prepare) {
+  registerPairs(name, limit, runs, [=]() -> Timed {
+    return {[prepare] { return secondsOf(prepare()); }, [count] { return 1e-6 * count; }};
+  });
+}
+
 void measureGrowth(const std::string& name, int size, Prepare prepare, End end) {
   registerPairs(name + "/time", growthLimit, growthRuns, [=]() -> Timed {
     return {[=] { return secondsOf(prepare, 10 * size, 1, end); },

@@ -25,6 +25,11 @@ void measureTime(const std::string& name, double limit, int runs, std::function<
 void measureTimeOnce(const std::string& name, double limit, int runs,
                      std::function<Run()> prepareSubject, Run reference);
 
+// The figure is the microseconds that each of `count` steps of a run takes, as a ratio to a
+// reference of one microsecond each. A run is prepared as there.
+void measureEach(const std::string& name, double limit, int runs, double count,
+                 std::function<Run()> prepare);
+
 // Makes what one run needs; the run is called once.
 using Prepare = std::function<Run(int size)>;
 

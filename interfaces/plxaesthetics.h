@@ -197,6 +197,7 @@ class CHARTXML_API PlXSize : public CTAesthetic {
   void removeCycle() { clear(u"cycle"); }
   PlXLengthMapping* addLengthMapping() { return add<PlXLengthMapping>(); }
   std::vector<PlXLengthMapping*> getLengthMappings() const { return children<PlXLengthMapping>(); }
+  void removeLengthMappings() { removeAll<PlXLengthMapping>(); }
 };
 
 // How far items are moved from their places, as exploded slices of a pie are.

@@ -83,6 +83,8 @@ class CHARTXML_API PlXDimension : public PlXBaseElement {
   PlXAxis* addAxis() { return add<PlXAxis>(); }
   // By 0-based index; past the last nothing happens.
   void removeAxis(unsigned index) { removeAt<PlXAxis>(index); }
+  // Does nothing with an axis of another dimension.
+  void removeAxis(PlXAxis& axis);
 
   // A PlXIntervalDomain or a PlXCategoricalDomain; others may share it. Null when the extent comes
   // from the data.

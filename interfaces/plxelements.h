@@ -119,6 +119,8 @@ class CHARTXML_API CTElementType : public PlXBaseElement {
   std::vector<PlXColor*> getColors() const { return children<PlXColor>(); }
   // By 0-based position among the colors; past the last nothing happens.
   void removeColor(unsigned long index) { removeAt<PlXColor>(index); }
+  // Does nothing with a color of another element.
+  void removeColor(PlXColor& color);
   PlXImage* addImage() { return add<PlXImage>(); }
   std::vector<PlXImage*> getImages() const { return children<PlXImage>(); }
   PlXOffset* addOffset() { return add<PlXOffset>(); }

@@ -12,7 +12,11 @@ PlXStyleBy* CTElementType::addStyleBy(CTAesthetic* aesthetic) {
   return styleBy;
 }
 
-// Here, where a labeling is known to be a PlXBaseElement.
+// Here, where colors and labelings are known to be PlXBaseElements.
+void CTElementType::removeColor(PlXColor& color) {
+  removeChild(color);
+}
+
 void CTElementType::removeLabeling(PlXLabeling& labeling) {
   removeChild(labeling);
 }

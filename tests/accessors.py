@@ -11,7 +11,6 @@ import sys
 HAND_WRITTEN = {
     "CTAesthetic": "getSourceVariable",
     "CTCoordinate": "[gs]etVariable|get(Source|Expression)Variable",
-    "CTElementType": "removeLabeling",
     "CTVariableType": "getCategoricalDomain|setDomain",
     "PlXBaseElement": "getImplementation|getVisualization|[GS]etAttribute|importAttributes"
                       "|getElementById|doesIdExist|getStyleById|objectOf",
@@ -63,6 +62,8 @@ FORMS = {
     "adder": (r"\w+\*", r"add(\w+)", r".*"),
     "remover": (r"void", r"remove(\w+)", r""),
     "removerAt": (r"void", r"remove(\w+)", r"V"),
+    # Not in the table: model_test.cpp has cases of its own.
+    "removerOf": (r"void", r"remove(\w+)", r"\w+&"),
 }
 MEMBER = re.compile(r"(?:(public|protected|private):(?!:)"
                     r"|(?:enum|using) (ENUM_\w+) (?:: int \{([^}]*)\}|= (\w+::\w+));"

@@ -269,6 +269,17 @@ TEST(Model, HasAccessorsThatAreNoPlainVerbs) {
   line.removeLabeling(labeling);
   graph.removeElement(line);
   EXPECT_EQ(line.getLabelings().size() + graph.getLines().size(), 0u);
+  PlXColor& lineColor = *line.addColor();
+  graph.addPoint(nullptr)->removeColor(lineColor);
+  EXPECT_EQ(line.getColors().size(), 1u);
+  line.removeColor(lineColor);
+  EXPECT_EQ(line.getColors().size(), 0u);
+  PlXDimension& dimension = *graph.getCoordinates(0)->addDimension();
+  PlXAxis& axis = *dimension.addAxis();
+  graph.getCoordinates(0)->addDimension()->removeAxis(axis);
+  EXPECT_EQ(dimension.getAxiss().size(), 1u);
+  dimension.removeAxis(axis);
+  EXPECT_EQ(dimension.getAxiss().size(), 0u);
 
   PlXCategoricalDomain& domain = *root.addCategoricalDomain(nullptr);
   PlXSourceVariable& variable = *root.addSourceVariable(nullptr);

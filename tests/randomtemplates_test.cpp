@@ -32,6 +32,10 @@ unsigned setting(const char* variable, unsigned usual) {
   return text ? static_cast<unsigned>(std::strtoul(text, nullptr, 10)) : usual;
 }
 
+std::string utf8(const XMLCh* text) {
+  return ChartString(text).toUTF8();
+}
+
 std::string escaped(const std::string& text) {
   std::string result;
   for (char c : text) {
@@ -58,9 +62,9 @@ class Generator {
   bool chance(unsigned percent) { return below(100) < percent; }
 
  private:
-  unsigned below(unsigned bound) { return static_cast<unsigned>(random_() % bound); }
+  unsigned below(std::size_t bound) { return static_cast<unsigned>(random_() % bound); }
   std::string oneOf(const std::vector<std::string>& texts) {
-    return texts.empty() ? "" : texts[below(static_cast<unsigned>(texts.size()))];
+    return texts.empty() ? "" : texts[below(texts.size())];
   }
 
   std::string anyValue() {
@@ -81,10 +85,63 @@ class Generator {
     return pairs;
   }
 
+  // A value that a chart's attribute may have.
+  std::string valueOf(const dialect::Attribute& attribute) {
+    static const std::vector<std::string> numbers = rowsOf("0 | 1 | 2 | -1 | 40 | 2147483647")[0];
+    switch (attribute.type) {
+      case dialect::Type::Text:
+        return anyValue();
+      case dialect::Type::Flag:
+        return oneOf({"true", "false", "0", "1"});
+      case dialect::Type::Number:
+        return oneOf({"0.5", "-0.0", "1e308"});
+      case dialect::Type::Integer:
+        return oneOf(numbers);
+      case dialect::Type::Id:
+        return chance(50) ? oneOf(ids_) : "fresh" + oneOf(numbers);
+      case dialect::Type::Word:
+        return utf8(attribute.words->words[below(attribute.words->words.size())].text);
+      case dialect::Type::Link:
+        break;
+    }
+    return {};
+  }
+
+  // For the command that writes whatever it is given: what is valid in a chart. Links aren't among
+  // it, as what they lead to may have gone.
+  std::string genericAttributes() {
+    const auto rows = dialect::elements();
+    const dialect::Element* row = &rows[below(rows.size())];
+    std::string text = " elementName='" + utf8(row->tag) + "'";
+    const XMLCh* link = row->links.empty() ? u"" : row->links[below(row->links.size())];
+    if (chance(30) && ChartString(link).ContainsString(u"tyle") &&
+        !ChartString(link).ContainsString(u"Cycle")) {
+      text += " styleName='" + utf8(link) + "'";
+      row = dialect::find(u"style", u"");
+    } else if (row->content == dialect::Content::TextOrElements) {
+      text += " text='" + escaped(anyValue()) + "'";
+    }
+    const auto draw = [&](const std::vector<dialect::Attribute>& attributes) {
+      for (const dialect::Attribute& each : attributes) {
+        const std::string name = utf8(each.name);
+        // Those of the command itself can't be written, and its text is what a node holds.
+        const bool isOwn = name == "count" || name == "text";
+        if (isOwn || each.type == dialect::Type::Link || !chance(20)) continue;
+        text += " " + name + "='" + escaped(valueOf(each)) + "'";
+      }
+    };
+    if (row->group) draw(row->group->attributes);
+    draw(row->attributes);
+    return text;
+  }
+
   std::string element(const std::string& name, int depth) {
     const SchemaElement* known = schema_.find(name);
     std::string text = "<" + name;
+    if (known->readsAllAttributes) text += genericAttributes();
     for (const auto& [attribute, about] : known->attributes) {
+      if (attribute == "elementName" && known->readsAllAttributes) continue;
+      if (attribute == "styleName") continue;
       // Most commands do nothing without a role or a type that fits.
       if (!chance(attribute == "role" || attribute == "type" ? 90 : 35)) continue;
       text += " " + attribute + "='" + escaped(valueOf(about.rule)) + "'";

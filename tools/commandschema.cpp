@@ -8,76 +8,18 @@
 #include <utility>
 
 #include <xercesc/dom/DOM.hpp>
-#include <xercesc/parsers/XercesDOMParser.hpp>
-#include <xercesc/util/XMLException.hpp>
 #include <xercesc/util/regx/RegularExpression.hpp>
 #include <xercesc/validators/schema/SchemaSymbols.hpp>
 
 #include <chartxml/charttemplate.h>
 #include <chartxml/chartxml.h>
 
-#include "commandline.h"
+#include "schemadocument.h"
 
 using namespace xercesc;
+using namespace schemadocument;
 
 namespace {
-
-std::string utf8(const XMLCh* text) {
-  return ChartString(text).toUTF8();
-}
-
-std::string attribute(const DOMElement& element, const XMLCh* name) {
-  return utf8(element.getAttribute(name));
-}
-
-std::vector<std::string> wordsOf(const std::string& text) {
-  std::istringstream stream(text);
-  std::vector<std::string> words;
-  for (std::string word; stream >> word;) words.push_back(word);
-  return words;
-}
-
-std::vector<std::string> split(const std::string& text, char separator) {
-  std::istringstream stream(text);
-  std::vector<std::string> parts;
-  for (std::string part; std::getline(stream, part, separator);) parts.push_back(part);
-  return parts;
-}
-
-std::string joined(const std::vector<std::string>& words, const std::string& separator) {
-  std::string result;
-  for (const std::string& word : words) result += (result.empty() ? "" : separator) + word;
-  return result;
-}
-
-// ---- the schema as a document
-
-std::vector<const DOMElement*> descendants(const DOMElement& top, const XMLCh* name) {
-  const DOMNodeList* list = top.getElementsByTagNameNS(SchemaSymbols::fgURI_SCHEMAFORSCHEMA, name);
-  std::vector<const DOMElement*> result;
-  for (XMLSize_t i = 0; i < list->getLength(); ++i) {
-    result.push_back(static_cast<const DOMElement*>(list->item(i)));
-  }
-  return result;
-}
-
-// The words of the documentation, which has no source, or of an appinfo in a definition's own
-// annotation; empty without one.
-std::vector<std::string> annotation(const DOMElement& element, const std::string& source) {
-  const DOMElement* holder = element.getFirstElementChild();
-  if (!holder || !XMLString::equals(holder->getLocalName(), SchemaSymbols::fgELT_ANNOTATION)) {
-    return {};
-  }
-  for (const DOMElement* part = holder->getFirstElementChild(); part;
-       part = part->getNextElementSibling()) {
-    if (attribute(*part, u"source") == source) return wordsOf(utf8(part->getTextContent()));
-  }
-  return {};
-}
-
-std::string documentationOf(const DOMElement& element) {
-  return joined(annotation(element, ""), " ");
-}
 
 ValueRule ruleOf(const DOMElement& element) {
   static constexpr std::pair<const char*, ValueRule::Kind> sources[] = {
@@ -240,18 +182,8 @@ std::vector<std::string> ValueRule::problemsOf(const std::string& value) const {
 }
 
 CommandSchema::CommandSchema() {
-  const std::string path =
-      PathFactory::getPathInstance(3)->getFolder() + "grafo-template-commands.xsd";
-  XercesDOMParser parser;
-  parser.setDoNamespaces(true);
-  try {
-    parser.parse(path.c_str());
-  } catch (const XMLException&) {
-    // Nor is there a document then.
-  }
-  const DOMDocument* document = parser.getErrorCount() == 0 ? parser.getDocument() : nullptr;
-  if (!document || !document->getDocumentElement()) throw Failure(path + ": can't be read");
-  elements_ = SchemaReader(*document->getDocumentElement()).elements();
+  const SchemaDocument document("grafo-template-commands.xsd");
+  elements_ = SchemaReader(document.root()).elements();
 }
 
 const SchemaElement* CommandSchema::find(const std::string& name) const {

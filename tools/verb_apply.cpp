@@ -24,8 +24,11 @@ const char applyHelp[] =
     "CHART may be a folder when --out-dir is given: its files *.xml and *.z are meant, in the "
     "order\n"
     "of their names, but for the templates. A command that doesn't exist or that fails is passed\n"
-    "over; it is told, and the exit code is 1. 'chartxml explain' tells what else a template has\n"
-    "wrong.\n"
+    "over; it is told, and the exit code is 1. So it is told when a chart is no longer valid after "
+    "a\n"
+    "template that writes attributes as they stand (setGenericAttributes). 'chartxml explain' "
+    "tells\n"
+    "what else a template has wrong.\n"
     "\n"
     "  -t, --template TEMPLATE  apply this one; all operands are charts then\n"
     "  -o, --output OUT         write to a file in place of standard output\n"
@@ -109,6 +112,24 @@ const TemplateNode& commandAt(const Template& source, std::size_t position) {
 
 // ---- charts
 
+// What charts have wrong, without the places: the text is one that nobody sees.
+using Messages = std::set<std::string>;
+
+Messages problemsOf(ChartTransformer& chart, ProblemFinder& finder) {
+  Messages messages;
+  for (const Problem& problem : finder.problemsOf(chart.getXML(ChartBase::_utf8))) {
+    messages.insert(problem.message);
+  }
+  return messages;
+}
+
+// True for a template with the one command that writes unchecked.
+bool writesUnchecked(const Template& source) {
+  return std::ranges::any_of(source.root.children, [](const TemplateNode& node) {
+    return node.name == "setGenericAttributes";
+  });
+}
+
 // The chart of a file with its data and the templates' effects; empty when a template couldn't go
 // on to its end. What failed is added to `failures`. Throws a Failure when there is no chart.
 std::string apply(const std::vector<Template>& templates, const std::string& name,
@@ -116,7 +137,10 @@ std::string apply(const std::vector<Template>& templates, const std::string& nam
   const std::string text = readDocument(name);
   ChartTransformer transformer(text);
   requireChart(transformer, name, text);
+  ProblemFinder finder;
   for (const Template& each : templates) {
+    const bool isUnchecked = writesUnchecked(each);
+    const Messages before = isUnchecked ? problemsOf(transformer, finder) : Messages();
     std::vector<std::size_t> passedOver;
     const bool isApplied = transformer.applyTemplate(each.text, passedOver);
     for (const std::size_t position : passedOver) {
@@ -129,6 +153,11 @@ std::string apply(const std::vector<Template>& templates, const std::string& nam
     if (!isApplied) {
       failures.push_back(name + ": " + each.file + ": can't be applied to its end");
       return {};
+    }
+    if (!isUnchecked) continue;
+    for (const std::string& message : problemsOf(transformer, finder)) {
+      if (before.contains(message)) continue;
+      failures.push_back(name + ": " + each.file + ": leaves no valid chart: " + message);
     }
   }
   const std::string result = transformer.getEntireXML(ChartBase::_utf8);

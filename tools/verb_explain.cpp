@@ -2,6 +2,7 @@
 #include <iomanip>
 #include <sstream>
 
+#include "chartschema.h"
 #include "commandline.h"
 #include "commandschema.h"
 #include "files.h"
@@ -15,9 +16,11 @@ const char explainHelp[] =
     "over\n"
     "in silence when the template is applied: elements that are no commands, elements and "
     "attributes\n"
-    "that a command doesn't read, and values that don't mean anything. For a misspelt word the "
-    "right\n"
-    "one is suggested. Places are where tags start.\n"
+    "that a command doesn't read, and values that don't mean anything. Of attributes that are "
+    "written\n"
+    "as they stand, those are told that charts don't have there. For a misspelt word the right one "
+    "is\n"
+    "suggested. Places are where tags start.\n"
     "\n"
     "  -q, --quiet  write only what is passed over\n"
     "  -h, --help   show this\n"
@@ -37,8 +40,8 @@ std::string quoted(const std::string& text) {
 // Goes through one template. Each node is told before what lies in it.
 class Explanation {
  public:
-  Explanation(const CommandSchema& schema, const Template& source)
-      : schema_(schema), file_(source.file) {
+  Explanation(const CommandSchema& schema, const ChartElements& charts, const Template& source)
+      : schema_(schema), charts_(charts), file_(source.file) {
     for (const TemplateNode& node : source.root.children) {
       if (node.isText()) {
         const std::size_t start = node.text.find_first_not_of(" \n\t");
@@ -120,6 +123,7 @@ class Explanation {
     for (const auto& [name, value] : node.attributes) {
       addAttribute(node, element, names, depth, name, value);
     }
+    if (element.readsAllAttributes) addWritten(node, element, depth);
     for (const TemplateNode& child : node.children) {
       if (child.isText()) {
         addLine(child, depth, quoted(child.text), {});
@@ -164,8 +168,8 @@ class Explanation {
     const std::string pair = name + '=' + quoted(value);
     const auto found = element.attributes.find(name);
     if (found == element.attributes.end()) {
-      addLine(node, depth, pair, element.readsAllAttributes ? "" : passedOver);
       if (element.readsAllAttributes) return;
+      addLine(node, depth, pair, passedOver);
       addProblem(node, "attribute '" + name + "' is not read in '" + node.name + "'" +
                            suggestion(name, namesOf(element.attributes)));
       return;
@@ -179,7 +183,56 @@ class Explanation {
     }
   }
 
+  // The attributes that a command writes as they stand, on the nodes of the tag elementName or on
+  // the styles that they link to by styleName.
+  void addWritten(const TemplateNode& node, const SchemaElement& element, std::size_t depth) {
+    const std::string tag = valueOf(node, "elementName");
+    const std::string link = valueOf(node, "styleName");
+    const auto charts = charts_.find(tag);
+    const ChartElement* written = charts == charts_.end() ? nullptr : &charts->second;
+    if (!tag.empty() && !written) {
+      addProblem(node, "charts have no element '" + tag + '\'' + suggestion(tag, namesOf(charts_)));
+    }
+    if (written && !link.empty()) {
+      const auto found = written->attributes.find(link);
+      if (found == written->attributes.end() || !found->second.isLink) {
+        addProblem(node, '\'' + tag + "' has no link '" + link + "' in charts" +
+                             suggestion(link, namesOf(written->attributes)));
+      }
+      written = &charts_.at("style");
+    }
+    for (const auto& [name, value] : node.attributes) {
+      if (element.attributes.contains(name)) continue;
+      const std::string pair = name + '=' + quoted(value);
+      if (name.find(':') != name.npos) {
+        addLine(node, depth, pair, passedOver);
+        addProblem(node, "attribute '" + name + "' has a prefix, and is not written");
+        continue;
+      }
+      if (!written || (name == "text" && link.empty() && written->holdsText)) {
+        addLine(node, depth, pair, "");
+        continue;
+      }
+      const auto found = written->attributes.find(name);
+      const bool isKnown = found != written->attributes.end();
+      addLine(node, depth, pair, isKnown ? found->second.documentation : "");
+      if (isKnown || written->isFree) continue;
+      std::vector<std::string> names = namesOf(written->attributes);
+      for (const std::string& own : namesOf(element.attributes)) names.push_back(own);
+      addProblem(node, '\'' + (link.empty() ? tag : "style") + "' has no attribute '" + name +
+                           "' in charts" + suggestion(name, names));
+    }
+  }
+
+  static std::string valueOf(const TemplateNode& node, const std::string& attribute) {
+    for (const auto& [name, value] : node.attributes) {
+      if (name == attribute) return value;
+    }
+    return {};
+  }
+
   const CommandSchema& schema_;
+  const ChartElements& charts_;
   const std::string& file_;
   std::ostringstream listing_;
   std::string problems_;
@@ -192,10 +245,11 @@ int runExplain(int argc, char** argv) {
   bool isQuiet = false;
   const auto files = readOptions(argc, argv, {{{"quiet", 'q', &isQuiet, nullptr}}});
   const CommandSchema schema;
+  const ChartElements charts = readChartElements();
   std::size_t count = 0;
   const int result = forEachFile(files, [&](const std::string& name) {
     const Template source = readTemplate(name);
-    const Explanation explanation(schema, source);
+    const Explanation explanation(schema, charts, source);
     if (!isQuiet) writeOutput("template " + escaped(name) + '\n' + explanation.listing());
     writeOutput(explanation.problems());
     count += explanation.count();

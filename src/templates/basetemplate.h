@@ -145,6 +145,9 @@ class CHARTXML_API BaseTemplate {
   // a scale, a statistic or mappings. An element also gets the dots and the block of the other.
   void cloneElementAesthetics(const PlXBaseElement& from, PlXBaseElement& to,
                               bool cloneLegendEntries);
+  // The same without the sizes, for lines that stand beside an element.
+  void cloneAestheticsButSizes(const CTElementType& from, CTElementType& to,
+                               bool cloneLegendEntries);
   // Variables, aesthetics and conditional styles.
   void cloneElementChildren(const CTElementType& from, CTElementType& to, bool cloneLegendEntries);
   // For lines and texts, which have one colour: the styles of the style-bys take their second
@@ -280,6 +283,8 @@ class CHARTXML_API BaseTemplate {
   CTVariableType* clusterVariable(const PlXGraph& graph, const ChartString& role) const;
 
   void giveStockDashes(PlXDash& dash);
+  void cloneAesthetics(const PlXBaseElement& from, PlXBaseElement& to, bool cloneLegendEntries,
+                       bool withSizes);
 
   StyleUsers& styleUsers();
   const ChartString& filledText(const xercesc::DOMElement& element);

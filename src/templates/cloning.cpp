@@ -255,6 +255,16 @@ void BaseTemplate::giveStockDashes(PlXDash& dash) {
 
 void BaseTemplate::cloneElementAesthetics(const PlXBaseElement& from, PlXBaseElement& to,
                                           bool cloneLegendEntries) {
+  cloneAesthetics(from, to, cloneLegendEntries, true);
+}
+
+void BaseTemplate::cloneAestheticsButSizes(const CTElementType& from, CTElementType& to,
+                                           bool cloneLegendEntries) {
+  cloneAesthetics(from, to, cloneLegendEntries, false);
+}
+
+void BaseTemplate::cloneAesthetics(const PlXBaseElement& from, PlXBaseElement& to,
+                                   bool cloneLegendEntries, bool withSizes) {
   const FromSide fromSide(from);
   const ToSide toSide(to);
   if ((!fromSide.element && !fromSide.labeling) || (!toSide.element && !toSide.labeling)) return;
@@ -291,6 +301,7 @@ void BaseTemplate::cloneElementAesthetics(const PlXBaseElement& from, PlXBaseEle
     }
   };
   for (const Kind& kind : kinds) {
+    if (!withSizes && kind.idBase == PlXUni::_length) continue;
     for (const CTAesthetic* old : aestheticsOf(kind, fromSide)) clone(kind, *old);
   }
   if (fromSide.element && toSide.element) {

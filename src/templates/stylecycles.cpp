@@ -1,9 +1,14 @@
 #include "stylecycles.h"
 
+#include <xercesc/dom/DOM.hpp>
+
 #include "plxextension.h"
 #include "plxframes.h"
 #include "plxstyle.h"
 #include "plxstylecycle.h"
+#include "templatexml.h"
+
+using namespace xercesc;
 
 namespace stylecycles {
 
@@ -27,6 +32,29 @@ PlXCycle* stockCycle(const PlXVisualization& chart, Kind kind) {
     if (kindOf(*cycle) == kind) last = cycle;
   }
   return last;
+}
+
+void takeStock(const BaseTemplate& base, const PlXCycle& stock, PlXStyleCycle& to) {
+  to.removeCycles();
+  PlXCycle* list = to.addCycle();
+  for (const PlXStyle* style : stock.getStyles()) {
+    base.duplicateAttributes(*style, *list->addStyle());
+  }
+}
+
+Lists::Lists(BaseTemplate& base, const std::vector<const DOMElement*>& cycles) {
+  for (const DOMElement* cycle : cycles) {
+    auto& list = lists_.emplace_back();
+    templatexml::forChildren(cycle, PlXUni::_style,
+                             [&](const DOMElement* style) { list.emplace_back(base, style); });
+  }
+}
+
+void Lists::addTo(PlXStyleCycle& styleCycle) const {
+  for (const auto& list : lists_) {
+    PlXCycle* cycle = styleCycle.addCycle();
+    for (const BaseTemplate::StyleImport& style : list) style.onto(*cycle->addStyle());
+  }
 }
 
 }  // namespace stylecycles

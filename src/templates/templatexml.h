@@ -28,6 +28,22 @@ void forDescendants(const xercesc::DOMElement* parent, const XMLCh* name, Visit 
   }
 }
 
+// The same for direct children.
+template <class Visit>
+void forChildren(const xercesc::DOMElement* parent, const XMLCh* name, Visit visit) {
+  xercesc::DOMElement* child = parent ? firstElement(parent) : nullptr;
+  for (; child; child = nextElement(child)) {
+    if (xercesc::XMLString::equals(child->getNodeName(), name)) visit(child);
+  }
+}
+
+// The last direct child of that name; null when there is none.
+inline const xercesc::DOMElement* lastChild(const xercesc::DOMElement* parent, const XMLCh* name) {
+  const xercesc::DOMElement* last = nullptr;
+  forChildren(parent, name, [&](const xercesc::DOMElement* child) { last = child; });
+  return last;
+}
+
 // The first element of that name at any depth; null when there is none.
 inline const xercesc::DOMElement* firstDescendant(const xercesc::DOMElement* parent,
                                                   const XMLCh* name) {

@@ -1,0 +1,33 @@
+// The frames that tell how well fit lines fit.
+#ifndef CHARTXML_RSQUAREDFRAME_H
+#define CHARTXML_RSQUAREDFRAME_H
+
+#include "basetemplate.h"
+
+class PlXGraph;
+class PlXLabelFrame;
+class PlXLine;
+class PlXVisualization;
+
+// Adds a frame with the R-squared of a fit line beside its graph, below what stands there: the
+// first such frame of the chart, else its last container, else its last legend. A command makes one
+// of these for all of its frames.
+class RSquaredFrames {
+ public:
+  RSquaredFrames(BaseTemplate& base, PlXVisualization& chart) : base_(base), chart_(chart) {}
+
+  // `method` is the name of the kind of fit. `isOfSubgroups` puts the name of the subgroup before
+  // each value.
+  void add(PlXGraph& graph, PlXLine& line, const ChartString& method, bool isOfSubgroups);
+
+ private:
+  void place(PlXGraph& graph, PlXLabelFrame& frame);
+  void fill(PlXLabelFrame& frame, PlXLine& line, const ChartString& method, bool isOfSubgroups);
+  PlXLabelFrame* firstOfChart() const;
+
+  BaseTemplate& base_;
+  PlXVisualization& chart_;
+  PlXLabelFrame* first_ = nullptr;
+};
+
+#endif

@@ -1,0 +1,297 @@
+// addFitLine type target primary styleOnly spikes colorSpikes rsquared proportion kernel bandwith
+// intercept, with children style (number) and confidenceInterval: a curve fitted to the elements of
+// a graph, one for all cases or, with target="subgroup", one for each subgroup, each a new line. It
+// may bring spikes, a line around its confidence interval and a frame with its R-squared; the
+// chart's first legend names it and is made when there is none. Lines and edges aren't fitted; an
+// element that is fitted already ends the fitting of its graph. `styleOnly` restyles what is there.
+#include <optional>
+
+#include <xercesc/dom/DOM.hpp>
+
+#include "commands.h"
+#include "graphtexts.h"
+#include "linelegend.h"
+#include "plxcoordinates.h"
+#include "plxelements.h"
+#include "plxframes.h"
+#include "plxgraph.h"
+#include "plxstatistics.h"
+#include "plxstyle.h"
+#include "plxuni.h"
+#include "plxvariables.h"
+#include "rsquaredframe.h"
+#include "templatexml.h"
+
+using namespace xercesc;
+using namespace templatexml;
+
+namespace {
+
+using Smooth = PlXSmoothStatistic;
+
+// What a word of `type` means.
+struct Fit {
+  const XMLCh* word;
+  std::optional<Smooth::ENUM_method> method;
+  std::optional<unsigned> degree;        // of the line and its spikes
+  std::optional<unsigned> regionDegree;  // of the confidence interval
+  const char* rSquared;                  // the key of its name there; null for none
+};
+
+// The last is for any other word.
+constexpr Fit fits[] = {
+    {PlXUni::_mean, Smooth::method_polynomial, 0, 0, nullptr},
+    {PlXUni::_linear, Smooth::method_linear, {}, 1, "E60551"},
+    {PlXUni::_quadratic, Smooth::method_polynomial, 2, 2, "E60554"},
+    {PlXUni::_cubic, Smooth::method_polynomial, 3, 3, "E60555"},
+    {PlXUni::_loess, Smooth::method_loess, {}, {}, nullptr},
+    {u"", {}, {}, {}, nullptr},
+};
+
+const Fit& fitOf(const ChartString& type) {
+  const Fit* fit = fits;
+  while (*fit->word && !type.equals(fit->word)) ++fit;
+  return *fit;
+}
+
+std::optional<Smooth::ENUM_kernel> kernelOf(const ChartString& word) {
+  static const std::pair<const XMLCh*, Smooth::ENUM_kernel> words[] = {
+      {PlXUni::_uniform, Smooth::kernel_uniform},
+      {PlXUni::_epanechnikov, Smooth::kernel_epanechnikov},
+      {u"Epanechnikov", Smooth::kernel_epanechnikov},
+      {PlXUni::_biweight, Smooth::kernel_biweight},
+      {PlXUni::_triweight, Smooth::kernel_triweight},
+      {PlXUni::_tricube, Smooth::kernel_tricube},
+      {PlXUni::_gaussian, Smooth::kernel_gaussian},
+      {PlXUni::_cauchy, Smooth::kernel_cauchy},
+  };
+  for (const auto& [text, kernel] : words) {
+    if (word.equals(text)) return kernel;
+  }
+  return {};
+}
+
+struct Parameters {
+  bool primary = false;
+  bool styleOnly = false;
+  bool spikes = false;
+  bool colorSpikes = false;
+  bool rSquared = false;
+  bool bySubgroup = false;
+  const Fit* fit = nullptr;
+  ChartString proportion;
+  ChartString kernel;
+  ChartString bandwidth;
+  ChartString intercept;
+  const DOMElement* fitStyle = nullptr;
+  const DOMElement* spikeStyle = nullptr;
+  const DOMElement* confidence = nullptr;
+};
+
+Parameters readParameters(const DOMElement& command) {
+  const auto flag = [&](const XMLCh* name) { return isTrue(command, name); };
+  Parameters parameters;
+  parameters.primary = flag(u"primary");
+  parameters.styleOnly = flag(BaseTemplate::_styleOnly);
+  parameters.spikes = flag(PlXUni::_spikes);
+  parameters.colorSpikes = flag(u"colorSpikes");
+  parameters.rSquared = flag(u"rsquared");
+  parameters.bySubgroup = is(command.getAttribute(PlXUni::_target), u"subgroup");
+  parameters.fit = &fitOf(command.getAttribute(PlXUni::_type));
+  parameters.proportion = command.getAttribute(u"proportion");
+  parameters.kernel = command.getAttribute(u"kernel");
+  parameters.bandwidth = command.getAttribute(u"bandwith");
+  parameters.intercept = command.getAttribute(u"intercept");
+  for (const DOMElement* child = firstElement(&command); child; child = nextElement(child)) {
+    if (is(child->getNodeName(), u"confidenceInterval")) parameters.confidence = child;
+    if (!is(child->getNodeName(), PlXUni::_style)) continue;
+    const ChartString number(child->getAttribute(PlXUni::_number));
+    (number.convertToSignedInteger() == 1 ? parameters.spikeStyle : parameters.fitStyle) = child;
+  }
+  return parameters;
+}
+
+struct Names {
+  ChartString total;
+  ChartString confidence;
+  ChartString method;
+
+  explicit Names(const Fit& fit) {
+    GraphTexts texts;
+    total = texts.lookUp("Fit line for").append(texts.lookUp("Total"));
+    confidence = texts.lookUp("Confidence Intervals");
+    if (fit.rSquared) method = texts.lookUp(fit.rSquared);
+  }
+};
+
+bool isColor(const XMLCh* color) {
+  return *color && !is(color, PlXStyle::_transparent);
+}
+
+void setMethod(PlXSmoothStatistic& statistic, const Fit& fit) {
+  statistic.setBounded(false);
+  if (fit.method) statistic.setMethod(*fit.method);
+  if (fit.degree) statistic.setDegree(*fit.degree);
+}
+
+class Fitting {
+ public:
+  Fitting(BaseTemplate& base, PlXVisualization& chart, const Parameters& parameters)
+      : base_(base),
+        given_(parameters),
+        legend_(base, chart, {{u"75%", u"99%", u"70%", u"80%"}, false}),
+        rSquared_(base, chart) {}
+
+  void process(PlXGraph& graph) {
+    PlXCoordinates* block = fittedBlock(graph);
+    if (!block) return;
+    isMatrix_ = base_.getFirstSPLOMElement(graph) != nullptr;
+    bool isForAll = !given_.bySubgroup;
+    std::vector<CTElementType*> elements;
+    BaseTemplate::getAllElements(graph, elements);
+    for (CTElementType* element : elements) {
+      if (element->getCoordinates() && element->getCoordinates() != block) continue;
+      if (given_.styleOnly) {
+        restyle(*element);
+        continue;
+      }
+      if (dynamic_cast<PlXLine*>(element) || dynamic_cast<PlXEdge*>(element)) continue;
+      const bool isFitted =
+          !element->getSmoothStatistics().empty() || !element->getRegionStatistics().empty();
+      if (isFitted || (!isForAll && base_.getAesthetics(*element).empty())) return;
+      const CTCoordinate* x = element->getX();
+      // Items of an expression are fitted for themselves.
+      if (x && x->getExpressionVariable() && !isMatrix_) isForAll = false;
+      addFit(graph, *block, *element, isForAll);
+    }
+  }
+
+ private:
+  // Null when the graph has nothing to fit on.
+  PlXCoordinates* fittedBlock(const PlXGraph& graph) const {
+    const XMLCh* role = given_.primary ? PlXUni::_y : BaseTemplate::_y2;
+    if (base_.isRoleCategorical(graph, PlXUni::_x) || base_.isRoleCategorical(graph, role) ||
+        base_.getDimensionsByRole(graph, role).empty()) {
+      return nullptr;
+    }
+    return graph.getCoordinates(given_.primary ? 0 : 1);
+  }
+
+  void addFit(PlXGraph& graph, PlXCoordinates& block, const CTElementType& element, bool isForAll) {
+    PlXLine& line = *graph.addLine(base_.CreateUniqueId(PlXUni::_line).xc_str());
+    line.setCoordinates(block);
+    PlXStyle& style = base_.styleOf<CTElementType>(line);
+    if (const PlXStyle* own = element.getStyle()) {
+      const XMLCh* color = isColor(own->getColor()) ? own->getColor() : own->getColor2();
+      if (isColor(color)) style.setColor(color);
+    }
+    base_.importStyle(given_.fitStyle, style);
+    base_.copyVariables(line, element);
+    base_.cloneConditionalStyles(element, line);
+    if (isForAll) line.setName(names().total.xc_str());
+    addStatistic(graph, line, element);
+    PlXLine* confidence = given_.confidence ? &addConfidence(graph, line) : nullptr;
+    legend_.ensured();
+    for (PlXLine* each : {&line, confidence}) {
+      if (!each) continue;
+      if (isForAll) {
+        legend_.add(*each);
+      } else {
+        base_.cloneAestheticsButSizes(element, *each, true);
+        base_.changeColor2ToColor(*each, false);
+      }
+    }
+  }
+
+  void addStatistic(PlXGraph& graph, PlXLine& line, const CTElementType& element) {
+    const Fit& fit = *given_.fit;
+    PlXSmoothStatistic& statistic = *line.addSmoothStatistic();
+    setMethod(statistic, fit);
+    const bool isLoess = fit.method == Smooth::method_loess;
+    if (isLoess) {
+      if (!given_.proportion.empty()) {
+        statistic.setProportion(given_.proportion.convertToDouble());
+      }
+      if (const auto kernel = kernelOf(given_.kernel)) statistic.setKernel(*kernel);
+    }
+    if (given_.spikes && fit.method && (!isLoess || !given_.kernel.empty())) {
+      addSpikes(graph, line, element);
+    }
+    if (given_.rSquared && fit.rSquared && !isMatrix_) {
+      rSquared_.add(graph, line, names().method, given_.bySubgroup);
+    }
+    if (!given_.bandwidth.empty()) statistic.setBandwidth(given_.bandwidth.convertToDouble());
+    if (!given_.intercept.empty()) statistic.setIntercept(given_.intercept.convertToDouble());
+  }
+
+  void addSpikes(PlXGraph& graph, const PlXLine& line, const CTElementType& element) {
+    PlXInterval& spikes = *graph.addInterval(base_.CreateUniqueId(PlXUni::_spikes).xc_str());
+    spikes.setPositionModifier(CTElementType::positionModifier_none);
+    base_.importStyle(given_.spikeStyle, base_.styleOf<CTElementType>(spikes));
+    base_.copyVariables(spikes, line);
+    base_.cloneConditionalStyles(line, spikes);
+    if (given_.colorSpikes && given_.bySubgroup) {
+      base_.cloneElementAesthetics(element, spikes, false);
+    }
+    PlXSmoothStatistic& statistic = *spikes.addSmoothStatistic();
+    statistic.setSpikes(true);
+    setMethod(statistic, *given_.fit);
+  }
+
+  PlXLine& addConfidence(PlXGraph& graph, const PlXLine& fitLine) {
+    PlXLine& line = *graph.addLine(base_.CreateUniqueId(PlXUni::_line).xc_str());
+    importConfidenceStyles(base_.styleOf<CTElementType>(line));
+    base_.copyVariables(line, fitLine);
+    base_.cloneConditionalStyles(fitLine, line);
+    line.setName(names().confidence.xc_str());
+    PlXRegionStatistic& region = *line.addRegionStatistic();
+    if (given_.fit->regionDegree) region.setDegree(*given_.fit->regionDegree);
+    region.setRegionType(PlXRegionStatistic::regionType_confidenceFit);
+    region.setPredictIndividuals(isTrue(*given_.confidence, u"predictIndividuals"));
+    const ChartString alpha(given_.confidence->getAttribute(u"alpha"));
+    if (!alpha.empty()) region.setAlpha(alpha.convertToDouble());
+    return line;
+  }
+
+  void importConfidenceStyles(PlXStyle& style) {
+    forChildren(given_.confidence, PlXUni::_style,
+                [&](const DOMElement* each) { base_.importStyle(each, style); });
+  }
+
+  void restyle(CTElementType& element) {
+    if (dynamic_cast<PlXLine*>(&element)) {
+      if (!element.getSmoothStatistics().empty()) {
+        if (given_.fitStyle) base_.importStyle(given_.fitStyle, base_.styleOf(element));
+      } else if (!element.getRegionStatistics().empty() && given_.confidence) {
+        importConfidenceStyles(base_.styleOf(element));
+      }
+    } else if (dynamic_cast<PlXInterval*>(&element) && given_.spikeStyle) {
+      for (const PlXSmoothStatistic* statistic : element.getSmoothStatistics()) {
+        if (statistic->getSpikes()) base_.importStyle(given_.spikeStyle, base_.styleOf(element));
+      }
+    }
+  }
+
+  const Names& names() {
+    if (!names_) names_.emplace(*given_.fit);
+    return *names_;
+  }
+
+  BaseTemplate& base_;
+  const Parameters& given_;
+  LineLegend legend_;
+  RSquaredFrames rSquared_;
+  std::optional<Names> names_;
+  bool isMatrix_ = false;  // the graph that is fitted
+};
+
+}  // namespace
+
+bool TFitLine::ProcessCommand() {
+  if (!command) return false;
+  const Parameters parameters = readParameters(*command);
+  Fitting fitting(*this, target, parameters);
+  const std::vector<PlXGraph*> graphs = target.getGraphs();
+  for (PlXGraph* graph : graphs) fitting.process(*graph);
+  return !graphs.empty();
+}

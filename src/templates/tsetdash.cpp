@@ -1,0 +1,9 @@
+// setDash aestheticNumber, with a child cycle: the dash aesthetics of elements get a list of styles
+// of their own each. `aestheticNumber` selects one of an element's by its 1-based position, all for
+// 0 or none. Without a cycle nothing changes.
+#include "aestheticlists.h"
+#include "commands.h"
+
+bool TSetDash::ProcessCommand() {
+  return AestheticLists(*this, source, target, command).renewAll(&CTElementType::getDashs);
+}
