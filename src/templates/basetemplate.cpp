@@ -1,6 +1,7 @@
 #include "basetemplate.h"
 
 #include <algorithm>
+#include <unordered_set>
 #include <utility>
 
 #include <xercesc/dom/DOM.hpp>
@@ -352,12 +353,14 @@ ChartString BaseTemplate::getCategoryValue(const PlXGraph& graph, const XMLCh* r
   const ChartString roleName(role);
   const CTVariableType* cluster =
       roleName.equals(PlXUni::_x) ? clusterVariable(graph, roleName) : nullptr;
+  std::unordered_set<const CTVariableType*> looked;
   std::vector<CTElementType*> elements;
   getAllElements(graph, elements);
   for (const CTElementType* element : elements) {
     const CTVariableType* variable =
         cluster ? cluster : variableOf(coordinateOf(*element, roleName));
-    ChartString value = variable ? rawValue(*variable, label) : ChartString();
+    if (!variable || !looked.insert(variable).second) continue;
+    ChartString value = rawValue(*variable, label);
     if (!value.empty()) return value;
   }
   return {};
