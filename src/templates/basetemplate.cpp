@@ -324,9 +324,11 @@ CTVariableType* BaseTemplate::clusterVariable(const PlXGraph& graph,
 CTVariableType* BaseTemplate::getElementVariable(const CTElementType& element,
                                                  const ChartString& role) const {
   if (role.equals(PlXUni::_x)) {
-    const std::vector<PlXGraph*>& graphs = addressedGraphs();
-    CTVariableType* cluster = graphs.empty() ? nullptr : clusterVariable(*graphs.front(), role);
-    if (cluster) return cluster;
+    if (!firstCluster_ || !keepsFindings_) {
+      const std::vector<PlXGraph*>& graphs = addressedGraphs();
+      firstCluster_ = graphs.empty() ? nullptr : clusterVariable(*graphs.front(), role);
+    }
+    if (*firstCluster_) return *firstCluster_;
   }
   return variableOf(coordinateOf(element, role));
 }

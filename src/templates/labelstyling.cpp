@@ -1,8 +1,6 @@
 #include "labelstyling.h"
 
 #include <algorithm>
-#include <set>
-#include <string>
 
 #include <xercesc/dom/DOM.hpp>
 
@@ -101,6 +99,13 @@ Look readLook(const BaseTemplate& base, const DOMElement& command) {
   return look;
 }
 
+// A text has one colour: that of the outline where a surface has none.
+Styling::Marker Styling::markerOf(const CTElementType& element, const PlXStyle& style) {
+  Marker marker{style.getColor(), aestheticsOf(element), &element};
+  if (isUncolored(marker.color)) marker.color = style.getColor2();
+  return marker;
+}
+
 Styling::Styling(BaseTemplate& base, const PlXVisualization* source, const Look& look)
     : base_(base),
       source_(source),
@@ -123,8 +128,7 @@ void Styling::set(PlXStyle& style, bool (PlXStyle::*isPresent)() const,
 
 void Styling::style(CTElementType& element) {
   const std::vector<PlXLabeling*> labels = element.getLabelings();
-  // Its colours may be asked for.
-  if (!labels.empty()) base_.styleOf(element);
+  if (!labels.empty()) marker_ = markerOf(element, base_.styleOf(element));
   for (PlXLabeling* label : labels) styleLabel(element, *label);
   const CTElementType* source = sourceOf(element);
   const bool isPinned = source && *source->GetAttribute(PlXUni::_showCollidingLabels);
@@ -142,7 +146,7 @@ void Styling::styleLabel(CTElementType& element, PlXLabeling& label) {
   const PlXLabeling* source = sourceOf(label);
   const bool isPinned = source && *source->GetAttribute(PlXUni::_connectingLines);
   if (look_.connectingLines && !isPinned) label.setConnectingLines(*look_.connectingLines);
-  if (look_.colorByMarker) colorByMarker(element, label, text, frame);
+  if (look_.colorByMarker) colorByMarker(label, text, frame);
   if (!look_.hidden) return;
   set(text, &PlXStyle::isVisiblePresent, &PlXStyle::setVisible, !*look_.hidden);
   set(frame, &PlXStyle::isVisiblePresent, &PlXStyle::setVisible, !*look_.hidden);
@@ -172,22 +176,22 @@ void Styling::place(PlXStyle& text) {
   }
 }
 
-// A text has one colour: that of the outline where a surface has none.
-void Styling::colorByMarker(CTElementType& element, PlXLabeling& label, PlXStyle& text,
-                            PlXStyle& frame) {
-  const PlXStyle* marker = element.getStyle();
-  ChartString color(marker->getColor());
-  if (isUncolored(color)) color = marker->getColor2();
-  if (!color.empty()) {
-    set(text, &PlXStyle::isColorPresent, &PlXStyle::setColor, color.xc_str());
+void Styling::colorByMarker(PlXLabeling& label, PlXStyle& text, PlXStyle& frame) {
+  if (!marker_.color.empty()) {
+    set(text, &PlXStyle::isColorPresent, &PlXStyle::setColor, marker_.color.xc_str());
     set(frame, &PlXStyle::isColor2Present, &PlXStyle::setColor2,
         static_cast<const XMLCh*>(PlXStyle::_transparent));
   }
-  // A label that has them from an earlier run gets no second ones.
-  if (!std::ranges::includes(aestheticsOf(label), aestheticsOf(element))) {
-    base_.cloneElementAesthetics(element, label, false);
-  }
+  giveAesthetics(label);
   base_.changeColor2ToColor(label, false);
+}
+
+// A label that has them from an earlier run gets no second ones.
+void Styling::giveAesthetics(PlXLabeling& label) {
+  const std::set<std::u16string> own = aestheticsOf(label);
+  if (std::ranges::includes(own, marker_.aesthetics)) return;
+  base_.cloneElementAesthetics(*marker_.carrier, label, false);
+  if (own.empty()) marker_.carrier = &label;
 }
 
 }  // namespace datalabels

@@ -3,6 +3,8 @@
 #define CHARTXML_LABELSTYLING_H
 
 #include <optional>
+#include <set>
+#include <string>
 
 #include "basetemplate.h"
 #include "plxlabeling.h"
@@ -34,10 +36,22 @@ class Styling {
   void style(CTElementType& element);
 
  private:
+  // Of an element, what its labels take over.
+  struct Marker {
+    ChartString color;
+    std::set<std::u16string> aesthetics;
+    // The element, or the first label that has just what the element has: the children of an
+    // element are many.
+    const PlXBaseElement* carrier;
+  };
+
+  static Marker markerOf(const CTElementType& element, const PlXStyle& style);
+
   void styleLabel(CTElementType& element, PlXLabeling& label);
   void giveFrameColors(const CTElementType& element, PlXStyle& frame);
   void place(PlXStyle& text);
-  void colorByMarker(CTElementType& element, PlXLabeling& label, PlXStyle& text, PlXStyle& frame);
+  void colorByMarker(PlXLabeling& label, PlXStyle& text, PlXStyle& frame);
+  void giveAesthetics(PlXLabeling& label);
 
   template <class T>
   const T* sourceOf(const T& object) const;
@@ -51,6 +65,7 @@ class Styling {
   const Look& look_;
   BaseTemplate::StyleImport labelStyle_;
   BaseTemplate::StyleImport frameStyle_;
+  Marker marker_;  // of the present element
 };
 
 }  // namespace datalabels

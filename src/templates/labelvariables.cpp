@@ -6,7 +6,6 @@
 
 #include "basetemplate.h"
 #include "chartbase.h"
-#include "plxcoordinates.h"
 #include "plxelements.h"
 #include "plxextension.h"
 #include "plxframes.h"
@@ -53,14 +52,6 @@ const RowClass rowClasses[] = {
 CTVariableType* derivedCount(const PlXVisualization& chart) {
   for (PlXDerivedVariable* variable : chart.getDerivedVariables()) {
     if (ChartString(variable->getValue()).ContainsString(u"counted")) return variable;
-  }
-  return nullptr;
-}
-
-CTVariableType* clusterVariable(const BaseTemplate& queries, const PlXGraph& graph,
-                                const XMLCh* role) {
-  for (const PlXDimension* dimension : queries.getDimensionsByRole(graph, role)) {
-    if (CTVariableType* variable = dimension->getClusterVariable()) return variable;
   }
   return nullptr;
 }
@@ -177,8 +168,8 @@ LabelledGraph::LabelledGraph(const BaseTemplate& queries, const Sources& sources
                              const PlXGraph& graph)
     : sources_(sources),
       polar_(queries.isGraphPolar(graph)),
-      clusterOnX_(clusterVariable(queries, graph, PlXUni::_x)),
-      clusterOnZ_(clusterVariable(queries, graph, PlXUni::_z)),
+      clusterOnX_(queries.clusterVariable(graph, PlXUni::_x)),
+      clusterOnZ_(queries.clusterVariable(graph, PlXUni::_z)),
       legendVariables_(queries.getLegendVariables(graph, PlXUni::_legend)) {}
 
 CTVariableType* LabelledGraph::legendVariable(std::size_t index) const {

@@ -133,8 +133,8 @@ bool TAddDataLabels::ProcessCommand() {
       const bool isRegion = !element->getRegionStatistics().empty();
       if (!parameters.look.styleOnly && !isRegion) addLabels(labels, parameters);
       formatLabels(labels, parameters);
-      styling.style(*element);
       removeDuplicates(*element);
+      styling.style(*element);
     }
     if (labelled.isPolar()) makeRoom(*graph, elements);
   }
