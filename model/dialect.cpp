@@ -261,6 +261,7 @@ bool isLink(const Element& element, const XMLCh* attribute) {
                        [&](const XMLCh* name) { return XMLString::equals(name, attribute); });
   }
   std::u16string_view role(attribute);
+  if (role == u"target") return true;  // of a drill-down
   role = role.substr(0, role.find_last_not_of(u"0123456789") + 1);
   constexpr std::u16string_view roles[] = {
       u"title", u"subtitle", u"footnote",          u"legend",

@@ -156,7 +156,9 @@ class Report {
         tryPut(object, depth, &Report::putElement) ||
         tryPut(object, depth, &Report::putAesthetic) ||
         tryPut(object, depth, &Report::putLabeling) || tryPut(object, depth, &Report::putGuide) ||
-        tryPut(object, depth, &Report::putFaceting) || tryPut(object, depth, &Report::putAxis);
+        tryPut(object, depth, &Report::putFaceting) || tryPut(object, depth, &Report::putAxis) ||
+        tryPut(object, depth, &Report::putPopup) || tryPut(object, depth, &Report::putToken) ||
+        tryPut(object, depth, &Report::putDrillDown);
   }
 
   // ---- data
@@ -347,13 +349,50 @@ class Report {
   }
 
   void putLabeling(const PlXLabeling& labeling, std::size_t depth) {
-    Line(out_, depth, "labeling").put(labeling, {u"id", u"variable"});
+    const PlXStyle* style = labeling.getStyle();
+    {
+      Line line(out_, depth, "labeling");
+      line.put(labeling, {u"id", u"variable"})
+          .put("statistic", statisticText(labeling.getSummaryStatistic()));
+      if (style) line.put(*style, {u"labelInside", u"visible"});
+    }
     putChildren(labeling, depth + 1);
   }
 
+  static std::string statisticText(const PlXSummaryStatistic* statistic) {
+    if (!statistic) return {};
+    const std::string method = utf8(statistic->GetAttribute(u"method"));
+    return method.empty() ? "value" : method;
+  }
+
   void putGuide(const CTGuideType& guide, std::size_t depth) {
+    std::vector<std::string> texts;
+    for (const PlXLabel* label : guide.getLabels()) texts.push_back(labelText(label));
     Line(out_, depth, "guide", tagOf(guide))
-        .put(guide, {u"id", u"name", u"x", u"y", u"z", u"x1", u"x2", u"y1", u"y2", u"value"});
+        .put(guide, {u"id", u"name", u"x", u"y", u"z", u"x1", u"x2", u"y1", u"y2", u"value"})
+        .putText("text", joined(texts, '\n'));
+  }
+
+  // ---- what a viewer does with the chart
+
+  void putPopup(const PlXPopup& popup, std::size_t depth) {
+    Line(out_, depth, "popup")
+        .put(popup, {u"id", u"target"})
+        .putText("text", utf8(popup.getTokenTemplate()));
+    putChildren(popup, depth + 1);
+  }
+
+  void putToken(const PlXTokenMapping& mapping, std::size_t depth) {
+    Line(out_, depth, "token", utf8(mapping.getValueToken()))
+        .put(mapping, {u"variable"})
+        .put("statistic", statisticText(mapping.getSummaryStatistic()));
+  }
+
+  // Of the records of the chart, those that are drill-downs.
+  void putDrillDown(const PlXExtensionVis& record, std::size_t depth) {
+    if (utf8(record.getAttribute(PlXDrillDown::_UTF_drillDown)) != "true") return;
+    Line(out_, depth, "drillDown")
+        .put(record, {u"target", u"interactionType", u"function", u"meta"});
   }
 
   void putFaceting(const PlXFaceting& faceting, std::size_t depth) {

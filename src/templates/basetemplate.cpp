@@ -1,6 +1,7 @@
 #include "basetemplate.h"
 
 #include <algorithm>
+#include <unordered_set>
 #include <utility>
 
 #include <xercesc/dom/DOM.hpp>
@@ -323,9 +324,11 @@ CTVariableType* BaseTemplate::clusterVariable(const PlXGraph& graph,
 CTVariableType* BaseTemplate::getElementVariable(const CTElementType& element,
                                                  const ChartString& role) const {
   if (role.equals(PlXUni::_x)) {
-    const std::vector<PlXGraph*>& graphs = addressedGraphs();
-    CTVariableType* cluster = graphs.empty() ? nullptr : clusterVariable(*graphs.front(), role);
-    if (cluster) return cluster;
+    if (!firstCluster_ || !keepsFindings_) {
+      const std::vector<PlXGraph*>& graphs = addressedGraphs();
+      firstCluster_ = graphs.empty() ? nullptr : clusterVariable(*graphs.front(), role);
+    }
+    if (*firstCluster_) return *firstCluster_;
   }
   return variableOf(coordinateOf(element, role));
 }
@@ -352,12 +355,14 @@ ChartString BaseTemplate::getCategoryValue(const PlXGraph& graph, const XMLCh* r
   const ChartString roleName(role);
   const CTVariableType* cluster =
       roleName.equals(PlXUni::_x) ? clusterVariable(graph, roleName) : nullptr;
+  std::unordered_set<const CTVariableType*> looked;
   std::vector<CTElementType*> elements;
   getAllElements(graph, elements);
   for (const CTElementType* element : elements) {
     const CTVariableType* variable =
         cluster ? cluster : variableOf(coordinateOf(*element, roleName));
-    ChartString value = variable ? rawValue(*variable, label) : ChartString();
+    if (!variable || !looked.insert(variable).second) continue;
+    ChartString value = rawValue(*variable, label);
     if (!value.empty()) return value;
   }
   return {};

@@ -108,6 +108,8 @@ class CHARTXML_API BaseTemplate {
   // ---- dimensions, variables and domains
   std::vector<PlXDimension*> getDimensionsByRole(const PlXGraph& graph,
                                                  const ChartString& role) const;
+  // The first of the dimensions of a role; null when none is clustered.
+  CTVariableType* clusterVariable(const PlXGraph& graph, const ChartString& role) const;
   // Of role `x` the cluster variable of the first addressed graph comes first.
   CTVariableType* getElementVariable(const CTElementType& element, const ChartString& role) const;
   // Looked for at the element, which may be null, and then at the dimensions of the role.
@@ -280,8 +282,6 @@ class CHARTXML_API BaseTemplate {
  private:
   const PlXBaseElement* sourceObject(const PlXBaseElement& object) const;
   const std::vector<PlXGraph*>& addressedGraphs() const;
-  CTVariableType* clusterVariable(const PlXGraph& graph, const ChartString& role) const;
-
   void giveStockDashes(PlXDash& dash);
   void cloneAesthetics(const PlXBaseElement& from, PlXBaseElement& to, bool cloneLegendEntries,
                        bool withSizes);
@@ -293,6 +293,8 @@ class CHARTXML_API BaseTemplate {
   std::unique_ptr<StyleUsers> users_;
   // Found once by a command of the dispatcher: none of them adds or removes graphs.
   mutable std::optional<std::vector<PlXGraph*>> graphs_;
+  // Of the first of these on x, null for none; no command clusters an axis.
+  mutable std::optional<CTVariableType*> firstCluster_;
   // The legends by the ids of what their entries lead to, a legend for each entry. Found once by a
   // command of the dispatcher.
   std::optional<std::unordered_map<std::u16string, std::vector<PlXLegend*>>> legendsOf_;

@@ -1,9 +1,11 @@
 // BaseTemplate's import of format elements: numberFormat, stringFormat, elapsedTimeFormat,
 // dateTimeFormat and the generic format.
+#include <utility>
 #include <vector>
 
 #include "basetemplate.h"
 #include "dialect.h"
+#include "formatimport.h"
 #include "plxformat.h"
 #include "templatexml.h"
 
@@ -181,4 +183,18 @@ void BaseTemplate::importFormat(PlXFormat& format, const DOMElement* element) {
   if (const DOMElement* rule = firstDescendant(element, PlXUnitRule::_UTF_unitRule)) {
     importKnownAttributes(*format.addUnitRule(), *rule);
   }
+}
+
+FormatImport formatImportOf(const XMLCh* name) {
+  static constexpr std::pair<const XMLCh*, FormatImport> imports[] = {
+      {u"format", &BaseTemplate::importFormat},
+      {u"numberFormat", &BaseTemplate::importNumberFormat},
+      {u"stringFormat", &BaseTemplate::importStringFormat},
+      {u"dateTimeFormat", &BaseTemplate::importDateTimeFormat},
+      {u"elapsedTimeFormat", &BaseTemplate::importElapsedTimeFormat},
+  };
+  for (const auto& [element, import] : imports) {
+    if (is(name, element)) return import;
+  }
+  return nullptr;
 }

@@ -1,5 +1,6 @@
 // BaseTemplate's import of tick elements, with their marks, labels and grid lines.
 #include "basetemplate.h"
+#include "formatimport.h"
 #include "plxaxis.h"
 #include "plxformat.h"
 #include "plxstyle.h"
@@ -10,18 +11,8 @@ using namespace templatexml;
 
 namespace {
 
-struct FormatImport {
-  const XMLCh* element;
-  void (*import)(PlXFormat&, const DOMElement*);
-};
-
-constexpr FormatImport formatImports[] = {
-    {u"numberFormat", &BaseTemplate::importNumberFormat},
-    {u"stringFormat", &BaseTemplate::importStringFormat},
-    {u"dateTimeFormat", &BaseTemplate::importDateTimeFormat},
-    {u"elapsedTimeFormat", &BaseTemplate::importElapsedTimeFormat},
-    {u"format", &BaseTemplate::importFormat},
-};
+constexpr const XMLCh* formatNames[] = {u"numberFormat", u"stringFormat", u"dateTimeFormat",
+                                        u"elapsedTimeFormat", u"format"};
 
 // Major and minor ticks have positions alike.
 template <class Ticks>
@@ -67,11 +58,11 @@ void setSpacing(PlXMajorTicks& ticks, const DOMElement& element) {
 }
 
 void importFormats(PlXMajorTicks& ticks, const DOMElement& element) {
-  for (const FormatImport& row : formatImports) {
-    const DOMElement* child = firstDescendant(&element, row.element);
+  for (const XMLCh* name : formatNames) {
+    const DOMElement* child = firstDescendant(&element, name);
     if (!child) continue;
     const std::vector<PlXFormat*> formats = ticks.getFormats();
-    row.import(formats.empty() ? *ticks.addFormat() : *formats.front(), child);
+    formatImportOf(name)(formats.empty() ? *ticks.addFormat() : *formats.front(), child);
   }
 }
 

@@ -8,6 +8,7 @@
 #include <xercesc/dom/DOM.hpp>
 
 #include "commands.h"
+#include "formatimport.h"
 #include "plxaxis.h"
 #include "plxuni.h"
 #include "templatexml.h"
@@ -17,18 +18,8 @@ using namespace xercesc;
 
 namespace {
 
-struct Kind {
-  const XMLCh* name;
-  void (*import)(PlXFormat&, const DOMElement*);
-};
-
-constexpr std::array<Kind, 5> kinds = {{
-    {u"format", &BaseTemplate::importFormat},
-    {u"numberFormat", &BaseTemplate::importNumberFormat},
-    {u"stringFormat", &BaseTemplate::importStringFormat},
-    {u"dateTimeFormat", &BaseTemplate::importDateTimeFormat},
-    {u"elapsedTimeFormat", &BaseTemplate::importElapsedTimeFormat},
-}};
+constexpr std::array<const XMLCh*, 5> kinds = {u"format", u"numberFormat", u"stringFormat",
+                                               u"dateTimeFormat", u"elapsedTimeFormat"};
 constexpr std::size_t stringKind = 2;
 
 // The child of each kind; false when there is another child.
@@ -37,7 +28,7 @@ bool readChildren(const DOMElement& command,
   for (const DOMNode* child = command.getFirstChild(); child; child = child->getNextSibling()) {
     if (child->getNodeType() != DOMNode::ELEMENT_NODE) return false;
     std::size_t kind = 0;
-    while (kind < kinds.size() && !templatexml::is(child->getNodeName(), kinds[kind].name)) ++kind;
+    while (kind < kinds.size() && !templatexml::is(child->getNodeName(), kinds[kind])) ++kind;
     if (kind == kinds.size()) return false;
     children[kind] = static_cast<const DOMElement*>(child);
   }
@@ -56,6 +47,6 @@ bool TSetTickLabelFormat::ProcessCommand() {
   while (kind < kinds.size() && !children[kind]) ++kind;
   return ticklabels::edit(*this, target, selection, [&](PlXMajorTicks& ticks) {
     ticks.removeFormats();
-    if (kind < kinds.size()) kinds[kind].import(*ticks.addFormat(), children[kind]);
+    if (kind < kinds.size()) formatImportOf(kinds[kind])(*ticks.addFormat(), children[kind]);
   });
 }
