@@ -96,6 +96,7 @@ TEST(AddFrame, PlacesAndLinksTexts) {
       {"", "type='labelFrame'><location left='3%' right='9%'/>" + label,
        "labelFrame1 l3% t50% wcontent hcontent"},
       {"", "type='other'>" + all + label, "labelFrame1 l1% r99% t5% b7%"},
+      {roles("preserveLocations='true'"), "type='labelFrame'>" + all + label, ""},
       {title, "type='labelFrame'>" + all, "t l1% r99% t5% b7%"},
       {title + note, "type='labelFrame'>" + all, "t t2% b8%; f t88.5% b96%"},
       {title + note + roles("footnote1='f'"), "type='labelFrame'>" + all,
@@ -118,6 +119,22 @@ TEST(AddFrame, PlacesAndLinksTexts) {
     EXPECT_EQ(placesOf(chart), row.places) << row.command << "\n" << chart.body();
     expectSound(chart.chart().AsUTF8(), row.command);
   }
+}
+
+TEST(AddFrame, MovesPagesAndLegends) {
+  const ChartBase holder;
+  const std::string all = "<location left='1%' right='99%' top='5%' bottom='7%'/></addFrame>";
+  const std::string page = "<addFrame frameId='frame_graph_1'>" + all;
+  EditedChart chart("");
+  EditedChart placed("<location part='width' value='9pt'/>");
+  chart.apply(page, &placed);
+  EXPECT_TRUE(chart.chart().getLocations().empty());
+  chart.apply(page);
+  EXPECT_EQ(chart.chart().getLocations().size(), 4);
+  // In a container too.
+  EditedChart held("<container id='c'><legend id='l'/></container><extension legend1='l'/>");
+  held.apply("<addFrame frameId='frame_legend_1'>" + all);
+  EXPECT_EQ(placesOf(held), "l l1% r99% t5% b7%");
 }
 
 TEST(AddFrame, StylesWhatItMeans) {
@@ -184,6 +201,17 @@ TEST(AddFrame, WidensTheGraphBesideHiddenLegends) {
             "g l1% r99%");
   EXPECT_EQ(after("r99%", "", graph + "<graph/>"), "g l1% r>l");
   EXPECT_EQ(after("r99%", "", frame("g", "l1%", "graph")), "g l1%");
+  EXPECT_EQ(after("r99%", "", frame("g", "r80%", "graph")), "g r99%");
+  EXPECT_EQ(after("r70%", "", frame("g", "r80%", "graph")), "g r80%");
+  // A text in the same column would lose its place, unless it is hidden too.
+  EXPECT_EQ(after("r99%", frame("t", "l>g r99%", "labelFrame"), graph), "g l1% r>l");
+  EXPECT_EQ(after("r99%", frame("c", "l>g", "container"), graph), "g l1% r>l");
+  EXPECT_EQ(after("r99%", frame("t", "r>g", "labelFrame"), graph), "g l1% r99%");
+  EXPECT_EQ(after("r99%",
+                  "<labelFrame id='t' style='s'><location part='left' method='attach' target='g'/>"
+                  "</labelFrame><style id='s' visible='false'/>",
+                  graph),
+            "g l1% r99%");
 }
 
 TEST(HideFrame, HidesByKindAndPosition) {
@@ -198,13 +226,14 @@ TEST(HideFrame, HidesByKindAndPosition) {
       {"type='title' count='1'", "t "},
       {"type='title'", ""},
       {"type='title' count='2'", ""},
-      {"type='subtitle'", "u "},
+      {"type='subtitle' count='-1'", "u "},
       {"type='footnote' count='1'", "f "},
       {"type='legend' count='1'", "l "},
       {"type='legend'", ""},
       {"type='statisticsSummary' count='1'",
        "s frame_statistics_summary7 frame_statistics_summary8 "},
-      {"type='statisticsSummary'", "frame_statistics_summary7 frame_statistics_summary8 "},
+      {"type='statisticsSummary' count='-1'",
+       "frame_statistics_summary7 frame_statistics_summary8 "},
       {"type='graph' count='2'", "h "},
       {"type='graph' count='2' graph='1'", ""},
       {"type='graph'", ""},
@@ -213,6 +242,7 @@ TEST(HideFrame, HidesByKindAndPosition) {
       {"type='labelFrame' count='-1'", ""},
       {"type='container'", "c d "},
       {"type='container' count='2'", "d "},
+      {"type='container' count='3'", ""},
       {"type='Title' count='1'", ""}};
   for (const auto& [attributes, hidden] : rows) {
     EditedChart chart(body);

@@ -45,6 +45,11 @@ std::string placeText(const PlXLocation& location) {
                 ':');
 }
 
+bool isHidden(const PlXBaseElement& frame) {
+  const PlXStyle* style = frame.getStyleById(frame.GetAttribute(PlXUni::_style));
+  return style && !style->getVisible();
+}
+
 std::multimap<std::string, std::string> rolesOf(const PlXVisualization& chart) {
   std::multimap<std::string, std::string> roles;
   const PlXExtensionVis* record = chart.getExtension();
