@@ -1,7 +1,8 @@
-// hideFrame type count: makes frames invisible by their style, which is made when it is missing.
-// `count` is the 1-based position among the frames of the type; 0 or none hides all label frames or
-// containers, and no title, footnote, legend or graph. Statistics summaries go together, whatever
-// the number. Nothing is removed. Answers false in any case.
+// hideFrame type count: makes frames invisible by their style, which is made when it is missing;
+// frames that share the style are hidden with it. `count` is the 1-based position among the frames
+// of the type; 0 or none hides all label frames or containers, and no title, footnote, legend or
+// graph. Statistics summaries go together, whatever the number. Nothing is removed. Answers false
+// in any case.
 #include "commands.h"
 #include "frames.h"
 #include "objectsbytag.h"
