@@ -22,9 +22,9 @@ std::string placesOf(EditedChart& chart) {
       };
       if (!XMLString::equals(child->getTagName(), u"location")) continue;
       const std::string target = of(u"target");
-      edges[of(u"part")] = of(u"method") == "content"  ? "content"
-                           : of(u"method") == "attach" ? ">" + target
-                                                       : of(u"value");
+      edges[of(u"part")] = of(u"method") == "content" ? "content"
+                           : target.empty()           ? of(u"value")
+                                                      : of(u"value") + ">" + target;
     }
     if (edges.empty()) return true;
     text += (text.empty() ? "" : "; ") + ChartString(element->getAttribute(u"id")).toUTF8();
@@ -78,6 +78,8 @@ TEST(AddFrame, PlacesAndLinksTexts) {
       {title + roles("title1='t'"), "type='title'><location left='1%'/>" + label, "t t2% b8%"},
       {title + roles("title1='t'"), "type='title' styleOnly='true'>" + all, "t t2% b8%"},
       {title + roles("title1='t' preserveLocations='true'"), "type='title'>" + all, "t t2% b8%"},
+      {title + frame("g", "t9%", "graph") + roles("title1='t'"), "type='title'>" + label,
+       "t t2% b8%; g t9%"},
       // What nearly meets is attached.
       {graph, "type='title'>" + label, "g l5% t>title1 b87%; title1 l2% r98% t2% b20%"},
       {graph, "type='footnote'>" + label, "g l5% t21% b87%; footnote1 l2% r98% t>g b96%"},
@@ -92,10 +94,18 @@ TEST(AddFrame, PlacesAndLinksTexts) {
       {title + frame("g", "t>t", "graph") + roles("title1='t'"),
        "type='subtitle'><location top='9%'/>" + label,
        "t t2% b8%; g t>frame_subtitle_11; frame_subtitle_11 l2% r98% t>t b35%"},
+      {title + frame("u", "b9.5%", "labelFrame") + frame("g", "t>u", "graph") +
+           roles("title1='t' title2='u'"),
+       "type='subtitle'><location top='9%'/>" + label,
+       "t t2% b8%; u b9.5%; g t>frame_subtitle_11; frame_subtitle_11 l2% r98% t>u b35%"},
+      {title + note + frame("g", "t>f", "graph") + roles("title1='t'"),
+       "type='subtitle'><location top='9%'/>" + label,
+       "t t2% b8%; f t88.5% b96%; g t>f; frame_subtitle_11 l2% r98% t>t b35%"},
       // Free texts
       {"", "type='labelFrame'><location left='3%' right='9%'/>" + label,
        "labelFrame1 l3% t50% wcontent hcontent"},
       {"", "type='other'>" + all + label, "labelFrame1 l1% r99% t5% b7%"},
+      {roles("preserveLocations='true'"), "type='labelFrame'>" + all + label, ""},
       {title, "type='labelFrame'>" + all, "t l1% r99% t5% b7%"},
       {title + note, "type='labelFrame'>" + all, "t t2% b8%; f t88.5% b96%"},
       {title + note + roles("footnote1='f'"), "type='labelFrame'>" + all,
@@ -118,6 +128,25 @@ TEST(AddFrame, PlacesAndLinksTexts) {
     EXPECT_EQ(placesOf(chart), row.places) << row.command << "\n" << chart.body();
     expectSound(chart.chart().AsUTF8(), row.command);
   }
+}
+
+TEST(AddFrame, MovesPagesAndLegends) {
+  const ChartBase holder;
+  const std::string all = "<location left='1%' right='99%' top='5%' bottom='7%'/></addFrame>";
+  const std::string page = "<addFrame frameId='frame_graph_1'>" + all;
+  EditedChart chart("");
+  EditedChart placed("<location part='width' value='9pt'/>");
+  chart.apply(page, &placed);
+  EXPECT_TRUE(chart.chart().getLocations().empty());
+  chart.apply(page);
+  EXPECT_EQ(chart.chart().getLocations().size(), 4);
+  EditedChart texts("<labelFrame id='t'/><extension text1='t'/>");
+  texts.apply("<addFrame type='labelFrame'><label>a</label></addFrame>");
+  EXPECT_NE(texts.body().find("text1='t' text2='labelFrame1'"), std::string::npos);
+  // In a container too.
+  EditedChart held("<container id='c'><legend id='l'/></container><extension legend1='l'/>");
+  held.apply("<addFrame frameId='frame_legend_1'>" + all);
+  EXPECT_EQ(placesOf(held), "l l1% r99% t5% b7%");
 }
 
 TEST(AddFrame, StylesWhatItMeans) {
@@ -157,6 +186,8 @@ TEST(AddFrame, StylesWhatItMeans) {
       {"<legend id='l'/><extension legend1='l'/>", legend.c_str(), legends.c_str()},
       {"<legend id='l'/>", legend.c_str(), "<legend id='l'/><extension/>"},
       {"<labelFrame id='f'/>", "<addFrame type='statisticsSummary' styleOnly='true'/>",
+       "<labelFrame id='f'/>"},
+      {"<labelFrame id='f'/>", "<addFrame count='2' styleOnly='true'><style/></addFrame>",
        "<labelFrame id='f'/>"}};
   expectCases(cases);
   EditedChart chart("");
@@ -167,23 +198,35 @@ TEST(AddFrame, StylesWhatItMeans) {
 
 TEST(AddFrame, WidensTheGraphBesideHiddenLegends) {
   const ChartBase holder;
-  const std::string hide = "<addFrame type='legend' count='1'><style visible='false'/></addFrame>";
   const auto after = [&](const std::string& legendEdge, const std::string& other,
-                         const std::string& graphs) {
+                         const std::string& graphs, const std::string& styleOnly = "false") {
     EditedChart chart(graphs + frame("l", legendEdge, "legend") + other +
                       "<extension legend1='l' legend2='m'/>");
-    chart.apply(hide);
+    chart.apply("<addFrame type='legend' count='1' styleOnly='" + styleOnly +
+                "'><style visible='false'/></addFrame>");
     const std::string places = placesOf(chart);
     return places.substr(0, places.find(';'));
   };
   const std::string graph = frame("g", "l1% r>l", "graph");
   EXPECT_EQ(after("r99%", "", graph), "g l1% r99%");
+  EXPECT_EQ(after("r99%", "", graph, "true"), "g l1% r>l");
   EXPECT_EQ(after("t99%", "", graph), "g l1% r>l");
   EXPECT_EQ(after("r99%", "<legend id='m'/>", graph), "g l1% r>l");
   EXPECT_EQ(after("r99%", "<legend id='m' style='s'/><style id='s' visible='false'/>", graph),
             "g l1% r99%");
   EXPECT_EQ(after("r99%", "", graph + "<graph/>"), "g l1% r>l");
   EXPECT_EQ(after("r99%", "", frame("g", "l1%", "graph")), "g l1%");
+  EXPECT_EQ(after("r99%", "", frame("g", "r80%", "graph")), "g r99%");
+  EXPECT_EQ(after("r70%", "", frame("g", "r80%", "graph")), "g r80%");
+  // A text in the same column would lose its place, unless it is hidden too.
+  EXPECT_EQ(after("r99%", frame("t", "l>g r99%", "labelFrame"), graph), "g l1% r>l");
+  EXPECT_EQ(after("r99%", frame("c", "l>g", "container"), graph), "g l1% r>l");
+  EXPECT_EQ(after("r99%", frame("t", "r>g", "labelFrame"), graph), "g l1% r99%");
+  EXPECT_EQ(after("r99%",
+                  "<labelFrame id='t' style='s'><location part='left' method='attach' target='g'/>"
+                  "</labelFrame><style id='s' visible='false'/>",
+                  graph),
+            "g l1% r99%");
 }
 
 TEST(HideFrame, HidesByKindAndPosition) {
@@ -198,13 +241,14 @@ TEST(HideFrame, HidesByKindAndPosition) {
       {"type='title' count='1'", "t "},
       {"type='title'", ""},
       {"type='title' count='2'", ""},
-      {"type='subtitle'", "u "},
+      {"type='subtitle' count='-1'", "u "},
       {"type='footnote' count='1'", "f "},
       {"type='legend' count='1'", "l "},
       {"type='legend'", ""},
       {"type='statisticsSummary' count='1'",
        "s frame_statistics_summary7 frame_statistics_summary8 "},
-      {"type='statisticsSummary'", "frame_statistics_summary7 frame_statistics_summary8 "},
+      {"type='statisticsSummary' count='-1'",
+       "frame_statistics_summary7 frame_statistics_summary8 "},
       {"type='graph' count='2'", "h "},
       {"type='graph' count='2' graph='1'", ""},
       {"type='graph'", ""},
@@ -213,6 +257,7 @@ TEST(HideFrame, HidesByKindAndPosition) {
       {"type='labelFrame' count='-1'", ""},
       {"type='container'", "c d "},
       {"type='container' count='2'", "d "},
+      {"type='container' count='3'", ""},
       {"type='Title' count='1'", ""}};
   for (const auto& [attributes, hidden] : rows) {
     EditedChart chart(body);
@@ -230,11 +275,11 @@ TEST(HideFrame, HidesByKindAndPosition) {
 
 TEST(HistogramSummary, DescribesEachHistogram) {
   const ChartBase holder;
-  const std::string bins = "<binStatistic/><summaryStatistic method='count'/>";
+  const std::string count = "<summaryStatistic method='count'/>";
   const auto histogram = [&](const std::string& id, const std::string& rest = "") {
     return "<graph><coordinates><dimension><axis><label><text text='Size '/><text text='of " + id +
            "'/></label></axis></dimension></coordinates>" + rest + "<interval id='" + id +
-           "'><x variable='v" + id + "'/>" + bins + "</interval></graph>";
+           "'><x variable='v" + id + "'/><binStatistic/>" + count + "</interval></graph>";
   };
   const auto variable = [](const std::string& id, const std::string& format) {
     return "<sourceVariable id='v" + id + "'>" + format + "</sourceVariable>";
@@ -275,6 +320,13 @@ TEST(HistogramSummary, DescribesEachHistogram) {
       << two;
   EXPECT_NE(two.find("<text text='Size of b'/>"), std::string::npos);
   EXPECT_EQ(added(variable("a", "") + histogram("a", "<faceting/>")), "");
+  // One graph has no headings, and its other elements no summary.
+  EXPECT_EQ(added(variable("a", "") + histogram("a", "<interval id='b'>" + count + "</interval>")),
+            plain);
+  EditedChart again(variable("a", "") + histogram("a") +
+                    "<labelFrame id='s'/><extension statisticsSummary1='s'/>");
+  again.apply("<addHistogramSummaryFrame/>");
+  EXPECT_NE(again.body().find("statisticsSummary2='frame_statistics_summary1'"), std::string::npos);
   EXPECT_EQ(
       added(variable("a", "") + histogram("a") + "<extension histogramStatistic='none'/>", "false"),
       "");

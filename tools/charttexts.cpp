@@ -20,21 +20,29 @@ std::string joined(const std::vector<std::string>& items, char separator) {
   return result;
 }
 
-std::string labelText(const CTLabelType* label) {
+namespace {
+
+// Of a label, or of a group of descriptions in it.
+std::string contentText(const PlXBaseElement& holder) {
   std::string result;
-  if (!label) return result;
-  DOMElement* child = label->getImplementation()->getFirstElementChild();
+  DOMElement* child = holder.getImplementation()->getFirstElementChild();
   for (; child; child = child->getNextElementSibling()) {
-    const PlXBaseElement* object = label->objectOf(child);
+    const PlXBaseElement* object = holder.objectOf(child);
     if (const auto* text = dynamic_cast<const PlXText*>(object)) {
       result += utf8(text->getText());
-    } else if (const auto* group = dynamic_cast<const PlXDescriptionGroup*>(object)) {
-      for (const auto* description : group->getDescriptions()) {
-        result += '{' + utf8(description->GetAttribute(u"name")) + '}';
-      }
+    } else if (const auto* description = dynamic_cast<const PlXDescription*>(object)) {
+      result += '{' + utf8(description->GetAttribute(u"name")) + '}';
+    } else if (dynamic_cast<const PlXDescriptionGroup*>(object)) {
+      result += contentText(*object);
     }
   }
   return result;
+}
+
+}  // namespace
+
+std::string labelText(const CTLabelType* label) {
+  return label ? contentText(*label) : std::string();
 }
 
 std::string placeText(const PlXLocation& location) {
@@ -43,6 +51,11 @@ std::string placeText(const PlXLocation& location) {
   return joined({method == "fixed" ? "" : method, utf8(location.GetAttribute(u"target")),
                  utf8(location.getValue()), max.empty() ? "" : "max:" + max},
                 ':');
+}
+
+bool isHidden(const PlXBaseElement& frame) {
+  const PlXStyle* style = frame.getStyleById(frame.GetAttribute(PlXUni::_style));
+  return style && !style->getVisible();
 }
 
 std::multimap<std::string, std::string> rolesOf(const PlXVisualization& chart) {

@@ -9,6 +9,7 @@
 #include <xercesc/util/XercesDefs.hpp>
 
 class CTLabelType;
+class PlXBaseElement;
 class PlXLocation;
 class PlXVisualization;
 
@@ -23,6 +24,9 @@ std::string labelText(const CTLabelType* label);
 
 // What fixes a part of a frame: "10%", "content", "attach:title:5pt".
 std::string placeText(const PlXLocation& location);
+
+// True when the style of a frame says that it isn't visible.
+bool isHidden(const PlXBaseElement& frame);
 
 // What the chart's extension record says that frames are, such as "title1", by the frames' ids.
 std::multimap<std::string, std::string> rolesOf(const PlXVisualization& chart);

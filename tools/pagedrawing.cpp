@@ -90,18 +90,22 @@ Colours coloursOf(std::string_view kind) {
   return {kind, "#ffffff", "#000000"};
 }
 
-// The box, which tells how the frame is placed to viewers that show titles.
+// The box, which tells how the frame is placed to viewers that show titles. Hidden ones are dotted,
+// with nothing in them.
 std::string boxOf(const FrameBox& frame) {
   const Colours colours = coloursOf(frame.kind);
   const bool isTurned = frame.right < frame.left || frame.bottom < frame.top;
+  const std::string fill = std::string(colours.fill) + "\" fill-opacity=\"0.7\"";
+  const std::string dashes = frame.isHidden ? "1 3" : isTurned ? "4" : "";
+  const std::string title = frame.name() + (frame.isHidden ? ", hidden" : "") +
+                            (frame.places.empty() ? "" : ": " + frame.places);
   return "<rect" + attribute("x", std::min(frame.left, frame.right)) +
          attribute("y", std::min(frame.top, frame.bottom)) +
          attribute("width", std::abs(frame.right - frame.left)) +
-         attribute("height", std::abs(frame.bottom - frame.top)) + " fill=\"" + colours.fill +
-         "\" fill-opacity=\"0.7\" stroke=\"" + colours.stroke + '"' +
-         (isTurned ? " stroke-dasharray=\"4\"" : "") + "><title>" +
-         escapedForXml(frame.name() + (frame.places.empty() ? "" : ": " + frame.places)) +
-         "</title></rect>\n";
+         attribute("height", std::abs(frame.bottom - frame.top)) + " fill=\"" +
+         (frame.isHidden ? "none\"" : fill) + " stroke=\"" + colours.stroke + '"' +
+         (dashes.empty() ? "" : " stroke-dasharray=\"" + dashes + '"') + "><title>" +
+         escapedForXml(title) + "</title></rect>\n";
 }
 
 // The longest of the names that has room: "legend leg (legend1)", "leg (legend1)", "legend1".
@@ -152,7 +156,9 @@ std::string drawPage(const PageLayout& layout) {
       attribute("width", layout.width) + attribute("height", layout.height) +
       " fill=\"white\" stroke=\"#a0a0a0\"/>\n";
   for (const FrameBox& frame : layout.frames) svg += boxOf(frame);
-  for (const FrameBox& frame : layout.frames) svg += textsOf(frame);
+  for (const FrameBox& frame : layout.frames) {
+    if (!frame.isHidden) svg += textsOf(frame);
+  }
   double line = layout.height + margin;
   for (std::size_t i = 0; i < shown; ++i) {
     line += lineHeight;

@@ -198,6 +198,7 @@ class FrameReader {
     box.id = utf8(object.GetAttribute(PlXUni::_id));
     box.text = textOf(object);
     box.depth = depth;
+    box.isHidden = isHidden(object);
     const auto [first, last] = roles_.equal_range(box.id);
     for (auto role = first; role != last && !box.id.empty(); ++role) {
       box.role += (box.role.empty() ? "" : ",") + role->second;

@@ -16,6 +16,7 @@ struct FrameBox {
   std::string text;    // of its label
   std::string places;  // "top=1% height=content"
   std::size_t depth;   // how many containers it is in
+  bool isHidden;       // by its style; it has its place all the same
   double left, right, top, bottom;
 
   // "legend leg"

@@ -233,7 +233,8 @@ class Report {
         .put("role", *frame.getId() ? joined(roles) : "")
         .putText("text", text)
         .putLocations(frame.getLocations())
-        .put(frame, {u"style"});
+        .put(frame, {u"style"})
+        .put("visible", isHidden(frame) ? "false" : "");
   }
 
   template <class Frame>

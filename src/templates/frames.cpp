@@ -7,7 +7,6 @@
 #include "chartbase.h"
 #include "objectsbytag.h"
 #include "plxextension.h"
-#include "plxframes.h"
 #include "plxgraph.h"
 #include "plxuni.h"
 
@@ -56,21 +55,6 @@ struct TextFrames {
                      frame == footnote1 || frame == footnote2);
   }
 };
-
-template <class Frame>
-PlXLocation* locationOf(const Frame& frame, PlXLocation::ENUM_part part) {
-  for (PlXLocation* location : frame.getLocations()) {
-    if (location->getPart() == part) return location;
-  }
-  return nullptr;
-}
-
-// Above 0 for a percentage of the page; 0 for anything else.
-double percentage(const PlXLocation& location) {
-  const ChartString value(location.getValue());
-  if (!value.view().ends_with(u'%')) return 0;
-  return std::max(value.convertToDouble(), 0.0);
-}
 
 bool nearlyMeet(const PlXLocation& one, const PlXLocation& other) {
   constexpr double apart = 2;
@@ -134,6 +118,12 @@ std::vector<PlXLabelFrame*> freeLabelFrames(const PlXVisualization& chart) {
 
 std::vector<PlXContainer*> containers(const PlXVisualization& chart) {
   return framesByTag<PlXContainer>(chart, PlXUni::_container);
+}
+
+double percentage(const PlXLocation& location) {
+  const ChartString value(location.getValue());
+  if (!value.view().ends_with(u'%')) return 0;
+  return std::max(value.convertToDouble(), 0.0);
 }
 
 void linkNeighbours(const PlXVisualization& chart, PlXLabelFrame& frame,

@@ -4,11 +4,10 @@
 
 #include <vector>
 
+#include "plxframes.h"
+
 class ChartString;
-class PlXContainer;
 class PlXGraph;
-class PlXLabelFrame;
-class PlXVisualization;
 
 namespace frames {
 
@@ -33,6 +32,17 @@ Kind kindOf(const ChartString& word);
 std::vector<PlXLabelFrame*> freeLabelFrames(const PlXVisualization& chart);
 // All of the chart, those in others behind them.
 std::vector<PlXContainer*> containers(const PlXVisualization& chart);
+
+// The first of that part; null when the frame has none.
+template <class Frame>
+PlXLocation* locationOf(const Frame& frame, PlXLocation::ENUM_part part) {
+  for (PlXLocation* location : frame.getLocations()) {
+    if (location->getPart() == part) return location;
+  }
+  return nullptr;
+}
+// Above 0 for a percentage of the page; 0 for anything else.
+double percentage(const PlXLocation& location);
 
 // After a text frame was placed: where it nearly meets a frame above or below, by percentages of
 // the page less than 2 apart, one edge is attached to the other, so that layout moves both. Only

@@ -3,7 +3,8 @@
 // kind. A frame moves when all four places are stated, unless the chart preserves its locations; a
 // graph moves only the edges that it has, and only when `count` is there. New titles, subtitles and
 // footnotes have places of their own. Styles of number 1 and 2 are those within the frame: the
-// texts of a legend and their frames, the cells of a graph. `styleOnly` adds and moves nothing.
+// texts of a legend and their frames, the cells of a graph. When the style hides the last legend
+// that shows, the graph takes its place. `styleOnly` adds and moves nothing.
 #include <algorithm>
 #include <array>
 
@@ -248,29 +249,37 @@ class Framing {
     return roles_ ? roles_->getLegend(number) : nullptr;
   }
 
-  static bool isVisible(const PlXLegend& legend) {
-    return !legend.getStyle() || legend.getStyle()->getVisible();
+  template <class Frame>
+  static bool isVisible(const Frame& frame) {
+    return !frame.getStyle() || frame.getStyle()->getVisible();
   }
 
-  // The only graph widens into the place that the last legend leaves.
+  // The only graph widens into the place that the last legend leaves. It doesn't when it is wider
+  // already, nor when that place is also the one of a frame that shows.
   void takePlaceOf(const PlXLegend& legend) {
     const PlXLegend* other = legendOf(roleNumber() == 1 ? 2 : 1);
     if (given_.styleOnly || (other && other != &legend && isVisible(*other))) return;
-    const PlXLocation* edge = locationOf(legend, PlXLocation::part_right);
-    PlXLocation* right = edge && *edge->getValue() && graphs_.size() == 1
-                             ? locationOf(*graphs_.front(), PlXLocation::part_right)
-                             : nullptr;
-    if (!right) return;
+    if (graphs_.size() != 1) return;
+    const PlXLocation* edge = frames::locationOf(legend, PlXLocation::part_right);
+    PlXLocation* right = frames::locationOf(*graphs_.front(), PlXLocation::part_right);
+    if (!right || !edge || !*edge->getValue()) return;
+    const bool isFixed = right->getMethod() == PlXLocation::method_fixed;
+    const double now = isFixed ? frames::percentage(*right) : 0;
+    if (now > 0 && frames::percentage(*edge) < now) return;
+    if (isLeanedOn(*graphs_.front())) return;
     right->SetAttribute(PlXUni::_target, nullptr);
     fix(*right, edge->getValue());
   }
 
-  template <class Frame>
-  static PlXLocation* locationOf(const Frame& frame, PlXLocation::ENUM_part part) {
-    for (PlXLocation* location : frame.getLocations()) {
-      if (location->getPart() == part) return location;
-    }
-    return nullptr;
+  // A frame that shows begins where the graph ends.
+  bool isLeanedOn(const PlXGraph& graph) const {
+    const auto leans = [&](const auto* frame) {
+      const PlXLocation* left = frames::locationOf(*frame, PlXLocation::part_left);
+      return left && left->getMethod() == PlXLocation::method_attach &&
+             left->getTarget() == &graph && isVisible(*frame);
+    };
+    return std::ranges::any_of(target_.getLabelFrames(), leans) ||
+           std::ranges::any_of(target_.getContainers(), leans);
   }
 
   bool dressSummary() {
@@ -394,7 +403,7 @@ class Framing {
 
   void openStatedSlots(PlXGraph& graph) {
     for (std::size_t i = 0; i < partCount; ++i) {
-      if (given_.places[i].empty() || !locationOf(graph, partOf(i))) continue;
+      if (given_.places[i].empty() || !frames::locationOf(graph, partOf(i))) continue;
       graph.removeLocation(partOf(i));
       slots_[i] = graph.addLocation(partOf(i));
     }

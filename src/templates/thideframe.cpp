@@ -1,7 +1,8 @@
-// hideFrame type count: makes frames invisible by their style, which is made when it is missing.
-// `count` is the 1-based position among the frames of the type; 0 or none hides all label frames or
-// containers, and no title, footnote, legend or graph. Statistics summaries go together, whatever
-// the number. Nothing is removed. Answers false in any case.
+// hideFrame type count: makes frames invisible by their style, which is made when it is missing;
+// frames that share the style are hidden with it. `count` is the 1-based position among the frames
+// of the type; 0 or none hides all label frames or containers, and no title, footnote, legend or
+// graph. Statistics summaries go together, whatever the number. Nothing is removed. Answers false
+// in any case.
 #include "commands.h"
 #include "frames.h"
 #include "objectsbytag.h"
@@ -13,15 +14,15 @@
 #include "templatexml.h"
 
 using frames::Kind;
+using templatexml::mostCounted;
 
 bool THideFrame::ProcessCommand() {
   if (!command) return false;
   const Kind kind = frames::kindOf(attribute(PlXUni::_type));
   const long number = attribute(PlXUni::_count).convertToSignedInteger();
-  if (number < 0 || static_cast<unsigned long>(number) > templatexml::mostCounted) return false;
-  const auto position = static_cast<unsigned>(number);
-  // Without a number none of the roles is meant.
-  const PlXExtensionVis* roles = position > 0 ? target.getExtension() : nullptr;
+  const bool isPosition = number > 0 && static_cast<unsigned long>(number) <= mostCounted;
+  const unsigned position = isPosition ? static_cast<unsigned>(number) : 0;
+  const PlXExtensionVis* roles = target.getExtension();
 
   const auto hide = [&](auto* frame) {
     if (frame) styleOf(*frame).setVisible(false);
@@ -29,24 +30,25 @@ bool THideFrame::ProcessCommand() {
   // That of the position, or all for 0.
   const auto hideOf = [&](const auto& all) {
     for (std::size_t i = 0; i < all.size(); ++i) {
-      if (position == 0 || position == i + 1) hide(all[i]);
+      if (number == 0 || position == i + 1) hide(all[i]);
     }
   };
+  // Of the roles number 0 is none.
   switch (kind) {
     case Kind::title:
-      if (roles) hide(roles->getTitle(position));
+      if (roles && isPosition) hide(roles->getTitle(position));
       break;
     case Kind::subtitle:
-      if (target.getExtension()) hide(target.getExtension()->getSubtitle());
+      if (roles) hide(roles->getSubtitle());
       break;
     case Kind::footnote:
-      if (roles) hide(roles->getFootnote(position));
+      if (roles && isPosition) hide(roles->getFootnote(position));
       break;
     case Kind::legend:
-      if (roles) hide(roles->getLegend(position));
+      if (roles && isPosition) hide(roles->getLegend(position));
       break;
     case Kind::statisticsSummary:
-      if (roles) hide(roles->getStatisticsSummary(number));
+      if (roles && isPosition) hide(roles->getStatisticsSummary(position));
       for (PlXLabelFrame* frame : framesByTag<PlXLabelFrame>(target, PlXUni::_labelFrame)) {
         if (ChartString(frame->getId()).ContainsString(u"frame_statistics_summary")) hide(frame);
       }
@@ -54,7 +56,7 @@ bool THideFrame::ProcessCommand() {
     case Kind::graph: {
       std::vector<PlXGraph*> graphs;
       getGraphs(graphs);
-      if (position > 0) hideOf(graphs);
+      if (number > 0) hideOf(graphs);
       break;
     }
     case Kind::labelFrame:
