@@ -1,6 +1,8 @@
 // The commands of bins, and of the looks that give flat charts a depth.
+#include <map>
+#include <regex>
+
 #include "commands.h"
-#include "plxgraph.h"
 #include "toldparts.h"
 
 using namespace xercesc;
@@ -26,82 +28,63 @@ std::string style(const std::string& attributes) {
 
 TEST(HistogramBinning, MakesBinsAnew) {
   const ChartBase holder;
-  const auto histogram = [](const std::string& method, const std::string& bins) {
-    return graph("<interval>" + bins + "<summaryStatistic method='" + method +
-                 "' augment='always'/><summaryStatistic method='mean'/></interval>");
-  };
   const std::string bins = "<binStatistic binStart='7' binWidth='8' gridType='dot'/>";
-  struct Row {
-    std::string body, attributes, parameters, expected;
-  };
-  const Row rows[] = {
-      {histogram("count", bins), "binStart='1' binWidth='2' binCount='3'", "",
-       "summaryStatistic method=count; binStatistic binStart=1 binWidth=2"},
-      {histogram("percentCount", bins), "binCount='3'", "",
-       "summaryStatistic method=percentCount; binStatistic binCount=3"},
-      {histogram("count", bins), "", "", "summaryStatistic method=count; binStatistic"},
-      {histogram("count", bins), "binWidth='2'",
-       "<a><parameter name='bin-width' value='4'/></a><parameter name='start' value='5'/>"
-       "<parameter name='start' value='6'/><parameter name='start'/>",
-       "summaryStatistic method=count; binStatistic binStart=6 binWidth=2"},
-      {histogram("mean", bins), "binCount='3'", "",
-       "binStatistic binStart=7 binWidth=8 gridType=dot; "
-       "summaryStatistic augment=always method=mean; summaryStatistic method=mean"},
-      {histogram("count", ""), "binCount='3'", "",
-       "summaryStatistic augment=always method=count; summaryStatistic method=mean"},
-  };
-  for (const Row& row : rows) {
-    EditedChart chart(row.body);
-    chart.apply("<setHistogramBinning " + row.attributes + ">" + row.parameters +
-                "</setHistogramBinning>");
-    EXPECT_EQ(told(chart, {"summaryStatistic", "binStatistic"}), row.expected) << row.attributes;
+  for (const std::vector<std::string>& row : rowsOf(R"(
+count | binStart='1' binWidth='2' binCount='3'> | summaryStatistic method=count; binStatistic
+ binStart=1 binWidth=2
+percentCount | binCount='3'> | summaryStatistic method=percentCount; binStatistic binCount=3
+count | > | summaryStatistic method=count; binStatistic
+count | binWidth='2'><a><parameter name='bin-width' value='4'/></a><parameter name='start' value='5'/>
+ <parameter name='start' value='6'/><parameter name='start'/> | summaryStatistic method=count;
+ binStatistic binStart=6 binWidth=2
+mean | binCount='3'> | binStatistic binStart=7 binWidth=8 gridType=dot; summaryStatistic
+ augment=always method=mean; summaryStatistic method=mean
+)")) {
+    const std::string summaries = "<summaryStatistic method='" + row.at(0) +
+                                  "' augment='always'/><summaryStatistic method='mean'/>";
+    EditedChart chart(graph("<interval>" + bins + summaries + "</interval>"));
+    chart.apply("<setHistogramBinning " + row.at(1) + "</setHistogramBinning>");
+    EXPECT_EQ(told(chart, {"summaryStatistic", "binStatistic"}), row.at(2)) << row[1];
   }
+  EditedChart bars(graph("<interval><summaryStatistic method='count'/></interval>"));
+  bars.apply("<setHistogramBinning binCount='3'/>");
+  EXPECT_EQ(told(bars, {"binStatistic"}), "");
 }
 
 TEST(ScatterplotBinning, MakesTheGridAtThePlace) {
   const ChartBase holder;
   const std::string deep = graph("<point><x/><y/><z variable='n'/></point>",
                                  "<dimension/><dimension/><dimension><axis/></dimension>");
-  // Grids by places by depth. Hexagons don't fill space.
+  // Hexagons don't fill space.
   for (const std::string grid : {"hex", "dot", "square", "", "Hex"}) {
     for (const std::string place : {"grid", "centroid", "", "x"}) {
       for (const bool isDeep : {false, true}) {
         EditedChart chart(variables + (isDeep ? deep : graph("<point/>")));
         chart.apply("<setScatterplotBinning gridType='" + grid + "' location='" + place +
                     "' method='allDimensions'/>");
-        std::string expected = "binStatistic";
-        if (grid != "" && grid != "Hex" && !(grid == "hex" && isDeep)) {
-          expected += " gridType=" + grid;
-        }
-        if (place == "grid" || place == "centroid") expected += " location=" + place;
-        EXPECT_EQ(told(chart, {"binStatistic"}), expected + " method=allDimensions");
+        const bool isGrid = !grid.empty() && grid != "Hex" && !(grid == "hex" && isDeep);
+        const bool isPlace = place == "grid" || place == "centroid";
+        EXPECT_EQ(told(chart, {"binStatistic"}),
+                  "binStatistic" + (isGrid ? " gridType=" + grid : "") +
+                      (isPlace ? " location=" + place : "") + " method=allDimensions");
       }
     }
   }
-  struct Row {
-    std::string elements, command, expected;
-  };
-  const std::string old = "<binStatistic binCount='1' location='grid'/>";
-  const Row rows[] = {
-      {"<point>" + old + "</point>", "binCount='2' binWidth='3' binStart='4'",
-       "binStatistic binCount=2 binStart=4 method=response"},
-      {"<line>" + old + "</line>", "binWidth='3' method='notResponse'",
-       "binStatistic binWidth=3 method=notResponse"},
-      {"<line>" + old + "<smoothStatistic/></line><area>" + old + "</area>", "binWidth='3'",
-       "binStatistic binCount=1 location=grid; binStatistic binCount=1 location=grid"},
-      {"<point/>",
-       "gridType='hex' location='grid'><parameter name='grid' value='square'/>"
-       "<parameter name='grid' value='dot'/><parameter name='location' value='centroid'/>"
-       "<parameter name='location' value='hex'/>"
-       "<a><parameter name='grid' value='hex'/></a>",
-       "binStatistic gridType=square location=centroid method=response"},
-  };
-  for (const Row& row : rows) {
-    EditedChart chart(graph(row.elements));
-    chart.apply("<setScatterplotBinning " + row.command +
-                (row.command.find('>') == std::string::npos ? ">" : "") +
-                "</setScatterplotBinning>");
-    EXPECT_EQ(told(chart, {"binStatistic"}), row.expected) << row.command;
+  for (const std::vector<std::string>& row : rowsOf(R"(
+<point><binStatistic binCount='1' location='grid'/></point> | binCount='2' binWidth='3' binStart='4'>
+ | binStatistic binCount=2 binStart=4 method=response
+<line><binStatistic binCount='1'/></line> | binWidth='3' method='notResponse'>
+ | binStatistic binWidth=3 method=notResponse
+<line><binStatistic binCount='1'/><smoothStatistic/></line><area><binStatistic/></area> | binWidth='3'>
+ | binStatistic binCount=1; binStatistic
+<point/> | gridType='hex' location='grid'><parameter name='grid' value='square'/>
+ <parameter name='grid' value='dot'/><parameter name='location' value='centroid'/>
+ <parameter name='location' value='hex'/><a><parameter name='grid' value='hex'/></a>
+ | binStatistic gridType=square location=centroid method=response
+)")) {
+    EditedChart chart(graph(row.at(0)));
+    chart.apply("<setScatterplotBinning " + row.at(1) + "</setScatterplotBinning>");
+    EXPECT_EQ(told(chart, {"binStatistic"}), row.at(2)) << row[1];
   }
   // A dot plot has no response
   EditedChart dots(variables + graph("<point><x variable='n'/></point>", "<dimension/>"));
@@ -111,73 +94,47 @@ TEST(ScatterplotBinning, MakesTheGridAtThePlace) {
 
 TEST(ScatterplotBinning, ShowsCountsByColorOrSize) {
   const ChartBase holder;
-  struct Row {
-    std::string body, attributes, expected;
-  };
-  const auto saturation = [](const std::string& range, const std::string& color) {
-    return "colorComponent affect=main " + range +
-           " type=saturation variable=n; "
-           "summaryStatistic method=count; style " +
-           color;
-  };
-  const auto brightness = [](const std::string& color) {
-    return "colorComponent affect=main high=0.1 low=0.9 type=brightness variable=n; "
-           "summaryStatistic method=count; style " +
-           color;
-  };
-  const std::string usual = "high=0.9 low=0.1";
-  const Row rows[] = {
-      {style("color='white'"), "", saturation(usual, "color=white")},
-      {style("color='yellow' color2='red'"), "low='0.8' high='0.2'",
-       saturation("high=0.8 low=0.2", "color=yellow color2=red")},
-      {style("color='#FFFFFF'"), "low='0.5'", saturation("high=0.9 low=0.5", "color=#FFFFFF")},
-      {style("color='#7f8080'"), "", saturation(usual, "color=#7f8080")},
-      {style("color='#7f7f7f'"), "", brightness("color=#7f7f7f")},
-      {style("color='#000000'"), "", brightness("color=#000000")},
-      // By the green, of which there is most in what the eye sees
-      {style("color='#00E800'"), "", saturation(usual, "color=#00E800")},
-      {style("color='#FF00FF'"), "", brightness("color=#FF00FF")},
-      {style("color='#FF'"), "", brightness("color=#FF")},
-      {style("color='#FFGFFF'"), "", brightness("color=#FFGFFF")},
-      {style("color='#nothing'"), "", brightness("color=#nothing")},
-      {style("color='DarkRed'"), "", brightness("color=DarkRed")},
-      {style("color='teal'"), "", brightness("color=teal")},
-      {style("color='transparent' color2='white'"), "",
-       saturation(usual, "color=white color2=white")},
-      {style("color2='transparent'"), "", brightness("color=black color2=transparent")},
-      // Of sizes nothing is swapped.
-      {style("color2='red'"), "size='true' low='9pt' high='3pt'",
-       "size high=3pt low=9pt variable=n; summaryStatistic method=count; "
-       "style color=red color2=red"},
-      {style("size='4pt'"), "size='true'",
-       "size high=4pt low=1pt variable=n; summaryStatistic method=count; style size=4pt"},
-      {style("size='4pt 2pt 8pt' color='blue'"), "size='true'",
-       "size high=8pt low=2pt variable=n; summaryStatistic method=count; "
-       "style color=blue size=4pt 2pt 8pt"},
-  };
-  const std::set<std::string> tags = {"colorComponent", "size", "summaryStatistic", "style"};
-  const auto expect = [&](const Row& row, const std::string& element) {
-    EditedChart chart(variables + graph(element) + row.body);
-    chart.apply("<setScatterplotBinning " + row.attributes + "/>");
-    // Behind the styles of the chart come those of the legend.
-    const std::string text = told(chart, tags);
-    EXPECT_EQ(text.substr(0, text.find("; style", text.find("style") + 1)), row.expected)
-        << row.body;
-    expectSound(chart.chart().AsUTF8(), row.body);
-  };
-  for (const Row& row : rows) expect(row, point(""));
-  // A colour by value
-  expect({style("color='white'"), "",
-          "colorComponent affect=main high=0.1 low=0.9 type=brightness variable=n; "
-          "summaryStatistic method=count; style color=black"},
-         point("<color affect='main'/>"));
-  expect({style("color='white'"), "size='true'",
-          "size high=5pt low=1pt variable=n; summaryStatistic method=count; "
-          "style color=transparent"},
-         point("<color/>"));
-  // What has sizes keeps them
-  expect({style("color='white'"), "size='true'", "size low=2pt; style color=white"},
-         point("<size low='2pt'/>"));
+  // The point's style and aesthetics, the command's attributes, and what is there then. Brightness
+  // runs from 0.9 to 0.1, saturation the other way.
+  for (const std::vector<std::string>& row : rowsOf(R"(
+color='white' |  |  | saturation; style color=white
+color='#FFFFFF' |  | low='0.5' | saturation low=0.5; style color=#FFFFFF
+color='yellow' color2='red' |  | low='0.8' high='0.2' | saturation high=0.8 low=0.2; style color=yellow
+ color2=red
+color='#7f8080' |  |  | saturation; style color=#7f8080
+color='#7f7f7f' |  |  | brightness; style color=#7f7f7f
+color='#00E800' |  |  | saturation; style color=#00E800
+color='#FF00FF' |  |  | brightness; style color=#FF00FF
+color='#FF' |  |  | brightness; style color=#FF
+color='#F0FGF0' |  |  | brightness; style color=#F0FGF0
+color='DarkRed' |  |  | brightness; style color=DarkRed
+color='teal' |  |  | brightness; style color=teal
+color='transparent' color2='white' |  |  | saturation; style color=white color2=white
+color2='transparent' |  |  | brightness; style color=black color2=transparent
+color='white' | <color affect='main'/> |  | color affect=both; brightness; style color=black
+color2='red' |  | size='true' low='9pt' high='3pt' | size high=3pt low=9pt; style color=red color2=red
+size='4pt' |  | size='true' | size high=4pt low=1pt; style size=4pt
+size='4pt 2pt 8pt' color='blue' |  | size='true' | size high=8pt low=2pt; style color=blue
+ size=4pt 2pt 8pt
+color='white' | <color/> | size='true' | size high=5pt low=1pt; color; style color=transparent
+color='white' | <size low='2pt'/> | size='true' | size low=2pt; style color=white
+)")) {
+    EditedChart chart(variables + graph(point(row.at(1))) + style(row.at(0)));
+    chart.apply("<setScatterplotBinning " + row.at(2) + "/>");
+    std::string text = told(chart, {"color", "colorComponent", "size", "style"});
+    // Behind the style of the chart come those of the legend.
+    text = text.substr(0, text.find("; style", text.find("style") + 1));
+    for (const auto& [usual, brief] : std::initializer_list<std::pair<const char*, const char*>>{
+             {"colorComponent affect=main (high=.* low=.*) type=(saturation|brightness)", "$2 $1"},
+             {" variable=n", ""},
+             {"saturation high=0.9 low=0.1", "saturation"},
+             {"saturation high=0.9 low", "saturation low"},
+             {"brightness high=0.1 low=0.9", "brightness"}}) {
+      text = std::regex_replace(text, std::regex(usual), brief);
+    }
+    EXPECT_EQ(text, row.at(3)) << row[0];
+    expectSound(chart.chart().AsUTF8(), row[0]);
+  }
 }
 
 TEST(ScatterplotBinning, FindsTheVariable) {
@@ -320,149 +277,132 @@ TEST(ScatterplotBinning, UsesLegendsAgain) {
   EXPECT_NE(told(listed, {"style"}).find("color=blue color2=blue"), std::string::npos);
 }
 
-// The transforms, dimensions and styles of a chart after an effect.
-std::string looks(EditedChart& chart) {
-  return told(chart, {"dimension", "obliqueTransform", "rectangularTransform", "insetTransform",
-                      "transposeTransform", "polarTransform", "interval", "point", "line",
-                      "planeGuide", "frameGuide"});
-}
-
-const std::string bar = "<interval><x/><y/></interval>";
-const std::string transposed = graph(bar, "<dimension/><dimension/><transposeTransform/>");
-const std::string pie = graph(bar, "<dimension/><dimension/><polarTransform/>");
-
-struct Effect {
-  std::string body, attributes, content, expected;
-  bool answer = true;
-};
-
+// The chart, the command's attributes and content, and the transforms, dimensions and styles of the
+// chart then; for `answer`, what the command answers.
 template <class Command>
-void expectEffects(std::span<const Effect> effects) {
+void expectEffects(bool answer, const char* table) {
+  const std::string bar = "<interval><x/><y/></interval>";
+  const std::string flat = "<dimension/><dimension/>";
+  const std::string shadow = "shadow-color='grey' shadow-dx='1pt' shadow-dy='1pt'";
+  const std::map<std::string, std::string> charts = {
+      {"bar", graph(bar)},
+      {"two bars", graph(bar + bar + "<planeGuide normal='y'/><frameGuide/>")},
+      {"oblique", graph(bar, flat + "<obliqueTransform dx='1'/>")},
+      {"transposed", graph(bar, flat + "<transposeTransform/>")},
+      {"deep", graph("<interval><x/><z variable='n'/></interval>", flat + "<dimension/>")},
+      {"hardly deep", graph("<interval><x/><z/></interval>", flat + "<dimension/>")},
+      {"without x", graph("<interval><y/></interval>")},
+      {"line", graph("<line><x/></line>")},
+      {"mixed", graph("<point/><line/>" + bar)},
+      {"pie", graph(bar, flat + "<polarTransform/>")},
+      {"deep pie", graph(bar, flat + "<dimension/><polarTransform/>")},
+      {"transposed pie", graph(bar, flat + "<transposeTransform/><polarTransform/>")},
+      {"shadowed pie", graph("<interval style='s'><x/></interval>",
+                             "<dimension/><polarTransform/><insetTransform x_min='1'/>"
+                             "<rectangularTransform zeta='1'/>") +
+                           style(shadow + " shadow-opacity='1' color='red'")},
+      {"bar, pie", "<container><graph><coordinates><polarTransform/></coordinates>" + bar +
+                       "</graph></container>" + graph(bar)},
+      {"points", graph("<point/>", "<dimension/><rectangularTransform/>")},
+      {"nothing", ""},
+  };
   const ChartBase holder;
-  for (const Effect& each : effects) {
-    EditedChart chart(variables + each.body);
-    const Fragment fragment("<c " + each.attributes + ">" + each.content + "</c>");
+  for (const std::vector<std::string>& row : rowsOf(table)) {
+    EditedChart chart(variables + charts.at(row.at(0)));
+    const bool hasContent = row.at(1).find('>') != std::string::npos;
+    const Fragment fragment("<c " + row.at(1) + (hasContent ? "" : ">") + "</c>");
     const auto run = [&] {
       return Command(nullptr, chart.chart(), fragment.first()).ProcessCommand();
     };
-    EXPECT_EQ(run(), each.answer) << each.body << each.attributes;
-    EXPECT_EQ(looks(chart), each.expected) << each.body << each.attributes;
+    EXPECT_EQ(run(), answer) << row[0] << " " << row[1];
+    std::string expected = row.at(2) == "none" ? "" : row.at(2);
+    const std::string mark = "walls";
+    if (expected.ends_with(mark)) {
+      expected.replace(expected.size() - mark.size(), mark.size(),
+                       "planeGuide normal=x style=[color=silver]; planeGuide normal=y "
+                       "style=[color=silver]; planeGuide normal=z style=[color=silver]; "
+                       "frameGuide style=[color=black]");
+    }
+    EXPECT_EQ(told(chart, {"obliqueTransform", "rectangularTransform", "insetTransform",
+                           "transposeTransform", "dimension", "interval", "point", "line",
+                           "planeGuide", "frameGuide"}),
+              expected)
+        << row[0] << " " << row[1];
     run();
-    expectSound(chart.chart().AsUTF8(), each.body);
+    expectSound(chart.chart().AsUTF8(), row[0]);
   }
 }
 
-const std::string walls =
-    "; planeGuide normal=x style=[color=silver]; planeGuide normal=y style=[color=silver]; "
-    "planeGuide normal=z style=[color=silver]; frameGuide style=[color=black]";
-
 TEST(BarEffects, MakeBlocks) {
-  const std::string oblique = "obliqueTransform distance=2 foreShortening=0.5 theta=30 xscale=1; ";
-  const std::string deep = "<dimension/><dimension/><dimension/>";
-  const Effect effects[] = {
-      {graph(bar), "", "", "dimension; dimension; dimension; interval style=[depth=100%]" + walls},
-      {graph(bar),
-       "theta='30' distance='2' foreshortening='0.5' xscale='1' depth='8pt' zLocation='3'",
-       "<z location='9'/><parameter name='theta' value='45'/>",
-       "dimension; dimension; dimension; " + oblique + "interval style=[depth=8pt] zLocation=3" +
-           walls},
-      {graph(bar, "<dimension/><dimension/><obliqueTransform dx='1'/>"), "",
-       "<parameter name='theta'/><a><parameter name='theta' value='45'/></a>"
-       "<parameter name='theta' value='60'/><z location='1'/><z location='2'/><z/>",
-       "dimension; dimension; dimension; obliqueTransform theta=45; "
-       "interval style=[depth=100%] zLocation=2" +
-           walls},
-      {transposed, "xscale='2'", "",
-       "dimension; dimension; dimension; transposeTransform; obliqueTransform xscale=2; "
-       "interval style=[depth=100%]" +
-           walls},
-      // Flat: not round, not deep already, and with a place on x.
-      {pie, "theta='30'", "", "dimension; dimension; polarTransform; interval", false},
-      {graph("<interval><x/><z variable='n'/></interval>", deep), "", "",
-       "dimension; dimension; dimension; interval", false},
-      {graph("<interval><x/><z/></interval>", deep), "", "",
-       "dimension; dimension; dimension; interval style=[depth=100%]" + walls},
-      {graph("<interval><y/></interval>"), "", "", "dimension; dimension; interval", false},
-      {graph("<line><x/></line>"), "", "", "dimension; dimension; line", false},
-      {graph("<line><x/></line>"), "applyToNonBar='true'", "",
-       "dimension; dimension; dimension; line style=[depth=100%]" + walls},
-      // A frame for each element, and three planes.
-      {graph(bar + bar + "<planeGuide normal='y'/><frameGuide/>"), "", "",
-       "dimension; dimension; dimension; interval style=[depth=100%]; interval "
-       "style=[depth=100%]; " +
-           walls.substr(2, walls.rfind(';') - 2) +
-           "; frameGuide; frameGuide style=[color=black]; frameGuide style=[color=black]"},
-      {graph(bar), "",
-       "<style color='red'/><style number='1' color='white'/><a><style number='3' "
-       "color='blue'/></a>"
-       "<style number='4' color2='grey'/><style number='2' color='green'/>",
-       "dimension; dimension; dimension; interval style=[depth=100%]; "
-       "planeGuide normal=x style=[color=white]; planeGuide normal=y style=[color=green]; "
-       "planeGuide normal=z style=[color=blue]; frameGuide style=[color=red color2=grey]"},
-      {"", "", "", "", false},
-  };
-  expectEffects<TAddBarEffects>(effects);
+  expectEffects<TAddBarEffects>(true, R"(
+bar | depth='' | dimension; dimension; dimension; interval style=[depth=100%]; walls
+bar | theta='30' distance='2' foreshortening='0.5' xscale='1' depth='8pt' zLocation='3'>
+ <z location='9'/><parameter name='theta' value='45'/> | dimension; dimension; dimension;
+ obliqueTransform distance=2 foreShortening=0.5 theta=30 xscale=1;
+ interval style=[depth=8pt] zLocation=3; walls
+oblique | ><parameter name='theta'/><a><parameter name='theta' value='45'/></a>
+ <parameter name='theta' value='60'/><z location='1'/><z location='2'/><z/> | dimension; dimension;
+ dimension; obliqueTransform theta=45; interval style=[depth=100%] zLocation=2; walls
+transposed | xscale='2' | dimension; dimension; dimension; transposeTransform;
+ obliqueTransform xscale=2; interval style=[depth=100%]; walls
+hardly deep | theta='' | dimension; dimension; dimension; interval style=[depth=100%]; walls
+line | applyToNonBar='true' | dimension; dimension; dimension; line style=[depth=100%]; walls
+two bars | depth='1pt' | dimension; dimension; dimension; interval style=[depth=1pt];
+ interval style=[depth=1pt]; planeGuide normal=x style=[color=silver];
+ planeGuide normal=y style=[color=silver]; planeGuide normal=z style=[color=silver]; frameGuide;
+ frameGuide style=[color=black]; frameGuide style=[color=black]
+bar | ><style color='red'/><style number='1' color='white'/><a><style number='3' color='blue'/></a>
+ <style number='4' color2='grey'/><style number='2' color='green'/> | dimension; dimension;
+ dimension; interval style=[depth=100%]; planeGuide normal=x style=[color=white];
+ planeGuide normal=y style=[color=green]; planeGuide normal=z style=[color=blue];
+ frameGuide style=[color=red color2=grey]
+)");
+  expectEffects<TAddBarEffects>(false, R"(
+pie | theta='30' | dimension; dimension; interval
+deep | theta='30' | dimension; dimension; dimension; interval
+without x | theta='30' | dimension; dimension; interval
+line | theta='30' | dimension; dimension; line
+nothing | theta='30' | none
+)");
 }
 
 TEST(PieEffects, TiltRoundGraphs) {
-  const std::string shadowed =
-      graph("<interval style='s'><x/></interval>",
-            "<dimension/><dimension/><polarTransform/><insetTransform/>"
-            "<rectangularTransform zeta='1'/>") +
-      style("color='red' shadow-color='grey' shadow-dx='1pt' shadow-dy='1pt' shadow-opacity='1'");
-  const Effect effects[] = {
-      {pie, "", "", "dimension; polarTransform; interval style=[]"},
-      {pie, "phi='30' theta='10' distance='4' depth='20%' zLocation='1'",
-       "<parameter name='phi' value='5'/>",
-       "dimension; polarTransform; rectangularTransform distance=4 phi=30 theta=10; "
-       "interval style=[depth=20%] zLocation=1"},
-      {shadowed, "", "",
-       "dimension; polarTransform; rectangularTransform zeta=1; interval style=[color=red]"},
-      {shadowed, "", "<parameter name='phi' value='5'/><z location='2'/>",
-       "dimension; polarTransform; rectangularTransform phi=5; "
-       "interval style=[color=red] zLocation=2"},
-      {graph(bar, "<dimension/><dimension/><transposeTransform/><polarTransform/>"), "phi='1'", "",
-       "dimension; dimension; transposeTransform; polarTransform; rectangularTransform phi=1; "
-       "interval style=[]"},
-      {graph(bar, "<dimension/><dimension/><dimension/><polarTransform/>"), "", "",
-       "dimension; polarTransform; interval style=[]"},
-      {graph(bar), "phi='1'", "", "dimension; dimension; interval", false},
-      {transposed, "phi='1'", "", "dimension; dimension; transposeTransform; interval", false},
-      {graph("<line/>", "<dimension/><polarTransform/>"), "phi='1'", "",
-       "dimension; polarTransform; line", false},
-      {graph(bar) + "<container><graph><coordinates><dimension/><polarTransform/></coordinates>" +
-           bar + "</graph></container>",
-       "graph='1' depth='1pt'", "",
-       "dimension; dimension; interval; dimension; polarTransform; interval", false},
-  };
-  expectEffects<TAddPieEffects>(effects);
-  EditedChart contained("<container><graph><coordinates><polarTransform/></coordinates>" + bar +
-                        "</graph></container>");
-  contained.apply("<addPieEffects graph='1' depth='1pt'/>");
-  EXPECT_EQ(looks(contained), "polarTransform; interval style=[depth=1pt]");
+  expectEffects<TAddPieEffects>(true, R"(
+pie | depth='' | dimension; interval style=[]
+pie | phi='30' theta='10' distance='4' depth='20%' zLocation='1'><parameter name='phi' value='5'/>
+ | dimension; rectangularTransform distance=4 phi=30 theta=10;
+ interval style=[depth=20%] zLocation=1
+shadowed pie | depth='' | dimension; rectangularTransform zeta=1; interval style=[color=red]
+shadowed pie | ><parameter name='phi' value='5'/><z location='2'/> | dimension;
+ rectangularTransform phi=5; interval style=[color=red] zLocation=2
+transposed pie | phi='1' | dimension; dimension; transposeTransform; rectangularTransform phi=1;
+ interval style=[]
+deep pie | depth='' | dimension; interval style=[]
+bar, pie | graph='1' depth='1pt' | interval style=[depth=1pt]; dimension; dimension; interval
+)");
+  expectEffects<TAddPieEffects>(false, R"(
+bar | phi='1' | dimension; dimension; interval
+transposed | phi='1' | dimension; dimension; transposeTransform; interval
+bar, pie | graph='2' depth='1pt' | interval; dimension; dimension; interval
+)");
 }
 
 TEST(ShadowEffects, GoBehindAllButPoints) {
-  const std::string shadow =
-      "style=[shadow-color=grey shadow-dx=1pt shadow-dy=2pt shadow-opacity=0.5]";
-  const std::string both = "shadow-dx='1pt' shadow-dy='2pt'";
-  const Effect effects[] = {
-      {graph("<point/><line/>" + bar), both, "",
-       "dimension; dimension; insetTransform x_max=0.05 y_max=0.05; point; line " + shadow +
-           "; interval " + shadow},
-      {transposed, both, "",
-       "dimension; dimension; transposeTransform; insetTransform x_max=0.05 y_max=0.05; interval " +
-           shadow},
-      {graph(bar,
-             "<dimension/><polarTransform/><rectangularTransform/><insetTransform x_min='1'/>"),
-       both, "", "dimension; polarTransform; insetTransform x_min=1; interval " + shadow},
-      {graph("<point/>", "<dimension/><rectangularTransform/>"), both, "",
-       "dimension; rectangularTransform; point"},
-      {graph(bar), "shadow-dx='1pt'", "", "dimension; dimension; interval", false},
-      {graph(bar), "shadow-dy='1pt'", "", "dimension; dimension; interval", false},
-      {"", both, "", ""},
-  };
-  expectEffects<TShadowEffects>(effects);
+  expectEffects<TShadowEffects>(true, R"(
+mixed | shadow-dx='1pt' shadow-dy='2pt' | dimension; dimension; insetTransform x_max=0.05 y_max=0.05;
+ point; line style=[shadow-color=grey shadow-dx=1pt shadow-dy=2pt shadow-opacity=0.5];
+ interval style=[shadow-color=grey shadow-dx=1pt shadow-dy=2pt shadow-opacity=0.5]
+transposed | shadow-dx='1pt' shadow-dy='2pt' | dimension; dimension; transposeTransform;
+ insetTransform x_max=0.05 y_max=0.05;
+ interval style=[shadow-color=grey shadow-dx=1pt shadow-dy=2pt shadow-opacity=0.5]
+shadowed pie | shadow-dx='1pt' shadow-dy='2pt' | dimension; insetTransform x_min=1; interval
+ style=[color=red shadow-color=grey shadow-dx=1pt shadow-dy=2pt shadow-opacity=0.5]
+points | shadow-dx='1pt' shadow-dy='2pt' | dimension; rectangularTransform; point
+)");
+  expectEffects<TShadowEffects>(false, R"(
+bar | shadow-dx='1pt' | dimension; dimension; interval
+bar | shadow-dy='1pt' | dimension; dimension; interval
+)");
 }
 
 }  // namespace

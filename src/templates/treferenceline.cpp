@@ -61,9 +61,7 @@ Parameters readParameters(const BaseTemplate& base, const DOMElement& command) {
     for (const std::size_t role : {x, y}) {
       Place& place = parameters.places[role];
       const XMLCh* value = child->getAttribute(PlXUni::_value);
-      if (place.isStated || !*value || !is(child->getAttribute(PlXUni::_name), roles[role])) {
-        continue;
-      }
+      if (place.isStated || !is(child->getAttribute(PlXUni::_name), roles[role])) continue;
       place.state(value, base.getBooleanAttribute(child, PlXUni::_categorical, false));
     }
   }
