@@ -38,6 +38,7 @@ std::string chartOf(const std::string& name) {
       {"bars twice", graph(point("c", "n")) + graph(point("d", "n"))},
       {"plain twice", graph("") + graph("")},
       {"plain, bars", graph("") + graph(point("c", "n"))},
+      {"bars, plain", graph(point("c", "n")) + graph("")},
       {"nothing", ""},
   };
   return "<sourceVariable id='n'/>"
@@ -204,6 +205,7 @@ plain | ><a><parameter name='y'/><parameter name='y' value='4'/></a>
 plain | ><parameter name='w' value='4'/><parameter name='y' value='4'/> | none
 bars | x='1' | none
 plain, bars | x='1' | lineGuide style=[] x=1; extension originLineX=lineGuide1
+bars, plain | x='1' | lineGuide style=[] x=1; extension originLineX=lineGuide1
 plain twice | y='0' | lineGuide style=[] y=0; lineGuide style=[] y=0;
  extension originLineY=lineGuide2
 matrix | x='1' | lineGuide style=[] x=1; conditionalStyle style=[visible=false]
