@@ -333,6 +333,22 @@ class Report {
     return joined(statistics);
   }
 
+  // "hex:grid:binCount:20"
+  static std::string binsText(const CTElementType& element) {
+    std::vector<std::string> all;
+    for (const PlXBinStatistic* bins : element.getBinStatistics()) {
+      std::vector<std::string> parts = {utf8(bins->GetAttribute(u"gridType")),
+                                        utf8(bins->GetAttribute(u"location"))};
+      for (const XMLCh* name :
+           {PlXBinStatistic::_binCount, PlXBinStatistic::_binWidth, PlXBinStatistic::_binStart}) {
+        const std::string value = utf8(bins->GetAttribute(name));
+        if (!value.empty()) parts.push_back(utf8(name) + ":" + value);
+      }
+      all.push_back(joined(parts, ':'));
+    }
+    return joined(all);
+  }
+
   void putElement(const CTElementType& element, std::size_t depth) {
     Line(out_, depth, "element", tagOf(element))
         .put(element, {u"id", u"name"})
@@ -340,6 +356,7 @@ class Report {
         .put("y", coordinateText(element.getY()))
         .put("z", coordinateText(element.getZ()))
         .put("statistics", statisticsText(element))
+        .put("bins", binsText(element))
         .put(element, {u"positionModifier", u"coordinates", u"style"});
     putChildren(element, depth + 1);
   }
@@ -370,7 +387,8 @@ class Report {
     std::vector<std::string> texts;
     for (const PlXLabel* label : guide.getLabels()) texts.push_back(labelText(label));
     Line(out_, depth, "guide", tagOf(guide))
-        .put(guide, {u"id", u"name", u"x", u"y", u"z", u"x1", u"x2", u"y1", u"y2", u"value"})
+        .put(guide, {u"id", u"name", u"x", u"y", u"z", u"x1", u"x2", u"y1", u"y2", u"value",
+                     u"segments", u"normal", u"coordinates", u"zOrder"})
         .putText("text", joined(texts, '\n'));
   }
 
