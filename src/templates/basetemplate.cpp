@@ -179,6 +179,11 @@ PlXStyle* BaseTemplate::addStyle(PlXBaseElement& element, const XMLCh* id) {
   return style;
 }
 
+PlXSmoothStatistic& BaseTemplate::smoothStatisticOf(CTElementType& element) {
+  const std::vector<PlXSmoothStatistic*> statistics = element.getSmoothStatistics();
+  return statistics.empty() ? *element.addSmoothStatistic() : *statistics.front();
+}
+
 PlXStyle& BaseTemplate::elementStyle(CTElementType& element) {
   if (auto* schema = dynamic_cast<PlXSchema*>(&element)) {
     return ensuredStyle(*schema, &PlXSchema::getHingeStyle, &PlXSchema::setHingeStyle);

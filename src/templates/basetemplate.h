@@ -35,6 +35,7 @@ class PlXLabeling;
 class PlXLegend;
 class PlXMajorTicks;
 class PlXMinorTicks;
+class PlXSmoothStatistic;
 class PlXStyle;
 class PlXStyleBy;
 class PlXStyleCycle;
@@ -138,6 +139,8 @@ class CHARTXML_API BaseTemplate {
   // The variables of x, y and z. Mind the order of arguments, here and in one other.
   void copyVariables(CTElementType& to, const CTElementType& from);
   void cloneConditionalStyles(const CTElementType& from, CTElementType& to);
+  // The scale and the statistic of an aesthetic, for one that has none.
+  void cloneScaleAndStatistic(const CTAesthetic& from, CTAesthetic& to) const;
   // Dimension, domain, variable and a copy of the list of styles.
   void cloneStyleBy(const PlXStyleBy& from, PlXStyleBy& to);
   // Each may be an element or a labeling; with anything else nothing happens. Style-bys, colour
@@ -199,6 +202,9 @@ class CHARTXML_API BaseTemplate {
   PlXStyle& styleOf(T& object) {
     return ensuredStyle(object, &T::getStyle, &T::setStyle);
   }
+  // The curve of an element, made when it has none; the child interpolation of a style that was
+  // imported may have made it.
+  static PlXSmoothStatistic& smoothStatisticOf(CTElementType& element);
   // The hinge style of a schema, the style of any other element.
   PlXStyle& elementStyle(CTElementType& element);
   // Sets what a style element of a template names: attributes, keys of the text in its attribute

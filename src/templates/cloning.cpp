@@ -7,6 +7,7 @@
 #include <xercesc/util/XMLString.hpp>
 
 #include "basetemplate.h"
+#include "colors.h"
 #include "dialect.h"
 #include "plxaesthetics.h"
 #include "plxcoordinates.h"
@@ -125,14 +126,10 @@ void giveDefaultRange(PlXSize& size, bool isOnElement) {
   size.setHigh(isOnElement ? u"3pt" : u"18pt");
 }
 
-bool isUncolored(const XMLCh* color) {
-  return !*color || XMLString::equals(color, PlXStyle::_transparent);
-}
-
 void takeColor2(PlXStyle& style, bool always) {
-  if (!always && !isUncolored(style.getColor())) return;
+  if (!always && colors::isColor(style.getColor())) return;
   const XMLCh* color2 = style.getColor2();
-  style.setColor(isUncolored(color2) ? PlXStyle::_black : color2);
+  style.setColor(colors::isColor(color2) ? color2 : PlXStyle::_black);
 }
 
 template <class Holder>
@@ -230,6 +227,18 @@ void BaseTemplate::cloneStyleCycle(CTElementType& to, const CTElementType& from,
   }
 }
 
+void BaseTemplate::cloneScaleAndStatistic(const CTAesthetic& from, CTAesthetic& to) const {
+  if (const PlXScale* scale = from.getScale()) {
+    PlXScale* copy = to.addScale(PlXScale::method_linear);
+    // One without a method has none in the copy either.
+    copy->SetAttribute(PlXUni::_method, nullptr);
+    duplicateAttributes(*scale, *copy);
+  }
+  if (const PlXSummaryStatistic* statistic = from.getSummaryStatistic()) {
+    duplicateAttributes(*statistic, *to.addSummaryStatistic());
+  }
+}
+
 void BaseTemplate::cloneStyleBy(const PlXStyleBy& from, PlXStyleBy& to) {
   if (from.isDimensionPresent()) to.setDimension(from.getDimension());
   PlXBaseElement* domain = from.getDomain();
@@ -277,15 +286,7 @@ void BaseTemplate::cloneAesthetics(const PlXBaseElement& from, PlXBaseElement& t
     if (const auto* styleBy = dynamic_cast<const PlXStyleBy*>(&old)) {
       cloneStyleBy(*styleBy, static_cast<PlXStyleBy&>(*copy));
     } else {
-      if (const PlXScale* scale = old.getScale()) {
-        PlXScale* scaleCopy = copy->addScale(PlXScale::method_linear);
-        // One without a method has none in the copy either.
-        scaleCopy->SetAttribute(PlXUni::_method, nullptr);
-        duplicateAttributes(*scale, *scaleCopy);
-      }
-      if (const PlXSummaryStatistic* statistic = old.getSummaryStatistic()) {
-        duplicateAttributes(*statistic, *copy->addSummaryStatistic());
-      }
+      cloneScaleAndStatistic(old, *copy);
       if (!asDash) {
         for (const CTAestheticMapping* mapping : kind.mappings(old)) {
           duplicateAttributes(*mapping, *kind.addMapping(*copy));

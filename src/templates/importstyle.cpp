@@ -515,10 +515,7 @@ void setBreaks(T& element, const PlXVisualization* source, const Interpolation& 
 template <class T>
 void setSmoothing(T& element, const Interpolation& interpolation) {
   if (interpolation.type.empty()) return;
-  const std::vector<PlXSmoothStatistic*> statistics = element.getSmoothStatistics();
-  PlXSmoothStatistic* statistic =
-      statistics.empty() ? element.addSmoothStatistic() : statistics.front();
-  statistic->setMethod(interpolation.method);
+  BaseTemplate::smoothStatisticOf(element).setMethod(interpolation.method);
   element.setShowDiscontinuity(interpolation.type.equals(PlXUni::_jump));
 }
 

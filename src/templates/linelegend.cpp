@@ -1,5 +1,6 @@
 #include "linelegend.h"
 
+#include "plxelements.h"
 #include "plxframes.h"
 #include "plxstyle.h"
 #include "plxuni.h"
@@ -20,6 +21,6 @@ PlXLegend& LineLegend::ensured() {
   return *legend_;
 }
 
-void LineLegend::add(PlXBaseElement& part) {
-  ensured().addLegendTarget(base_.CreateUniqueId(PlXUni::_legendTarget).xc_str(), part);
+void LineLegend::add(CTElementType& line) {
+  ensured().addLegendTarget(base_.CreateUniqueId(PlXUni::_legendTarget).xc_str(), line);
 }

@@ -6,7 +6,6 @@
 
 #include "basetemplate.h"
 
-class PlXBaseElement;
 class PlXLegend;
 class PlXVisualization;
 
@@ -23,8 +22,8 @@ class LineLegend {
       : base_(base), chart_(chart), form_(form) {}
 
   PlXLegend& ensured();
-  // An entry for a line or another part of the chart.
-  void add(PlXBaseElement& part);
+  // An entry for a whole line. Cloning copies those of aesthetics alone, so it needn't be told.
+  void add(CTElementType& line);
 
  private:
   BaseTemplate& base_;

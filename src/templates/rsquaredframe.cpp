@@ -49,24 +49,29 @@ void RSquaredFrames::add(PlXGraph& graph, PlXLine& line, const ChartString& meth
   PlXStyle& style = base_.styleOf(*frame);
   makeTransparent(style);
   style.setVisible(true);
+  makeRoom(graph);
   place(graph, *frame);
   fill(*frame, line, method, isOfSubgroups);
   if (!first_) first_ = frame;
 }
 
-void RSquaredFrames::place(PlXGraph& graph, PlXLabelFrame& frame) {
+// Once for all frames of a graph, as each time is a walk over its elements.
+void RSquaredFrames::makeRoom(PlXGraph& graph) {
+  if (roomy_ == &graph) return;
+  roomy_ = &graph;
+  graph.removeLocation(PlXLocation::part_right);
+  graph.addLocation(PlXLocation::part_right)->setValue(u"75%");
+}
+
+void RSquaredFrames::place(PlXGraph& graph, PlXLabelFrame& frame) const {
   PlXLocation* left = frame.addLocation(PlXLocation::part_left);
   left->setMethod(PlXLocation::method_attach);
   left->setTarget(graph);
-  graph.removeLocation(PlXLocation::part_right);
-  graph.addLocation(PlXLocation::part_right)->setValue(u"75%");
-  const std::vector<PlXContainer*> containers = chart_.getContainers();
-  const std::vector<PlXLegend*> legends = chart_.getLegends();
   if (first_) {
     stack(frame, PlXLocation::method_attach, *first_);
-  } else if (!containers.empty()) {
+  } else if (const auto containers = chart_.getContainers(); !containers.empty()) {
     stack(frame, PlXLocation::method_attach, *containers.back());
-  } else if (!legends.empty()) {
+  } else if (const auto legends = chart_.getLegends(); !legends.empty()) {
     stack(frame, PlXLocation::method_attach, *legends.back());
   } else {
     stack(frame, PlXLocation::method_align, graph);
@@ -82,11 +87,11 @@ void RSquaredFrames::fill(PlXLabelFrame& frame, PlXLine& line, const ChartString
   PlXLabel& label = *frame.addLabel();
   PlXStyle& text = base_.styleOf<CTLabelType>(label);
   const PlXStyle* lineStyle = line.getStyle();
-  if (lineStyle && lineStyle->isColorPresent()) text.setColor(lineStyle->getColor());
+  if (lineStyle && *lineStyle->getColor()) text.setColor(lineStyle->getColor());
   makeTransparent(
       base_.ensuredStyle(label, &CTLabelType::getTextFrameStyle, &CTLabelType::setTextFrameStyle));
   text.setFontSize(u"8pt", u"6pt", u"10pt");
-  text.setTextAlignment(static_cast<PlXStyle::ENUM_textAlignment>(1));
+  text.setTextAlignment(PlXStyle::textAlignment_left);
   text.setMargin_left(u"3pt");
 
   PlXDescriptionGroup& group = *label.addDescriptionGroup(line);

@@ -9,9 +9,9 @@ class PlXLabelFrame;
 class PlXLine;
 class PlXVisualization;
 
-// Adds a frame with the R-squared of a fit line beside its graph, below what stands there: the
-// first such frame of the chart, else its last container, else its last legend. A command makes one
-// of these for all of its frames.
+// Adds a frame with the R-squared of a fit line to the right of its graph, whose right edge moves
+// to 75% of the page, and below what stands there: the first such frame of the chart, else its last
+// container, else its last legend. A command makes one of these for all of its frames.
 class RSquaredFrames {
  public:
   RSquaredFrames(BaseTemplate& base, PlXVisualization& chart) : base_(base), chart_(chart) {}
@@ -21,13 +21,15 @@ class RSquaredFrames {
   void add(PlXGraph& graph, PlXLine& line, const ChartString& method, bool isOfSubgroups);
 
  private:
-  void place(PlXGraph& graph, PlXLabelFrame& frame);
+  void makeRoom(PlXGraph& graph);
+  void place(PlXGraph& graph, PlXLabelFrame& frame) const;
   void fill(PlXLabelFrame& frame, PlXLine& line, const ChartString& method, bool isOfSubgroups);
   PlXLabelFrame* firstOfChart() const;
 
   BaseTemplate& base_;
   PlXVisualization& chart_;
   PlXLabelFrame* first_ = nullptr;
+  const PlXGraph* roomy_ = nullptr;  // the last one that made room
 };
 
 #endif

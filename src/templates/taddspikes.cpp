@@ -7,6 +7,7 @@
 
 #include <xercesc/dom/DOM.hpp>
 
+#include "colors.h"
 #include "commands.h"
 #include "plxcoordinates.h"
 #include "plxelements.h"
@@ -66,22 +67,12 @@ Parameters readParameters(const DOMElement& command) {
           firstDescendant(&command, PlXUni::_style)};
 }
 
-// The point's own, or black.
-const XMLCh* colorOf(const CTElementType& point) {
-  const PlXStyle* style = point.getStyle();
-  if (!style) return PlXStyle::_black;
-  const auto isColor = [](const XMLCh* color) {
-    return *color && !is(color, PlXStyle::_transparent);
-  };
-  if (isColor(style->getColor())) return style->getColor();
-  return isColor(style->getColor2()) ? style->getColor2() : PlXStyle::_black;
-}
-
 }  // namespace
 
 bool TAddSpikes::ProcessCommand() {
   if (!command) return false;
   const Parameters given = readParameters(*command);
+  const StyleImport imported(*this, given.style);
 
   const auto addSpikes = [&](PlXGraph& graph, const CTElementType& point) {
     PlXEdge* edge = graph.addEdge();
@@ -97,8 +88,9 @@ bool TAddSpikes::ProcessCommand() {
     if (given.y && edge->getY()) link->setY(*given.y);
     if (given.z && edge->getZ()) link->setZ(*given.z);
     PlXStyle& style = styleOf<CTElementType>(*edge);
-    style.setColor(given.colorSpikes ? colorOf(point) : PlXStyle::_black);
-    importStyle(given.style, style);
+    const XMLCh* color = given.colorSpikes ? colors::colorOf(point.getStyle()) : nullptr;
+    style.setColor(color ? color : PlXStyle::_black);
+    imported.onto(style);
   };
   for (PlXGraph* graph : target.getGraphs()) {
     if (isRoleCategorical(*graph, PlXUni::_x) || isRoleCategorical(*graph, PlXUni::_y) ||
@@ -110,7 +102,7 @@ bool TAddSpikes::ProcessCommand() {
     for (CTElementType* element : elements) {
       const bool isSpike = dynamic_cast<PlXEdge*>(element) && !element->getLinkStatistics().empty();
       if (given.styleOnly && isSpike && given.style) {
-        importStyle(given.style, styleOf(*element));
+        imported.onto(styleOf(*element));
       } else if (!given.styleOnly && dynamic_cast<PlXPoint*>(element)) {
         addSpikes(*graph, *element);
       }

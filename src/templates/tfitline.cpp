@@ -4,10 +4,12 @@
 // may bring spikes, a line around its confidence interval and a frame with its R-squared; the
 // chart's first legend names it and is made when there is none. Lines and edges aren't fitted; an
 // element that is fitted already ends the fitting of its graph. `styleOnly` restyles what is there.
+#include <list>
 #include <optional>
 
 #include <xercesc/dom/DOM.hpp>
 
+#include "colors.h"
 #include "commands.h"
 #include "graphtexts.h"
 #include "linelegend.h"
@@ -124,10 +126,6 @@ struct Names {
   }
 };
 
-bool isColor(const XMLCh* color) {
-  return *color && !is(color, PlXStyle::_transparent);
-}
-
 void setMethod(PlXSmoothStatistic& statistic, const Fit& fit) {
   statistic.setBounded(false);
   if (fit.method) statistic.setMethod(*fit.method);
@@ -139,8 +137,13 @@ class Fitting {
   Fitting(BaseTemplate& base, PlXVisualization& chart, const Parameters& parameters)
       : base_(base),
         given_(parameters),
+        fitStyle_(base, parameters.fitStyle),
+        spikeStyle_(base, parameters.spikeStyle),
         legend_(base, chart, {{u"75%", u"99%", u"70%", u"80%"}, false}),
-        rSquared_(base, chart) {}
+        rSquared_(base, chart) {
+    forChildren(parameters.confidence, PlXUni::_style,
+                [&](const DOMElement* each) { confidenceStyles_.emplace_back(base, each); });
+  }
 
   void process(PlXGraph& graph) {
     PlXCoordinates* block = fittedBlock(graph);
@@ -181,11 +184,8 @@ class Fitting {
     PlXLine& line = *graph.addLine(base_.CreateUniqueId(PlXUni::_line).xc_str());
     line.setCoordinates(block);
     PlXStyle& style = base_.styleOf<CTElementType>(line);
-    if (const PlXStyle* own = element.getStyle()) {
-      const XMLCh* color = isColor(own->getColor()) ? own->getColor() : own->getColor2();
-      if (isColor(color)) style.setColor(color);
-    }
-    base_.importStyle(given_.fitStyle, style);
+    if (const XMLCh* color = colors::colorOf(element.getStyle())) style.setColor(color);
+    fitStyle_.onto(style);
     base_.copyVariables(line, element);
     base_.cloneConditionalStyles(element, line);
     if (isForAll) line.setName(names().total.xc_str());
@@ -205,7 +205,7 @@ class Fitting {
 
   void addStatistic(PlXGraph& graph, PlXLine& line, const CTElementType& element) {
     const Fit& fit = *given_.fit;
-    PlXSmoothStatistic& statistic = *line.addSmoothStatistic();
+    PlXSmoothStatistic& statistic = BaseTemplate::smoothStatisticOf(line);
     setMethod(statistic, fit);
     const bool isLoess = fit.method == Smooth::method_loess;
     if (isLoess) {
@@ -227,7 +227,9 @@ class Fitting {
   void addSpikes(PlXGraph& graph, const PlXLine& line, const CTElementType& element) {
     PlXInterval& spikes = *graph.addInterval(base_.CreateUniqueId(PlXUni::_spikes).xc_str());
     spikes.setPositionModifier(CTElementType::positionModifier_none);
-    base_.importStyle(given_.spikeStyle, base_.styleOf<CTElementType>(spikes));
+    // With the points, whatever block the line is in.
+    if (PlXCoordinates* block = element.getCoordinates()) spikes.setCoordinates(*block);
+    spikeStyle_.onto(base_.styleOf<CTElementType>(spikes));
     base_.copyVariables(spikes, line);
     base_.cloneConditionalStyles(line, spikes);
     if (given_.colorSpikes && given_.bySubgroup) {
@@ -254,20 +256,19 @@ class Fitting {
   }
 
   void importConfidenceStyles(PlXStyle& style) {
-    forChildren(given_.confidence, PlXUni::_style,
-                [&](const DOMElement* each) { base_.importStyle(each, style); });
+    for (const BaseTemplate::StyleImport& each : confidenceStyles_) each.onto(style);
   }
 
   void restyle(CTElementType& element) {
     if (dynamic_cast<PlXLine*>(&element)) {
       if (!element.getSmoothStatistics().empty()) {
-        if (given_.fitStyle) base_.importStyle(given_.fitStyle, base_.styleOf(element));
+        if (given_.fitStyle) fitStyle_.onto(base_.styleOf(element));
       } else if (!element.getRegionStatistics().empty() && given_.confidence) {
         importConfidenceStyles(base_.styleOf(element));
       }
     } else if (dynamic_cast<PlXInterval*>(&element) && given_.spikeStyle) {
       for (const PlXSmoothStatistic* statistic : element.getSmoothStatistics()) {
-        if (statistic->getSpikes()) base_.importStyle(given_.spikeStyle, base_.styleOf(element));
+        if (statistic->getSpikes()) spikeStyle_.onto(base_.styleOf(element));
       }
     }
   }
@@ -279,6 +280,9 @@ class Fitting {
 
   BaseTemplate& base_;
   const Parameters& given_;
+  const BaseTemplate::StyleImport fitStyle_;
+  const BaseTemplate::StyleImport spikeStyle_;
+  std::list<BaseTemplate::StyleImport> confidenceStyles_;
   LineLegend legend_;
   RSquaredFrames rSquared_;
   std::optional<Names> names_;

@@ -85,7 +85,7 @@ bool isHistogram(const CTElementType& element) {
     }
     return false;
   }
-  const PlXSourceVariable* counted = y->getSourceVariable();
+  const CTVariableType* counted = y->getVariable();
   const PlXExtensionSV* extension = counted ? counted->getExtension() : nullptr;
   // Its values are counts or percents.
   return extension && (extension->getStatistic() == 1 || extension->getStatistic() == 2);
@@ -111,7 +111,7 @@ bool THistogramNormalLine::ProcessCommand() {
   const ChartString first = attribute(u"parameter");
   const ChartString second = attribute(u"secondaryParameter");
   if (!fits(kind.needs, !first.empty(), !second.empty())) return false;
-  const DOMElement* styleElement = firstDescendant(command, PlXUni::_style);
+  const StyleImport imported(*this, firstDescendant(command, PlXUni::_style));
   std::optional<ChartString> name;
   LineLegend legend(*this, target, {{u"75%", u"98%", u"2.5%", u"97.5%"}, true});
 
@@ -134,7 +134,7 @@ bool THistogramNormalLine::ProcessCommand() {
     if (!name) name = GraphTexts().lookUp(kind.nameKey);
     line->setName(name->xc_str());
     legend.add(*line);
-    importStyle(styleElement, style);
+    imported.onto(style);
   };
   const std::vector<PlXGraph*> graphs = target.getGraphs();
   for (PlXGraph* graph : graphs) {

@@ -1,9 +1,11 @@
 // addInterpolationLine, with a child interpolation (type, primary, pointPosition,
 // missingRepresentation) and a style: joins the points of each element by a new line of its own,
 // straight, stepped or smooth, which shows the groups of the element. Without primary="true" it is
-// for the elements of the second axis y2. Lines get none, nor do clustered graphs.
+// for the elements of the second axis y2. Lines get none, nor do clustered graphs. The lines have
+// no entries in legends but those of their groups.
 #include <xercesc/dom/DOM.hpp>
 
+#include "colors.h"
 #include "commands.h"
 #include "plxcoordinates.h"
 #include "plxelements.h"
@@ -28,13 +30,12 @@ PlXSmoothStatistic::ENUM_method stepOf(const XMLCh* pointPosition) {
 void interpolate(PlXLine& line, const DOMElement& interpolation) {
   const XMLCh* type = interpolation.getAttribute(PlXUni::_type);
   if (!is(type, PlXUni::_linear)) {
-    PlXSmoothStatistic* statistic = line.addSmoothStatistic();
+    PlXSmoothStatistic& statistic = BaseTemplate::smoothStatisticOf(line);
     const bool isStep = is(type, PlXUni::_step);
     const bool isJump = is(type, PlXUni::_jump);
     const bool isSpline = is(type, PlXUni::_spline);
-    if (isStep || isJump)
-      statistic->setMethod(stepOf(interpolation.getAttribute(u"pointPosition")));
-    if (isSpline) statistic->setMethod(PlXSmoothStatistic::method_spline);
+    if (isStep || isJump) statistic.setMethod(stepOf(interpolation.getAttribute(u"pointPosition")));
+    if (isSpline) statistic.setMethod(PlXSmoothStatistic::method_spline);
     if (isStep || isJump || isSpline) line.setShowDiscontinuity(!isStep);
   }
   const XMLCh* missing = interpolation.getAttribute(PlXUni::_missingRepresentation);
@@ -49,10 +50,9 @@ void interpolate(PlXLine& line, const DOMElement& interpolation) {
 const XMLCh* colorOf(const CTElementType& element) {
   const PlXStyle* style = element.getStyle();
   if (!style) return u"";
-  const XMLCh* outline = style->getColor2();
   const bool isPoint = dynamic_cast<const PlXPoint*>(&element);
-  if (isPoint && *outline && !is(outline, PlXStyle::_transparent)) return outline;
-  return is(style->getColor(), PlXStyle::_transparent) ? u"" : style->getColor();
+  if (isPoint && colors::isColor(style->getColor2())) return style->getColor2();
+  return colors::isColor(style->getColor()) ? style->getColor() : u"";
 }
 
 }  // namespace
@@ -60,7 +60,7 @@ const XMLCh* colorOf(const CTElementType& element) {
 bool TInterpolationLine::ProcessCommand() {
   const DOMElement* interpolation = firstDescendant(command, PlXUni::_interpolation);
   if (!interpolation) return false;
-  const DOMElement* styleElement = firstDescendant(command, PlXUni::_style);
+  const StyleImport imported(*this, firstDescendant(command, PlXUni::_style));
   const bool primary = isTrue(*interpolation, u"primary");
   const ChartString role(primary ? PlXUni::_y : _y2);
 
@@ -71,7 +71,7 @@ bool TInterpolationLine::ProcessCommand() {
     PlXStyle& style = styleOf<CTElementType>(*line);
     const XMLCh* color = colorOf(element);
     if (*color) style.setColor(color);
-    importStyle(styleElement, style);
+    imported.onto(style);
     cloneElementChildren(element, *line, true);
     changeColor2ToColor(*line, false);
     interpolate(*line, *interpolation);

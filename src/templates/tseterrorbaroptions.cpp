@@ -1,7 +1,5 @@
 // setErrorBarOptions visible, with a style: shows or hides the intervals of ranges, which get the
 // style that they lack. Without visible="true" they are hidden, whatever the style says.
-#include <xercesc/dom/DOM.hpp>
-
 #include "commands.h"
 #include "plxelements.h"
 #include "plxframes.h"
@@ -13,12 +11,12 @@
 bool TSetErrorBarOptions::ProcessCommand() {
   if (!command) return false;
   const bool visible = getBooleanAttribute(command, PlXUni::_visible, false);
-  const xercesc::DOMElement* styleElement = templatexml::firstDescendant(command, PlXUni::_style);
+  const StyleImport imported(*this, templatexml::firstDescendant(command, PlXUni::_style));
   for (const PlXGraph* graph : target.getGraphs()) {
     for (PlXInterval* interval : graph->getIntervals()) {
       if (!isIntervalRangeElement(*interval)) continue;
       PlXStyle& style = styleOf<CTElementType>(*interval);
-      importStyle(styleElement, style);
+      imported.onto(style);
       style.setVisible(visible);
     }
   }

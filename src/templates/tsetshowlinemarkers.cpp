@@ -1,37 +1,23 @@
 // setShowLineMarkers, with a style: marks the points of the only line or path of a graph by a new
 // point element, which shows the groups of the line; dash patterns become symbols, which the
 // chart's first legend shows. Graphs with other elements are passed over.
-#include <xercesc/dom/DOM.hpp>
-
 #include "commands.h"
-#include "linelegend.h"
 #include "plxaesthetics.h"
 #include "plxelements.h"
 #include "plxframes.h"
 #include "plxgraph.h"
-#include "plxstatistics.h"
 #include "plxstyle.h"
 #include "plxuni.h"
 #include "templatexml.h"
 
-using namespace xercesc;
-using namespace templatexml;
-
 bool TSetShowLineMarkers::ProcessCommand() {
   if (!command) return false;
-  const DOMElement* styleElement = firstDescendant(command, PlXUni::_style);
+  const StyleImport imported(*this, templatexml::firstDescendant(command, PlXUni::_style));
   const std::vector<PlXLegend*> legends = getLegends();
 
   const auto showDashes = [&](const PlXDash& dash, PlXPoint& point) {
     PlXShape* shape = point.addShape();
-    if (const PlXScale* scale = dash.getScale()) {
-      PlXScale* copy = shape->addScale(PlXScale::method_linear);
-      copy->SetAttribute(PlXUni::_method, nullptr);
-      duplicateAttributes(*scale, *copy);
-    }
-    if (const PlXSummaryStatistic* statistic = dash.getSummaryStatistic()) {
-      duplicateAttributes(*statistic, *shape->addSummaryStatistic());
-    }
+    cloneScaleAndStatistic(dash, *shape);
     duplicateAttributes(dash, *shape);
     shape->removeCycle();
     point.removeDashs();
@@ -52,7 +38,7 @@ bool TSetShowLineMarkers::ProcessCommand() {
     for (PlXColor* color : point->getColors()) color->setAffect(PlXColor::affect_secondary);
     const std::vector<PlXDash*> dashes = line.getDashs();
     if (!dashes.empty()) showDashes(*dashes.front(), *point);
-    importStyle(styleElement, style);
+    imported.onto(style);
   }
   return true;
 }
