@@ -135,7 +135,7 @@ void ChartErrorHandler::warning(const SAXParseException& e) {
 }
 
 InputSource* ChartErrorHandler::resolveEntity(const XMLCh*, const XMLCh* systemId) {
-  const int slash = XMLString::lastIndexOf(systemId, u'/');
+  const int slash = systemId ? XMLString::lastIndexOf(systemId, u'/') : -1;
   if (slash <= 0) return nullptr;
   ChartString path(PathFactory::getPathInstance(3)->getFolder().c_str());
   path.append(systemId + slash + 1);

@@ -6,11 +6,9 @@
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/framework/XMLGrammarPool.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
-#include <xercesc/sax/SAXParseException.hpp>
-#include <xercesc/validators/DTD/DTDEntityDecl.hpp>
 
 #include "charterrorhandler.h"
-#include "chartprolog.h"
+#include "chartstring.h"
 #include "grammarpool.h"
 #include "tavogotocaller.h"
 #include "treeentityresolver.h"
@@ -18,12 +16,6 @@
 using namespace xercesc;
 
 namespace {
-
-constexpr unsigned deepestLevel = 4096;
-constexpr XMLSize_t mostExpansions = 10000;
-constexpr XMLSize_t longestEntity = 4096;
-// What entities and default attributes may add to the characters of the text itself.
-constexpr std::size_t mostAdded = 1 << 20;
 
 // Resets what was lent to the parser for one parse.
 class HandlerLoan {
@@ -55,37 +47,43 @@ class HandlerLoan {
 ChartParser::ChartParser(grammarpool::Kind kind) : ChartParser(kind, grammarpool::shared(kind)) {}
 
 ChartParser::ChartParser(grammarpool::Kind kind, XMLGrammarPool* grammars)
-    : XercesDOMParser(nullptr, &memory, grammars), kind_(kind), grammars_(grammars) {
+    : BoundedParser(nullptr, &memory, grammars), kind_(kind), grammars_(grammars) {
   setValidationScheme(Val_Always);
   setDoNamespaces(true);
   setDoSchema(true);
   setIncludeIgnorableWhitespace(false);
   setCreateEntityReferenceNodes(false);
   setDisableDefaultEntityResolution(true);
-  bounds_.setEntityExpansionLimit(mostExpansions);
-  setSecurityManager(&bounds_);
+  setSecurityManager(&expansions());
 }
 
 // Exceptions end here: those of the parser hold memory that goes with it.
 bool ChartParser::parseText(const std::string& text, const char* sourceName) {
   const HandlerLoan loan(*this, kind_);
   useCachedGrammarInParse(grammarpool::serves(kind_, grammars_, text));
-  depth_ = 0;
   isEnded_ = false;
-  hasDoctype_ = false;
-  characters_ = 0;
-  text_ = &text;
   try {
-    const MemBufInputSource source(reinterpret_cast<const XMLByte*>(text.data()), text.size(),
-                                   sourceName, false);
-    parse(source);
-    if (!isEnded_) refuse(u"the document could not be read to its end");
+    parseBounded(text, sourceName);
     return true;
   } catch (const TavoGoToCaller&) {
     throw;
   } catch (...) {
     return false;
   }
+}
+
+void ChartParser::parseBounded(const std::string& text, const char* sourceName) {
+  const MemBufInputSource source(reinterpret_cast<const XMLByte*>(text.data()), text.size(),
+                                 sourceName, false);
+  try {
+    const Bounds bounds(*this, text);
+    parse(source);
+  } catch (const ParserMemory::Exceeded& e) {
+    // The parser has left the place.
+    const ChartString name(sourceName);
+    fail(SAXParseException(e.reason, nullptr, name.xc_str(), 0, 0));
+  }
+  if (!isEnded_) refuse(u"the document could not be read to its end");
 }
 
 void ChartParser::dropDocument() {
@@ -112,60 +110,30 @@ void ChartParser::startElement(const XMLElementDecl& declaration, const unsigned
                                const XMLCh* const prefix, const RefVectorOf<XMLAttr>& attributes,
                                const XMLSize_t attributeCount, const bool isEmpty,
                                const bool isRoot) {
-  if (++depth_ > deepestLevel) refuse(u"elements are nested too deep");
   // Where a document type declares a root that names no schema, that alone would decide.
   if (kind_ == grammarpool::Kind::Trees && declaration.getObjectType() != XMLElementDecl::Schema) {
     refuse(u"the document names no schema");
   }
-  for (XMLSize_t i = 0; hasDoctype_ && i < attributeCount; ++i) {
-    countText(XMLString::stringLen(attributes.elementAt(i)->getValue()));
-  }
-  XercesDOMParser::startElement(declaration, uriId, prefix, attributes, attributeCount, isEmpty,
-                                isRoot);
-}
-
-void ChartParser::endElement(const XMLElementDecl& declaration, const unsigned int uriId,
-                             const bool isRoot, const XMLCh* const prefix) {
-  --depth_;
-  XercesDOMParser::endElement(declaration, uriId, isRoot, prefix);
-}
-
-void ChartParser::docCharacters(const XMLCh* const characters, const XMLSize_t length,
-                                const bool isCData) {
-  if (hasDoctype_) countText(length);
-  XercesDOMParser::docCharacters(characters, length, isCData);
-}
-
-// Only a document type can make a text longer than it is.
-void ChartParser::doctypeDecl(const DTDElementDecl& root, const XMLCh* const publicId,
-                              const XMLCh* const systemId, const bool hasInternalSubset,
-                              const bool hasExternalSubset) {
-  hasDoctype_ = true;
-  XercesDOMParser::doctypeDecl(root, publicId, systemId, hasInternalSubset, hasExternalSubset);
-}
-
-void ChartParser::entityDecl(const DTDEntityDecl& entity, const bool isParameter,
-                             const bool isIgnored) {
-  if (entity.getValueLen() > longestEntity) refuse(u"an entity is too long");
-  XercesDOMParser::entityDecl(entity, isParameter, isIgnored);
+  BoundedParser::startElement(declaration, uriId, prefix, attributes, attributeCount, isEmpty,
+                              isRoot);
 }
 
 // The base class writes the subset anew from its parts, which loses quotes, parameter entities and
 // more; the text as it stands reads back to the same.
 void ChartParser::endIntSubset() {
-  const std::u16string subset =
-      chartprolog::internalSubset(*text_, getScanner()->getReaderMgr()->getCurrentEncodingStr());
-  if (!subset.empty()) fInternalSubset.set(subset.c_str());
+  if (!subset().empty()) fInternalSubset.set(subset().c_str());
   XercesDOMParser::endIntSubset();
 }
 
-void ChartParser::countText(XMLSize_t characters) {
-  characters_ += characters;
-  if (characters_ > text_->size() + mostAdded) refuse(u"entities make the text too long");
+const XMLCh* ChartParser::encoding() const {
+  return getScanner()->getReaderMgr()->getCurrentEncodingStr();
 }
 
 void ChartParser::refuse(const XMLCh* reason) {
-  const SAXParseException e(reason, *getScanner()->getLocator());
+  fail(SAXParseException(reason, *getScanner()->getLocator()));
+}
+
+void ChartParser::fail(const SAXParseException& e) {
   getErrorHandler()->fatalError(e);
   throw SAXParseException(e);
 }

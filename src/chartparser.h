@@ -5,21 +5,16 @@
 #include <string>
 
 #include <xercesc/parsers/XercesDOMParser.hpp>
-#include <xercesc/util/SecurityManager.hpp>
+#include <xercesc/sax/SAXParseException.hpp>
 
+#include "boundedparser.h"
 #include "grammarpool.h"
-#include "parsermemory.h"
-
-// A base, so that it outlives the parser that takes from it.
-struct ChartParserMemory {
-  ParserMemory memory;
-};
 
 // Schema-validating, with namespaces, without ignorable white space; entities are replaced by their
 // text. A value that breaks its schema type is no error. Nothing is read but the text and, through
 // ChartErrorHandler or TreeEntityResolver, the installation's folder of schemas. A bound that is
 // passed is a fatal error at its place in the text.
-class ChartParser : private ChartParserMemory, public xercesc::XercesDOMParser {
+class ChartParser : public BoundedParser<xercesc::XercesDOMParser> {
  public:
   explicit ChartParser(grammarpool::Kind kind);
 
@@ -40,30 +35,18 @@ class ChartParser : private ChartParserMemory, public xercesc::XercesDOMParser {
                     const XMLCh* const prefix,
                     const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
                     const XMLSize_t attributeCount, const bool isEmpty, const bool isRoot) override;
-  void endElement(const xercesc::XMLElementDecl& declaration, const unsigned int uriId,
-                  const bool isRoot, const XMLCh* const prefix) override;
-  void docCharacters(const XMLCh* const characters, const XMLSize_t length,
-                     const bool isCData) override;
-  void doctypeDecl(const xercesc::DTDElementDecl& root, const XMLCh* const publicId,
-                   const XMLCh* const systemId, const bool hasInternalSubset,
-                   const bool hasExternalSubset) override;
-  void entityDecl(const xercesc::DTDEntityDecl& entity, const bool isParameter,
-                  const bool isIgnored) override;
   void endIntSubset() override;
 
  private:
   ChartParser(grammarpool::Kind kind, xercesc::XMLGrammarPool* grammars);
-  void countText(XMLSize_t characters);
-  [[noreturn]] void refuse(const XMLCh* reason);
+  void parseBounded(const std::string& text, const char* sourceName);
+  const XMLCh* encoding() const override;
+  [[noreturn]] void refuse(const XMLCh* reason) override;
+  [[noreturn]] void fail(const xercesc::SAXParseException& e);
 
   const grammarpool::Kind kind_;
   const xercesc::XMLGrammarPool* grammars_;  // null for schemas of its own
-  xercesc::SecurityManager bounds_;
-  unsigned depth_ = 0;
   bool isEnded_ = false;
-  bool hasDoctype_ = false;
-  std::size_t characters_ = 0;  // of texts and attributes so far
-  const std::string* text_ = nullptr;
 };
 
 #endif

@@ -3,11 +3,10 @@
 #include <algorithm>
 #include <map>
 #include <memory>
+#include <set>
 
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/TransService.hpp>
-
-#include "utf.h"
 
 using namespace xercesc;
 
@@ -125,6 +124,43 @@ std::u16string withPlainLineEnds(std::u16string_view text) {
   return result;
 }
 
+// The length of the attributes of a tag, which stand at the start of `text`, and their number.
+template <class Unit>
+std::size_t countAttributes(std::basic_string_view<Unit> text, std::size_t& count) {
+  std::size_t i = 0;
+  while (i < text.size() && text[i] != '>') {
+    const Unit unit = text[i++];
+    if (unit != '"' && unit != '\'') continue;
+    ++count;
+    i = text.find(unit, i);
+    if (i == text.npos) return text.size();
+    ++i;
+  }
+  return i;
+}
+
+template <class Unit>
+std::size_t mostAttributesOf(std::basic_string_view<Unit> text) {
+  using View = std::basic_string_view<Unit>;
+  static constexpr Unit ends[] = {'-', '-', '>', ']', ']', '>', '?', '>', '<'};
+  std::size_t most = 0;
+  while (skipPast(text, View(ends + 8, 1)) && !text.empty()) {
+    if (text[0] == '?') {
+      skipPast(text, View(ends + 6, 2));
+    } else if (text[0] != '!') {
+      std::size_t count = 0;
+      text.remove_prefix(countAttributes(text, count));
+      most = std::max(most, count);
+    } else if (text.size() > 1 && text[1] == '-') {
+      text.remove_prefix(std::min<std::size_t>(text.size(), 3));
+      skipPast(text, View(ends, 3));
+    } else if (text.size() > 1 && text[1] == '[') {
+      skipPast(text, View(ends + 3, 3));
+    }
+  }
+  return most;
+}
+
 }  // namespace
 
 chartprolog::Root chartprolog::readRoot(std::string_view text) {
@@ -182,4 +218,31 @@ std::u16string chartprolog::internalSubset(std::string_view text, const char16_t
   if (rest.empty() || rest[0] != u'[') return {};
   rest.remove_prefix(1);
   return withPlainLineEnds(rest.substr(0, subsetLength(rest)));
+}
+
+bool chartprolog::isSimpleModel(std::u16string_view model, std::size_t mostNames,
+                                std::size_t mostRepeated) {
+  constexpr std::u16string_view marks = u"(),|?*+ ";
+  std::set<std::u16string_view> names;
+  std::size_t count = 0;
+  for (;;) {
+    model.remove_prefix(std::min(model.find_first_not_of(marks), model.size()));
+    if (model.empty()) return true;
+    const std::u16string_view name = model.substr(0, model.find_first_of(marks));
+    names.insert(name);
+    if (++count > mostNames || count - names.size() > mostRepeated) return false;
+    model.remove_prefix(name.size());
+  }
+}
+
+bool chartprolog::isAscii(std::string_view text) {
+  // Wide characters start with a mark or with a zero beside the first of them.
+  if (text.size() < 2) return true;
+  const bool isMarked = text.starts_with("\xFE\xFF") || text.starts_with("\xFF\xFE");
+  return !isMarked && text[0] && text[1] && text[0] != '\x4C';  // EBCDIC's '<'
+}
+
+std::size_t chartprolog::mostAttributes(std::string_view text, const char16_t* encoding) {
+  if (!encoding) return mostAttributesOf(text);
+  return mostAttributesOf(std::u16string_view(decoded(text, encoding)));
 }

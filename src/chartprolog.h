@@ -1,4 +1,4 @@
-// What stands before the root's content, read from the bytes of a document.
+// What is read from the bytes of a document before a parser reads them.
 #ifndef CHARTXML_CHARTPROLOG_H
 #define CHARTXML_CHARTPROLOG_H
 
@@ -21,6 +21,16 @@ Root readRoot(std::string_view text);
 // The text between the brackets of a document type declaration, with line ends as a parser gives
 // them; empty when there is none. `encoding` is that of the bytes.
 std::u16string internalSubset(std::string_view text, const char16_t* encoding);
+
+// True for a content model of at most so many names, at most so many of which have come before.
+bool isSimpleModel(std::u16string_view model, std::size_t mostNames, std::size_t mostRepeated);
+
+// True when markup can be found in the bytes as they stand.
+bool isAscii(std::string_view text);
+
+// How many attributes stand in the tag that has most of them; null as `encoding` for a text that
+// isAscii(). Of a text that isn't well-formed it may tell anything.
+std::size_t mostAttributes(std::string_view text, const char16_t* encoding);
 
 }  // namespace chartprolog
 

@@ -41,7 +41,34 @@ std::string laughs(int levels) {
     text += "<!ENTITY a" + std::to_string(i) + " '" +
             repeated("&a" + std::to_string(i - 1) + ";", 10) + "'>";
   }
-  return doctype(text);
+  return text;
+}
+
+// Parameter entities each of which names the one before twice, and a reference to the last.
+std::string doublings(int levels) {
+  std::string text = "<!ENTITY % p0 '<!--x-->'>";
+  for (int i = 1; i <= levels; ++i) {
+    text += "<!ENTITY % p" + std::to_string(i) + " '" +
+            repeated("&#37;p" + std::to_string(i - 1) + ";", 2) + "'>";
+  }
+  return text + "%p" + std::to_string(levels) + ";";
+}
+
+// An element with so many attributes in as many namespaces.
+std::string attributes(int count) {
+  std::string text = "<extension";
+  for (int i = 0; i < count / 2; ++i) {
+    const std::string prefix = "p" + std::to_string(i);
+    text.append(" xmlns:").append(prefix).append("='").append(prefix).append("' ");
+    text.append(prefix).append(":a='>'");
+  }
+  return text + "/>";
+}
+
+// A root of the document type's own.
+std::string declaredRoot(const std::string& declarations, const std::string& content) {
+  return "<!DOCTYPE graph [" + declarations + "<!ELEMENT a EMPTY><!ELEMENT b EMPTY>]><graph>" +
+         content + "</graph>";
 }
 
 TEST(Parse, TakesWhatIsWellFormedAndValid) {
@@ -60,6 +87,12 @@ TEST(Parse, TakesWhatIsWellFormedAndValid) {
       chartText(label("&e;"), doctype("<!ENTITY e 'text'>")),
       chartText(label(repeated("&e;", 1000)), doctype("<!ENTITY e 'some words'>")),
       chartText("", "<!DOCTYPE visualization SYSTEM '" CHARTXML_HOST "/dtd/chartXML20.dtd'>"),
+      chartText(label("&e;"), doctype("<!ENTITY % p '<!ENTITY e &#34;text&#34;>'>%p;" +
+                                      repeated("%p;", 80) + doublings(3))),
+      chartText(attributes(1024)),
+      chartText("<!-- " + attributes(2000) + " --><?x " + attributes(2000) + "?>" +
+                label("<![CDATA[" + attributes(2000) + "]]>")),
+      declaredRoot("<!ELEMENT graph ((a|b)*,a,(a|b),(a|b))>", "<a/><b/><a/>"),
       older + CHARTXML_HOST "/visualization/grafo-1.4.xsd'/>",
       older + "https://elsewhere.example/any/grafo-2.9.xsd'/>",
   };
@@ -85,8 +118,8 @@ TEST(Parse, RefusesTheRestWithALogLine) {
       chartText("text"),
       chartText("<axis/>"),
       chartText(nested(100000)),
-      chartText(label("&a11;"), laughs(11)),
-      chartText("<style id='&a11;'/>", laughs(11)),
+      chartText(label("&a11;"), doctype(laughs(11))),
+      chartText("<style id='&a11;'/>", doctype(laughs(11))),
       chartText(label(repeated("&q;", 1000)),
                 doctype("<!ENTITY q '" + repeated("x", 100000) + "'>")),
       chartText(label(repeated("&q;", 1000)), doctype("<!ENTITY q '" + repeated("x", 4000) + "'>")),
@@ -99,6 +132,18 @@ TEST(Parse, RefusesTheRestWithALogLine) {
       chartText(label("&e;"), doctype("<!ENTITY e SYSTEM 'CMakeLists.txt'>")),
       chartText("", "<!DOCTYPE visualization SYSTEM 'http://127.0.0.1:1/none.dtd'>"),
       chartText("", doctype("<!ELEMENT v " + repeated("(", 100000))),
+      chartText("", doctype(doublings(24))),
+      chartText("", doctype("<!ENTITY % p ' '>" + repeated("%p;", 200))),
+      chartText("", doctype("<!--" + repeated("x", 20000) + "-->")),
+      chartText("<style/>", doctype(laughs(11) + "<!ATTLIST style color CDATA '&a11;'>")),
+      chartText("<style id='" + repeated("&q;", 9000) + "'/>",
+                doctype("<!ENTITY q '" + repeated("x", 4000) + "'>")),
+      // What has no text counts, too.
+      chartText(repeated("&q;", 9000), doctype("<!ENTITY q '" + repeated("<style/>", 500) + "'>")),
+      chartText(repeated("&q;", 9000), doctype("<!ENTITY q '" + repeated("<?a?>", 800) + "'>")),
+      chartText(repeated("&q;", 9000), doctype("<!ENTITY q '" + repeated("<!---->", 500) + "'>")),
+      chartText(attributes(1026)),
+      declaredRoot("<!ELEMENT graph ((a|b)*,a" + repeated(",(a|b)", 22) + ")>", "<a/>"),
   };
   std::size_t logged = 0;
   for (const std::string& text : texts) {

@@ -166,6 +166,7 @@ TEST(EntityResolver, ReadsTheInstallationsFolderOnly) {
   EXPECT_EQ(handler.resolveEntity(nullptr, u"/passwd"), nullptr);
   EXPECT_EQ(handler.resolveEntity(nullptr, u"passwd"), nullptr);
   EXPECT_EQ(handler.resolveEntity(u"-//public", u""), nullptr);
+  EXPECT_EQ(handler.resolveEntity(u"-//public", nullptr), nullptr);
 }
 
 }  // namespace

@@ -18,22 +18,16 @@
 #include <xercesc/parsers/SAX2XMLReaderImpl.hpp>
 #include <xercesc/sax2/Attributes.hpp>
 #include <xercesc/sax2/DefaultHandler.hpp>
-#include <xercesc/util/SecurityManager.hpp>
 
 #include <chartxml/chartxml.h>
 
+#include "../src/boundedparser.h"
 #include "commandline.h"
 #include "files.h"
 
 using namespace xercesc;
 
 namespace {
-
-// The bounds of the library's own parser.
-constexpr std::size_t deepestLevel = 4096;
-constexpr XMLSize_t mostExpansions = 10000;
-constexpr XMLSize_t longestEntity = 4096;
-constexpr std::size_t mostAdded = 1 << 20;
 
 // Thrown through the parser: nothing behind the place is to be read.
 struct Stop {};
@@ -99,8 +93,7 @@ class Collector : public DefaultHandler, public PSVIHandler {
  public:
   // With `isBound`, documents that name other schemas than the system's are answered by
   // OtherSchemas.
-  Collector(const std::string& text, bool isBound)
-      : isBound_(isBound), mostCharacters_(text.size() + mostAdded) {}
+  explicit Collector(bool isBound) : isBound_(isBound) {}
 
   // Goes on, but for fatal ones.
   void note(unsigned code, const XMLCh* domain, XMLErrorReporter::ErrTypes type, Problem problem) {
@@ -123,7 +116,7 @@ class Collector : public DefaultHandler, public PSVIHandler {
     if (isEnded_) {
       addBrokenLinks();
     } else if (std::none_of(problems_.begin(), problems_.end(), std::mem_fn(&Problem::isRefused))) {
-      problems_.push_back({{}, 0, 0, "the document could not be read to its end", true});
+      addUnplaced("the document could not be read to its end");
     }
     return std::move(problems_);
   }
@@ -134,6 +127,13 @@ class Collector : public DefaultHandler, public PSVIHandler {
     refuse("XML version '" + utf8(version) + "' is not supported");
   }
 
+  void addUnplaced(const std::string& message) { problems_.push_back({{}, 0, 0, message, true}); }
+
+  [[noreturn]] void refuse(const std::string& message) {
+    problems_.push_back(here(message, true));
+    throw Stop();
+  }
+
   // ---- content
 
   void setDocumentLocator(const Locator* const locator) override { locator_ = locator; }
@@ -141,11 +141,11 @@ class Collector : public DefaultHandler, public PSVIHandler {
   void startElement(const XMLCh* const uri, const XMLCh* const name, const XMLCh* const,
                     const Attributes& attributes) override {
     if (depth_ == 0) readRoot(uri, attributes);
-    if (++depth_ > deepestLevel) refuse("elements are nested too deep");
+    ++depth_;
     for (XMLSize_t i = 0; i < attributes.getLength(); ++i) {
-      const XMLCh* value = attributes.getValue(i);
-      countText(XMLString::stringLen(value));
-      if (XMLString::equals(attributes.getType(i), XMLUni::fgIDString)) ids_.insert(value);
+      if (XMLString::equals(attributes.getType(i), XMLUni::fgIDString)) {
+        ids_.insert(attributes.getValue(i));
+      }
     }
     if (depth_ == 2 && !hasOwnRecord_ && XMLString::equals(name, PlXExtension::_UTF_extension)) {
       hasOwnRecord_ = true;
@@ -154,17 +154,10 @@ class Collector : public DefaultHandler, public PSVIHandler {
   }
 
   void endElement(const XMLCh* const, const XMLCh* const, const XMLCh* const) override { --depth_; }
-  void characters(const XMLCh* const, const XMLSize_t length) override { countText(length); }
   void endDocument() override { isEnded_ = true; }
-
-  // ---- the document type, and what it can make of a text
 
   void startDTD(const XMLCh* const, const XMLCh* const, const XMLCh* const) override {
     hasDoctype_ = true;
-  }
-
-  void internalEntityDecl(const XMLCh* const, const XMLCh* const value) override {
-    if (XMLString::stringLen(value) > longestEntity) refuse("an entity is too long");
   }
 
   InputSource* resolveEntity(const XMLCh* const publicId, const XMLCh* const systemId) override {
@@ -248,30 +241,18 @@ class Collector : public DefaultHandler, public PSVIHandler {
                        });
   }
 
-  void countText(std::size_t length) {
-    characters_ += length;
-    if (hasDoctype_ && characters_ > mostCharacters_) refuse("entities make the text too long");
-  }
-
-  [[noreturn]] void refuse(const std::string& message) {
-    problems_.push_back(here(message, true));
-    throw Stop();
-  }
-
   Problem here(const std::string& message, bool isRefused) const {
     return {{}, locator_->getLineNumber(), locator_->getColumnNumber(), message, isRefused};
   }
 
   ChartErrorHandler library_;
   const bool isBound_;
-  const std::size_t mostCharacters_;
   const Locator* locator_ = nullptr;
   std::vector<Problem> problems_;
   std::vector<std::size_t> typeErrors_;  // those of the current tag, by their index
   std::set<std::u16string> ids_;
   std::vector<Link> links_;
   std::size_t depth_ = 0;
-  std::size_t characters_ = 0;
   bool hasDoctype_ = false;
   bool isRootUnknown_ = false;
   bool hasOwnRecord_ = false;
@@ -289,23 +270,22 @@ std::string placed(const Problem& problem, const std::string& file) {
 }
 
 // Tells the collector what handlers aren't told: the kinds of errors and the XML version.
-class ProblemFinder::Reader : private ReaderGrammars, public SAX2XMLReaderImpl {
+class ProblemFinder::Reader : private ReaderGrammars, public BoundedParser<SAX2XMLReaderImpl> {
  public:
-  Reader() : SAX2XMLReaderImpl(XMLPlatformUtils::fgMemoryManager, &grammars) {
+  Reader() : BoundedParser(&memory, &grammars) {
     setFeature(XMLUni::fgSAX2CoreNameSpaces, true);
     setFeature(XMLUni::fgSAX2CoreValidation, true);
     setFeature(XMLUni::fgXercesDynamic, false);
     setFeature(XMLUni::fgXercesSchema, true);
     setFeature(XMLUni::fgXercesDisableDefaultEntityResolution, true);
-    bounds_.setEntityExpansionLimit(mostExpansions);
-    setProperty(XMLUni::fgXercesSecurityManager, &bounds_);
+    setProperty(XMLUni::fgXercesSecurityManager, &expansions());
   }
 
   // When they can't be read, each document tells so as it reads them itself.
   void readSchemas() {
     const ChartString path(
         (PathFactory::getPathInstance(3)->getFolder() + "grafo-data-2.1.xsd").c_str());
-    Collector collector({}, false);
+    Collector collector(false);
     collector_ = &collector;
     setErrorHandler(&collector);
     setEntityResolver(&collector);
@@ -323,7 +303,7 @@ class ProblemFinder::Reader : private ReaderGrammars, public SAX2XMLReaderImpl {
   }
 
   std::vector<Problem> read(const std::string& text) {
-    Collector collector(text, hasSchemas_);
+    Collector collector(hasSchemas_);
     collector_ = &collector;
     setContentHandler(&collector);
     setLexicalHandler(&collector);
@@ -334,8 +314,13 @@ class ProblemFinder::Reader : private ReaderGrammars, public SAX2XMLReaderImpl {
     try {
       const MemBufInputSource source(reinterpret_cast<const XMLByte*>(text.data()), text.size(),
                                      documentName);
+      const Bounds bounds(*this, text);
+      isWide_ = text.starts_with("\xFE\xFF") || text.starts_with("\xFF\xFE");
+      encoding_.clear();
       parse(source);
     } catch (const Stop&) {
+    } catch (const ParserMemory::Exceeded& e) {
+      collector.addUnplaced(utf8(e.reason));
     }
     return collector.problems();
   }
@@ -353,11 +338,21 @@ class ProblemFinder::Reader : private ReaderGrammars, public SAX2XMLReaderImpl {
 
   void XMLDecl(const XMLCh* const version, const XMLCh* const encoding,
                const XMLCh* const standalone, const XMLCh* const actualEncoding) override {
-    SAX2XMLReaderImpl::XMLDecl(version, encoding, standalone, actualEncoding);
+    BoundedParser::XMLDecl(version, encoding, standalone, actualEncoding);
+    encoding_ = actualEncoding ? actualEncoding : u"";
     collector_->readVersion(version);
   }
 
-  SecurityManager bounds_;
+  // Only a document without a declaration leaves it to its first bytes.
+  const XMLCh* encoding() const override {
+    if (!encoding_.empty()) return encoding_.c_str();
+    return isWide_ ? XMLUni::fgUTF16EncodingString : XMLUni::fgUTF8EncodingString;
+  }
+
+  void refuse(const XMLCh* reason) override { collector_->refuse(utf8(reason)); }
+
+  std::u16string encoding_;
+  bool isWide_ = false;  // starts with the mark of UTF-16
   bool hasSchemas_ = false;
   Collector* collector_ = nullptr;
 };
