@@ -91,12 +91,14 @@ std::string headOf(const VarDataProcessor& store, std::uint64_t total) {
   out.write(&count, sizeof count);
   out.number(total);
   std::uint64_t offset = head.size();
+  constexpr unsigned char unused[entrySize - entryNameAt - sourceNameField] = {};
   for (const auto& [name, bag] : store.sources) {
     const unsigned rows = bag.rowCount();
     out.number(rows);
     out.number(bag.variables.size());
     out.number(offset);
-    out.name(name, entrySize - entryNameAt);
+    out.name(name, sourceNameField);
+    out.write(unused, sizeof unused);
     offset += bag.variables.size() * blockSize(rows);
   }
   return head;
@@ -246,6 +248,8 @@ class StreamReader {
 
  private:
   bool readHeader();
+  bool isInOrder(const unsigned char* table) const;
+  bool readWhole();
   bool readSource(const unsigned char* entry);
   bool readVariable(const std::string& source, std::uint32_t rows);
   bool takeMemory(const _sourcebag& bag, std::uint32_t rows, std::uint32_t variables);
@@ -262,7 +266,8 @@ class StreamReader {
   bool isSwapped_ = false;
   std::uint32_t sourceCount_ = 0;
   std::uint64_t total_ = 0;
-  std::uint64_t end_ = 0;  // of the blocks up to now
+  std::uint64_t tableEnd_ = 0;
+  std::uint64_t end_ = 0;  // of the blocks up to now, if they were in order
   // Columns have a least capacity, and sources of the same name grow together: what they take isn't
   // bounded by the stream's length alone.
   std::uint64_t memoryLeft_ = 0;
@@ -270,9 +275,18 @@ class StreamReader {
       std::make_unique_for_overwrite<unsigned char[]>(pieceSize);
   std::size_t pieceNext_ = 0;
   std::size_t pieceEnd_ = 0;
+  // All behind the table, for sources whose columns stand in another order than they do.
+  std::unique_ptr<unsigned char[]> whole_;
+  const unsigned char* wholeNext_ = nullptr;
 };
 
 bool StreamReader::read(void* out, std::size_t size) {
+  if (whole_) {
+    // Where it leads has been checked.
+    std::memcpy(out, wholeNext_, size);
+    wholeNext_ += size;
+    return true;
+  }
   auto* to = static_cast<unsigned char*>(out);
   while (size > 0 && isWhole_) {
     if (pieceNext_ == pieceEnd_ && size >= pieceSize) {
@@ -300,7 +314,7 @@ bool StreamReader::readHeader() {
   std::memcpy(&count, header + 2, sizeof count);
   sourceCount_ = isSwapped_ ? __builtin_bswap16(count) : count;
   total_ = numberAt(header + 4, isSwapped_);
-  end_ = headerSize + entrySize * std::uint64_t(sourceCount_);
+  tableEnd_ = end_ = headerSize + entrySize * std::uint64_t(sourceCount_);
   const std::uint64_t limit = zlib1211tavo::getInflateLimit();
   memoryLeft_ = std::max(2 * total_, limit);
   return end_ <= total_ && total_ <= limit && total_ / mostInflation <= size_;
@@ -311,9 +325,32 @@ bool StreamReader::readSources() {
   const std::size_t size = entrySize * sourceCount_;
   const auto table = std::make_unique_for_overwrite<unsigned char[]>(size);
   if (!read(table.get(), size)) return false;
+  if (!isInOrder(table.get()) && !readWhole()) return false;
   for (std::size_t at = 0; at < size; at += entrySize) {
     if (!readSource(table.get() + at)) return false;
   }
+  return true;
+}
+
+// False also for some that are refused later.
+bool StreamReader::isInOrder(const unsigned char* table) const {
+  std::uint64_t end = end_;
+  for (std::size_t i = 0; i < sourceCount_ && end <= total_; ++i, table += entrySize) {
+    const std::uint32_t variables = numberAt(table + 4, isSwapped_);
+    if (variables == 0) continue;
+    if (numberAt(table + 8, isSwapped_) != end) return false;
+    const std::uint64_t block = blockSize(numberAt(table, isSwapped_));
+    if (variables > (total_ - end) / block) return true;
+    end += variables * block;
+  }
+  return true;
+}
+
+bool StreamReader::readWhole() {
+  const std::size_t size = total_ - tableEnd_;
+  auto whole = std::make_unique_for_overwrite<unsigned char[]>(size);
+  if (!read(whole.get(), size)) return false;
+  whole_ = std::move(whole);
   return true;
 }
 
@@ -321,8 +358,12 @@ bool StreamReader::readSource(const unsigned char* entry) {
   const std::uint32_t rows = numberAt(entry, isSwapped_);
   const std::uint32_t variables = numberAt(entry + 4, isSwapped_);
   const std::uint32_t offset = numberAt(entry + 8, isSwapped_);
-  if (offset != end_ || variables > (total_ - end_) / blockSize(rows)) return false;
-  end_ += variables * blockSize(rows);
+  // Blocks may overlap, but no more are read than there would be if none did.
+  if (variables > (total_ - end_) / blockSize(rows)) return false;
+  const std::uint64_t bytes = variables * blockSize(rows);
+  if (variables > 0 && (offset < tableEnd_ || offset > total_ - bytes)) return false;
+  end_ += bytes;
+  if (whole_ && variables > 0) wholeNext_ = whole_.get() + (offset - tableEnd_);
 
   const std::string source = nameAt(entry + entryNameAt, sourceNameField);
   const bool isNew = store_.AddDataSource(source, rows);
@@ -380,6 +421,7 @@ double* StreamReader::cellsFor(const std::string& source, const std::string& var
 bool StreamReader::readRest(std::unique_ptr<unsigned char[]>& rest, std::size_t& size) {
   size = total_ - end_;
   rest = std::make_unique_for_overwrite<unsigned char[]>(size);
+  if (whole_) wholeNext_ = whole_.get() + (end_ - tableEnd_);
   isWhole_ = read(rest.get(), size) && pieceNext_ == pieceEnd_ && inflater_.endsHere();
   return isWhole_;
 }

@@ -140,6 +140,7 @@ TEST(DataStream, CutsLongNames) {
   store.SetMaxRow(source, "v", 1);
   store.AddVariable(source, std::string(288, 'v'), nullptr);
   store.AddVariable(source, std::string(287, 'w'), nullptr);
+  EXPECT_EQ(blockOf(store).substr(8 + 12, 68), std::string(64, 's') + std::string(4, '\0'));
   VarDataProcessor again;
   ASSERT_TRUE(read(again, streamOf(store)));
   std::vector<std::string> names;
@@ -286,6 +287,42 @@ TEST(DamagedStream, WithNumbersThatLie) {
     EXPECT_FALSE(readBlock(store, changed)) << lie.what;
     EXPECT_EQ(store.sources.size(), lie.sourcesRead) << lie.what;
   }
+}
+
+// An entry's offset alone tells where its columns are.
+TEST(DataStream, MayHaveItsColumnsInAnyOrder) {
+  VarDataProcessor store;
+  for (const char* source : {"a", "b", "c"}) {
+    store.AddDataSource(source, 1);
+    store.AddVariable(source, "v", nullptr);
+    store.SetMaxRow(source, "v", *source - 'a' + 1);
+    store.SetStringVariableValue(source, "v", 0, source);
+  }
+  store.AddDataSource("empty", 0);
+  const std::string block = blockOf(store);
+  constexpr unsigned first = 8 + 4 * 80;
+  constexpr unsigned sizes[] = {288 + 8, 288 + 16, 288 + 24};
+  const std::string columns[] = {block.substr(first, sizes[0]),
+                                 block.substr(first + sizes[0], sizes[1]),
+                                 block.substr(first + sizes[0] + sizes[1], sizes[2])};
+  const std::string expected = contentOf(store);
+  int order[] = {0, 1, 2};
+  do {
+    std::string changed = block.substr(0, first);
+    for (const int source : order) {
+      const auto offset = static_cast<unsigned>(changed.size());
+      std::memcpy(changed.data() + 8 + 80 * source + 8, &offset, sizeof offset);
+      changed += columns[source];
+    }
+    changed += block.substr(changed.size());
+    ASSERT_TRUE(readBlock(store, changed));
+    EXPECT_EQ(contentOf(store), expected);
+  } while (std::next_permutation(std::begin(order), std::end(order)));
+  // Two sources may share theirs.
+  std::string shared = block;
+  std::memcpy(shared.data() + 8 + 80 + 8, &first, sizeof first);
+  EXPECT_TRUE(readBlock(store, shared));
+  EXPECT_EQ(store.sources.at("b").variables.size(), 1u);
 }
 
 // Many sources of one name, each of which would have all columns before it grow.
