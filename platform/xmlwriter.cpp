@@ -55,7 +55,7 @@ class Writer {
                                       ? static_cast<const DOMDocument*>(&top)
                                       : top.getOwnerDocument();
     isXml11_ = document && XMLString::equals(document->getXmlVersion(), u"1.1");
-    keepsEntities_ = document && document->getDoctype();
+    hasDoctype_ = document && document->getDoctype();
 
     const DOMNode* node = &top;
     while (node) {
@@ -98,7 +98,7 @@ class Writer {
         writeCData(node.getNodeValue());
         return false;
       case DOMNode::ENTITY_REFERENCE_NODE:
-        if (!keepsEntities_) return node.hasChildNodes();
+        if (!hasDoctype_) return node.hasChildNodes();
         out_.append('&');
         write(node.getNodeName(), Place::Raw);
         out_.append(';');
@@ -156,8 +156,19 @@ class Writer {
     if (id) writeAttribute(*id);
     for (XMLSize_t i = 0; i < count; ++i) {
       const DOMNode* attribute = attributes.item(i);
-      if (attribute != id) writeAttribute(*attribute);
+      if (attribute != id && !isSecond(attributes, i)) writeAttribute(*attribute);
     }
+  }
+
+  // The parser makes two attributes of a default of the document type that has a prefix: one with
+  // its namespace and one without. A text can have but one, and that is the one the text had.
+  bool isSecond(const DOMNamedNodeMap& attributes, XMLSize_t index) const {
+    if (!hasDoctype_) return false;
+    const DOMNode* attribute = attributes.item(index);
+    const XMLCh* name = attribute->getNodeName();
+    if (XMLString::indexOf(name, u':') < 0) return false;
+    const DOMNode* named = attributes.getNamedItem(name);
+    return named && named != attribute;
   }
 
   void writeAttribute(const DOMNode& attribute) {
@@ -346,7 +357,7 @@ class Writer {
   TextBuffer& out_;
   const bool whiteSpace_;
   bool isXml11_ = false;
-  bool keepsEntities_ = false;
+  bool hasDoctype_ = false;
   std::vector<Parent> parents_;  // asking a node for its parent takes longer
   std::size_t depth_ = 0;
   std::string wide_;  // scratch

@@ -36,15 +36,70 @@ void append(std::vector<DOMElement*>& sources, const std::vector<Source*>& objec
   for (const Source* object : objects) sources.push_back(object->getImplementation());
 }
 
-// Prefixes that the chart's root declares and the data's root doesn't: sources may use them.
-void keepPrefixes(const DOMElement& chartRoot, DOMElement& dataRoot) {
+bool isNamespace(const XMLCh* name) {
+  return XMLString::equals(name, u"xmlns") || XMLString::startsWith(name, u"xmlns:");
+}
+
+// What the chart's root declares and the data's root doesn't: sources may use it. The data's root
+// has a prefix, so that the default namespace is the sources' alone.
+void keepNamespaces(const DOMElement& chartRoot, DOMElement& dataRoot) {
   const DOMNamedNodeMap* attributes = chartRoot.getAttributes();
   for (XMLSize_t i = 0; i < attributes->getLength(); ++i) {
     const DOMNode* attribute = attributes->item(i);
     const XMLCh* name = attribute->getNodeName();
-    if (XMLString::startsWith(name, u"xmlns:") && !dataRoot.hasAttribute(name)) {
+    if (!isNamespace(name)) continue;
+    if (XMLString::equals(name, u"xmlns") || !dataRoot.hasAttribute(name)) {
       dataRoot.setAttribute(name, attribute->getNodeValue());
     }
+  }
+}
+
+// Texts of different versions can't be put together: some characters stand for themselves in one
+// only.
+void takeVersion(DOMDocument& document, const DOMNode& from) {
+  const bool isNewer = XMLString::equals(from.getOwnerDocument()->getXmlVersion(), u"1.1");
+  document.setXmlVersion(isNewer ? u"1.1" : u"1.0");
+}
+
+// The document of the merged chart, with a root like the chart's.
+OwnedDocument frameOf(const DOMElement& chartRoot, const DOMElement& dataRoot,
+                      const XMLCh* encoding) {
+  OwnedDocument frame(ChartBase::createPlXDocument(encoding));
+  DOMElement* root = frame->getDocumentElement();
+  takeVersion(*frame, chartRoot);
+  if (chartRoot.getPrefix() && *chartRoot.getPrefix()) {
+    root->removeAttribute(u"xmlns");
+    root = static_cast<DOMElement*>(
+        frame->renameNode(root, chartRoot.getNamespaceURI(), chartRoot.getNodeName()));
+  }
+  constexpr const XMLCh* instance = u"http://www.w3.org/2001/XMLSchema-instance";
+  if (chartRoot.hasAttributeNS(instance, u"schemaLocation")) {
+    root->removeAttribute(u"xsi:schemaLocation");
+  }
+  ChartBase::mergeAttributes(&chartRoot, root);
+  const DOMNamedNodeMap* attributes = dataRoot.getAttributes();
+  for (XMLSize_t i = 0; i < attributes->getLength(); ++i) {
+    const XMLCh* name = attributes->item(i)->getNodeName();
+    const bool isOwn = dataRoot.getPrefix() && XMLString::equals(name + 6, dataRoot.getPrefix());
+    if (XMLString::startsWith(name, u"xmlns:") && !isOwn && !root->hasAttribute(name)) {
+      root->setAttribute(name, attributes->item(i)->getNodeValue());
+    }
+  }
+  return frame;
+}
+
+// Declares on a source what its names mean in the data's document, but not in the chart's.
+void declareNamespaces(DOMElement& source, const DOMElement& dataRoot,
+                       const DOMElement& chartRoot) {
+  const bool hasPrefix = source.getPrefix() && *source.getPrefix();
+  const DOMNamedNodeMap* attributes = dataRoot.getAttributes();
+  for (XMLSize_t i = 0; i < attributes->getLength(); ++i) {
+    const XMLCh* name = attributes->item(i)->getNodeName();
+    const XMLCh* value = attributes->item(i)->getNodeValue();
+    if (!isNamespace(name) || source.hasAttribute(name)) continue;
+    const bool isDefault = XMLString::equals(name, u"xmlns");
+    if (isDefault ? hasPrefix : !chartRoot.hasAttribute(name)) continue;
+    if (!XMLString::equals(value, chartRoot.getAttribute(name))) source.setAttribute(name, value);
   }
 }
 
@@ -61,8 +116,8 @@ std::string closeText(const DOMDocument& document) {
 }
 
 // The children of the data's root by id; the first of several counts.
-std::unordered_map<std::u16string_view, const DOMElement*> sourcesById(const DOMElement& dataRoot) {
-  std::unordered_map<std::u16string_view, const DOMElement*> sources;
+std::unordered_map<std::u16string_view, DOMElement*> sourcesById(const DOMElement& dataRoot) {
+  std::unordered_map<std::u16string_view, DOMElement*> sources;
   for (DOMElement* source = firstElement(&dataRoot); source; source = nextElement(source)) {
     sources.emplace(source->getAttribute(PlXUni::_id), source);
   }
@@ -85,10 +140,10 @@ std::string miscText(const DOMNode* first, const DOMNode* end) {
 
 // The chart's text with the data's sources in the place of their placeholders. Everything is
 // printed from where it stands: copying would cost as much as parsing did.
-std::string mergedText(const DOMElement& chartRoot, const DOMElement& dataRoot,
-                       const XMLCh* encoding) {
-  const OwnedDocument frame(ChartBase::createPlXDocument(encoding));
-  ChartBase::mergeAttributes(&chartRoot, frame->getDocumentElement());
+std::string mergedText(const DOMElement& chartRoot, DOMDocument& data, const XMLCh* encoding) {
+  const DOMElement& dataRoot = *data.getDocumentElement();
+  takeVersion(data, chartRoot);
+  const OwnedDocument frame = frameOf(chartRoot, dataRoot, encoding);
   const auto sources = sourcesById(dataRoot);
 
   std::string start = openText(*frame);
@@ -102,37 +157,84 @@ std::string mergedText(const DOMElement& chartRoot, const DOMElement& dataRoot,
       continue;
     }
     const auto source = sources.find(static_cast<DOMElement*>(child)->getAttribute(PlXUni::_id));
-    if (source != sources.end()) writeXml(*source->second, text);
+    if (source == sources.end()) continue;
+    declareNamespaces(*source->second, dataRoot, chartRoot);
+    writeXml(*source->second, text);
   }
   text.append(closeText(*frame));
   text.append(miscText(chartRoot.getNextSibling(), nullptr));
   return text.take();
 }
 
-// True for a data document in which the scanner of XmlDataHandler could take something for what it
-// isn't: it knows no comments, no sections of text and no prefixes.
-bool isForParsers(const std::string& text) {
-  return text.find("<!") != text.npos || text.find(":embeddedSource") != text.npos;
+// What the scanner of XmlDataHandler knows of a data document: these elements, with this attribute
+// and no other, without prefixes.
+struct ScannedElement {
+  std::string_view name;
+  std::string_view attribute;
+};
+constexpr ScannedElement scannedElements[] = {
+    {"row", ""}, {"names", ""}, {"embeddedSource", "id"}, {"source", "id"}, {"dataValue", "name"}};
+
+const ScannedElement* scannedElement(std::string_view name) {
+  const auto* found = std::ranges::find(scannedElements, name, &ScannedElement::name);
+  return found == std::end(scannedElements) ? nullptr : found;
+}
+
+// `tag` starts behind its '<' and may end anywhere.
+bool isScannedRight(std::string_view tag) {
+  if (tag.starts_with('!') || tag.starts_with('?')) return false;
+  const bool isEnd = tag.starts_with('/');
+  if (isEnd) tag.remove_prefix(1);
+  const std::string_view name = tag.substr(0, tag.find_first_of(" \t\r\n/>"));
+  const ScannedElement* known = scannedElement(name.substr(name.find(':') + 1));
+  if (!known) return true;
+  tag.remove_prefix(name.size());
+  if (name.size() != known->name.size()) return false;
+  if (isEnd) return tag.starts_with('>');
+  if (known->attribute.empty()) return tag.starts_with('>') || tag.starts_with("/>");
+  std::string attribute = " ";
+  attribute.append(known->attribute).append("=\"");
+  return tag.starts_with(attribute);
+}
+
+// True for a data document in which the scanner could take something for what it isn't.
+bool isForParsers(std::string_view text) {
+  std::size_t at = text.find('<');
+  if (at != text.npos && text.substr(at).starts_with("<?xml ")) at = text.find('<', at + 1);
+  for (; at != text.npos; at = text.find('<', at + 1)) {
+    if (!isScannedRight(text.substr(at + 1))) return true;
+  }
+  return false;
 }
 
 // Rewrites the sources as the scanner reads them.
 void simplify(DOMDocument& data) {
-  std::vector<DOMNode*> rewritten;
+  std::vector<DOMElement*> elements;
+  std::vector<DOMNode*> others;
   walkElements(data.getDocumentElement(), [&](DOMElement* element) {
-    if (element->getPrefix() && *element->getPrefix()) rewritten.push_back(element);
+    elements.push_back(element);
     for (DOMNode* node = element->getFirstChild(); node; node = node->getNextSibling()) {
       const short kind = node->getNodeType();
-      if (kind == DOMNode::COMMENT_NODE || kind == DOMNode::CDATA_SECTION_NODE) {
-        rewritten.push_back(node);
-      }
+      if (kind != DOMNode::ELEMENT_NODE && kind != DOMNode::TEXT_NODE) others.push_back(node);
     }
     return true;
   });
-  for (DOMNode* node : rewritten) {
-    if (node->getNodeType() == DOMNode::ELEMENT_NODE) {
-      data.renameNode(node, node->getNamespaceURI(), std::u16string(node->getLocalName()).c_str());
-      continue;
+  for (DOMElement* element : elements) {
+    const std::u16string name(dialect::localName(element));
+    const ScannedElement* known = scannedElement(ChartString(name.c_str()).toUTF8());
+    if (!known) continue;
+    const ChartString attribute(std::string(known->attribute).c_str());
+    const DOMNamedNodeMap* attributes = element->getAttributes();
+    for (XMLSize_t i = attributes->getLength(); i-- > 0;) {
+      DOMNode* node = attributes->item(i);
+      if (XMLString::equals(node->getNodeName(), attribute.xc_str())) continue;
+      element->removeAttributeNode(static_cast<DOMAttr*>(node))->release();
     }
+    if (element->getPrefix() && *element->getPrefix()) {
+      data.renameNode(element, element->getNamespaceURI(), name.c_str());
+    }
+  }
+  for (DOMNode* node : others) {
     DOMNode* parent = node->getParentNode();
     if (node->getNodeType() == DOMNode::CDATA_SECTION_NODE) {
       parent->insertBefore(data.createTextNode(node->getNodeValue()), node);
@@ -204,7 +306,8 @@ void ChartTransformer::separateData() {
     ids.emplace_back(source->getId());
   }
   const OwnedDocument frame(createDataDocument(_utf8));
-  keepPrefixes(*model_->getImplementation(), *frame->getDocumentElement());
+  keepNamespaces(*model_->getImplementation(), *frame->getDocumentElement());
+  takeVersion(*frame, *model_->getImplementation());
   TextBuffer text;
   text.append(openText(*frame));
   for (const DOMElement* source : sources) writeXml(*source, text);
@@ -258,7 +361,7 @@ std::string ChartTransformer::getEntireXML(const XMLCh* encoding) {
     if (model_->getUserSources().empty()) return model_->AsUTF8();
     const OwnedDocument data(readData(Owner::Caller));
     if (!data) return model_->AsUTF8();
-    return mergedText(*model_->getImplementation(), *data->getDocumentElement(), encoding);
+    return mergedText(*model_->getImplementation(), *data, encoding);
   } catch (const TavoGoToCaller&) {
     throw;
   } catch (...) {

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <limits>
 #include <unordered_map>
+#include <utility>
 
 #include "numbertext.h"
 #include "vardataprocessor.h"
@@ -181,7 +182,8 @@ class Filler {
   // Names that are empty are those of a source without variables, too.
   void add(std::string name) {
     columns_.push_back({.name = std::move(name), .info = {}});
-    gathered_.resize(columns_.size() * most, VarDataProcessor::systemMissing);
+    gathered_.resize(columns_.size() * most);
+    given_.push_back(0);
     if (keep_ == Keep::All && !columns_.back().name.empty()) create(columns_.back());
   }
 
@@ -198,6 +200,7 @@ class Filler {
 
   void put(std::size_t column, double value) {
     gathered_[column * most + place_] = value;
+    given_[column] |= static_cast<unsigned char>(1U << place_);
     touched_ = std::max(touched_, column + 1);
   }
 
@@ -232,14 +235,14 @@ class Filler {
 
   void flush() {
     for (std::size_t i = 0; i < touched_; ++i) {
+      const unsigned given = std::exchange(given_[i], 0);
+      if (given == 0) continue;
       Column& column = columns_[i];
-      double* values = &gathered_[i * most];
+      if (!column.cells) create(column);
       for (unsigned place = 0; place < most; ++place) {
-        if (values[place] == VarDataProcessor::systemMissing) continue;
-        if (!column.cells) create(column);
-        column.cells[first_ + place] = values[place];
+        if ((given >> place & 1) == 0) continue;
+        column.cells[first_ + place] = gathered_[i * most + place];
         column.rows = first_ + place + 1;
-        values[place] = VarDataProcessor::systemMissing;
       }
     }
     touched_ = 0;
@@ -267,8 +270,9 @@ class Filler {
   Budget& budget_;
   std::uint64_t capacity_ = 0;
   std::vector<Column> columns_;
-  std::vector<double> gathered_;  // `most` rows of each column from row `first_` on
-  std::size_t touched_ = 0;       // columns, up to the last that a value is gathered for
+  std::vector<double> gathered_;      // `most` rows of each column from row `first_` on
+  std::vector<unsigned char> given_;  // those of them that have a value, a bit each
+  std::size_t touched_ = 0;           // columns, up to the last that a value is gathered for
   unsigned first_ = 0;
   unsigned place_ = 0;
 };

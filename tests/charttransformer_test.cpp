@@ -37,6 +37,18 @@ std::string content(const std::string& text) {
   return text.substr(start, text.rfind("</") - start);
 }
 
+// Empty without a stream.
+std::string streamOf(ChartTransformer& chart) {
+  unsigned long size = 99;
+  const std::unique_ptr<unsigned char[]> stream(chart.getCompressedDataStream(size));
+  EXPECT_EQ(stream == nullptr, size == 0);
+  return {reinterpret_cast<const char*>(stream.get()), size};
+}
+
+const unsigned char* bytesOf(const std::string& stream) {
+  return reinterpret_cast<const unsigned char*>(stream.data());
+}
+
 TEST(Transformer, PutsPlaceholdersForEmbeddedSources) {
   ChartTransformer chart(chartText(first + second + "<graph id=\"g\"/><userSource id=\"u\"/>"));
   EXPECT_EQ(content(chart.getXML(nullptr)),
@@ -96,6 +108,45 @@ TEST(Transformer, KeepsThePrefixesOfItsData) {
   EXPECT_EQ(content(chart.getEntireXML(nullptr)),
             "<c:embeddedSource id=\"a\"><c:row>1</c:row></c:embeddedSource>");
   EXPECT_TRUE(ChartBase::ValidXML(chart.getEntireXML(nullptr)));
+}
+
+// What is merged can be opened, and is of the chart's version.
+TEST(Transformer, MergesWhatCanBeOpened) {
+  const std::string first =
+      " xmlns:i='http://www.w3.org/2001/XMLSchema-instance' i:schemaLocation='" CHARTXML_HOST
+      "/visualization " CHARTXML_HOST "/visualization/grafo-2.9.xsd'";
+  const std::string viz = "='" CHARTXML_HOST "/visualization'";
+  const std::string source = "<embeddedSource id='a'><names>x</names><row>1</row></embeddedSource>";
+  const std::string prefixed =
+      "<c:embeddedSource id='a'><c:names>x</c:names><c:row>1</c:row></c:embeddedSource>";
+  const std::string texts[] = {
+      "<visualization xmlns" + viz + first + ">" + source + "</visualization>",
+      "<c:visualization xmlns:c" + viz + " xmlns='urn:other'" + first + ">" + prefixed +
+          "</c:visualization>",
+      "<c:visualization xmlns:c" + viz + first + ">" + prefixed + "</c:visualization>",
+      "<?xml version='1.1'?><visualization xmlns" + viz + first +
+          "><embeddedSource id='a'><names>&#x1;</names><row>1</row></embeddedSource>"
+          "</visualization>"};
+  for (const std::string& text : texts) {
+    ASSERT_TRUE(ChartBase::ValidXML(text)) << text;
+    ChartTransformer chart(text);
+    const std::string entire = chart.getEntireXML(nullptr);
+    EXPECT_TRUE(ChartBase::ValidXML(entire)) << entire;
+    EXPECT_NE(entire.find("id=\"a\""), entire.npos) << entire;
+    EXPECT_EQ(entire.find("&#x1;") != entire.npos, text.find("&#x1;") != text.npos);
+    EXPECT_NE(chart.getDataDocument(), nullptr);
+    // The data of a stream has no prefixes, other data may have its own.
+    const std::string stream = streamOf(chart);
+    ChartTransformer other(chart.getCompressedXML(), bytesOf(stream), stream.size());
+    EXPECT_TRUE(ChartBase::ValidXML(other.getEntireXML(nullptr))) << other.getEntireXML(nullptr);
+    std::string data = inflated(chart.getCompressedData());
+    data = std::regex_replace(data, std::regex("(</?)(c:)?(embeddedSource|names|row)"), "$1d:$3");
+    data.insert(data.find(" xmlns"), " xmlns:d" + viz);
+    ChartTransformer third(chart.getCompressedXML(), packed(data));
+    const std::string merged = third.getEntireXML(nullptr);
+    EXPECT_TRUE(ChartBase::ValidXML(merged)) << merged;
+    EXPECT_NE(merged.find("<d:row>1</d:row>"), merged.npos) << merged;
+  }
 }
 
 TEST(Transformer, GivesSourcesWithoutAnIdOne) {
@@ -169,18 +220,6 @@ TEST(Transformer, ShowsPlaceholdersWhenTheDataIsDamaged) {
   }
 }
 
-// Empty without a stream.
-std::string streamOf(ChartTransformer& chart) {
-  unsigned long size = 99;
-  const std::unique_ptr<unsigned char[]> stream(chart.getCompressedDataStream(size));
-  EXPECT_EQ(stream == nullptr, size == 0);
-  return {reinterpret_cast<const char*>(stream.get()), size};
-}
-
-const unsigned char* bytesOf(const std::string& stream) {
-  return reinterpret_cast<const unsigned char*>(stream.data());
-}
-
 TEST(Transformer, TakesAndGivesItsDataAsAStream) {
   const std::string source =
       "<embeddedSource id=\"a\"><names>y;x&amp;y</names><row>;1.5</row><row>3;</row>"
@@ -195,7 +234,11 @@ TEST(Transformer, TakesAndGivesItsDataAsAStream) {
       "<embeddedSource id='a'><!-- <row>7;8</row> --><names>y<!-- ; -->;x&amp;y</names>"
       "<row>;<![CDATA[1.5]]></row><row>3;<!-- 4 --></row></embeddedSource><graph id='g'/>",
       "<!-- --><v:embeddedSource id='a'><v:names>y;x&amp;y</v:names><v:row>;1.5</v:row>"
-      "<v:row>3;</v:row></v:embeddedSource><v:graph id='g'/>"};
+      "<v:row>3;</v:row></v:embeddedSource><v:graph id='g'/>",
+      "<embeddedSource id='a'><names>y;x&amp;y</names><?x <row>7;8</row>?>"
+      "<row xmlns='" CHARTXML_HOST
+      "/visualization'>;1.5</row><row>3<?x ;?>;</row>"
+      "</embeddedSource><graph id='g'/>"};
   for (const std::string& text : texts) {
     std::string written = chartText(text);
     if (text.find("v:") != text.npos) {

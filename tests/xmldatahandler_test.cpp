@@ -103,6 +103,8 @@ TEST(XmlData, ReadsCells) {
       {"1e400;1e-400;0x", "a;b;c", "INF;0;0"},
       {"x;1,5; ", "a;b;c", "0;1;0"},
       {"nan", "a", "NaN"},
+      // The number that stands for a missing one is given all the same.
+      {"1;-1.7976931348623157e308;", "a;b", "1;"},
       // References
       {"&#49;&#x30;;1&#48;;&lt;3", "a;b;c", "10;10;0"},
       {"&lt;;2&amp;;&bad", "a;b;c", "0;2;0"},
