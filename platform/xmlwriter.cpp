@@ -160,15 +160,21 @@ class Writer {
     }
   }
 
-  // The parser makes two attributes of a default of the document type that has a prefix: one with
-  // its namespace and one without. A text can have but one, and that is the one the text had.
+  // The parser makes two attributes of a prefixed one that a document type defaults: as the text
+  // has it, and as the default. They stand side by side; a text can have but one of them.
   bool isSecond(const DOMNamedNodeMap& attributes, XMLSize_t index) const {
     if (!hasDoctype_) return false;
-    const DOMNode* attribute = attributes.item(index);
-    const XMLCh* name = attribute->getNodeName();
-    if (XMLString::indexOf(name, u':') < 0) return false;
-    const DOMNode* named = attributes.getNamedItem(name);
-    return named && named != attribute;
+    const auto* attribute = static_cast<const DOMAttr*>(attributes.item(index));
+    const auto isSame = [&](const DOMNode* other) {
+      return other && XMLString::equals(other->getNodeName(), attribute->getNodeName());
+    };
+    const DOMNode* before = index > 0 ? attributes.item(index - 1) : nullptr;
+    if (isSame(before)) {
+      return static_cast<const DOMAttr*>(before)->getSpecified() || !attribute->getSpecified();
+    }
+    const DOMNode* after = attributes.item(index + 1);
+    return isSame(after) && static_cast<const DOMAttr*>(after)->getSpecified() &&
+           !attribute->getSpecified();
   }
 
   void writeAttribute(const DOMNode& attribute) {

@@ -70,7 +70,18 @@ INSTANTIATE_TEST_SUITE_P(
                         "<!--" + std::string(9000, 'x') + "\x93\xFA\x96\x7B -->"),
         withGrammar("<a xmlns:p='urn:p' p:v='1'><p:b xmlns:p='urn:q'/></a>",
                     "<!ATTLIST a p:v CDATA #IMPLIED><!ELEMENT p:b EMPTY>"
-                    "<!ATTLIST p:b xmlns:p CDATA #IMPLIED>")));
+                    "<!ATTLIST p:b xmlns:p CDATA #IMPLIED>"),
+        withGrammar("<a xmlns:p='urn:p'><b/><a p:v='1' p:w='2'/></a>",
+                    "<!ATTLIST a p:v CDATA 'd' p:w CDATA 'd' p:x CDATA #FIXED 'd'>")));
+
+TEST(Print, WritesEachNameOnce) {
+  ChartBase base;
+  const DOMDocument* document = base.parseDocument(withGrammar(
+      "<a xmlns:p='urn:p'><a p:v='1'/></a>", "<!ATTLIST a p:v CDATA 'd' p:w CDATA 'e'>"));
+  ASSERT_NE(document, nullptr);
+  const std::string text = printed(document);
+  EXPECT_NE(text.find("<a p:v=\"1\" p:w=\"e\"/>"), text.npos) << text;
+}
 
 TEST(PrinterOfBuiltTrees, WritesWhatXmlCanHold) {
   ChartBase base;
