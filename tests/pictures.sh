@@ -1,6 +1,7 @@
 #!/bin/bash
 # pictures.sh [TEMPLATE...]: draws the pages of all examples, as they are and after each template of
-# examples/templates, to be looked at by hand after a release build:
+# examples/templates but all-commands.xml, which is no look of a chart. To be looked at by hand after
+# a release build:
 #
 #   build/pictures/TEMPLATE/EXAMPLE.svg         the page with its own places
 #   build/pictures/TEMPLATE/EXAMPLE.packed.svg  the page as `chartxml pack` lays it out
@@ -14,7 +15,11 @@ cd "$(dirname "$0")/.." || exit 2
 tool=${CHARTXML:-build/release/bin/chartxml}
 pictures=build/pictures
 templates=("$@")
-(($#)) || templates=(examples/templates/*.xml)
+if (($# == 0)); then
+  for template in examples/templates/*.xml; do
+    [[ $template == */all-commands.xml ]] || templates+=("$template")
+  done
+fi
 work=$(mktemp -d) || exit 2
 trap 'rm -rf "$work"' EXIT
 
