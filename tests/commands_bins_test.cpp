@@ -233,6 +233,16 @@ TEST(ScatterplotBinning, UsesLegendsAgain) {
   EditedChart without(variables + graph(binned) + "<extension frameLegendBin='gone'/>");
   without.apply(command);
   EXPECT_EQ(told(without, {"legend", "legendTarget"}), "");
+  // One that there is keeps its colours, and its points what their author had them show.
+  EditedChart known(
+      variables + graph("<point><x variable='n'/><colorComponent id='own' high='1'/></point>") +
+      "<legend id='l' style='s'/>" + style("color='red'") + "<extension frameLegendBin='l'/>");
+  known.apply(command);
+  EXPECT_TRUE(
+      told(known, {"colorComponent", "legend"})
+          .starts_with(
+              "colorComponent high=1; colorComponent affect=main high=0.1 low=0.9 type=brightness "
+              "variable=n; legend style=[color=red]"));
   EditedChart unnamed(variables + graph(binned));
   unnamed.apply("<setScatterplotBinning/>");
   EXPECT_EQ(told(unnamed, {"label", "text"}), "label; text text=Scale");

@@ -63,21 +63,21 @@ bool TAddPieEffects::ProcessCommand() {
   const Parameters given = readParameters(*command);
   std::vector<PlXInterval*> pies;
   getIntervalElements(pies, true);
-  const DOMNode* tilted = nullptr;
+  bool isAny = false;
   for (PlXInterval* pie : pies) {
     DOMNode* parent = pie->getImplementation()->getParentNode();
     auto* graph = dynamic_cast<PlXGraph*>(target.objectOf(static_cast<DOMElement*>(parent)));
     if (!graph) continue;
     for (PlXCoordinates* block : graph->getCoordinatess()) {
       flatten(*block);
-      if (parent != tilted) tilt(*block, given);
+      tilt(*block, given);
     }
-    tilted = parent;
+    isAny = true;
     PlXStyle& style =
         ensuredStyle(*pie, &CTElementType::getStyle, &CTElementType::setStyle, pie->getId());
     removeShadow(style);
     if (given.zLocation) pie->setZLocation(*given.zLocation);
     if (!given.depth.empty()) style.setDepth(given.depth.xc_str());
   }
-  return tilted;
+  return isAny;
 }
