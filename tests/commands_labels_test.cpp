@@ -54,13 +54,14 @@ std::string chartOf(const std::string& data, const std::string& shape, const std
   const std::string tag = element.substr(0, element.find(' '));
   const bool isRange = element.ends_with("+");
   const bool isOfCounts = element.ends_with("#");
-  std::string content = isOfCounts ? "<x variable='n'/>" : "<x variable='c'/>";
+  const bool hasX = !element.ends_with("!");
+  std::string content = isOfCounts ? "<x variable='n'/>" : hasX ? "<x variable='c'/>" : "";
   content += isRange ? "<y variable='e'/>" : "<y variable='v'/>";
   if (shape == "stacked") content += "<color variable='other'/><styleBy variable='g'/>";
   if (shape == "polar") content += "<color variable='g'/><styleBy variable='other'/>";
   std::istringstream statistics(element.substr(tag.size()));
   for (std::string each; statistics >> each;) {
-    if (each == "+" || each == "#") continue;
+    if (each == "+" || each == "#" || each == "!") continue;
     const bool isKind = each == "bin" || each == "tukey" || each == "distribution" ||
                         each == "region" || each == "smooth";
     content += isKind ? "<" + each + "Statistic/>"
@@ -143,6 +144,7 @@ bare | polar | interval mean | 0 0 0 0 c v 0 g g v
 bare | polar | interval count | 0 c 0 c.count- c v 0 g g c
 bare | polar | interval percentCount | 0 c 0 c.percentCount- c v 0 g g c
 bare | polar | interval range | 0 0 0 0 c.maximum,c.minimum v.maximum,v.minimum 0 g.maximum,g.minimum g.maximum,g.minimum v.maximum,v.minimum
+rows | polar | interval ! | 0 0 0 0 other v 0 0 0 v
 bare | polar | line region | 0 0 0 0 0 0 0 0 0 0
 rows | polar | point | case n name p c v 0 g g name
 rows | polar | interval count | 0 n name p.count- c v 0 g g name
@@ -392,6 +394,26 @@ constexpr CommandCase cases[] = {
      "<summaryStatistic method='minimum'/></labeling></interval></graph>"
      "<style id='c-o-n-t-a-i-n-er'><style id='text1' color='white' color2='black'/>"
      "<style id='labeling1' font-size='7pt 6pt'/><style id='style1'/></style>"},
+    // What the source chart states of an element or a label, and a range with a name
+    {"<sourceVariable id='o'/><expressionVariable id='e' expression='a+b' "
+     "label='span'/><graph><edge id='i' style='s'>"
+     "<y variable='e'/><summaryStatistic method='range'/><labeling id='l' variable='o' style='s' "
+     "textFrameStyle='s'><summaryStatistic method='maximum'/></labeling></edge></graph>"
+     "<style id='s' color='red' color2='red'/>",
+     "<addDataLabels showCollidingLabels='true' connectingLines='true'/>",
+     "<sourceVariable id='o'/><expressionVariable id='e' expression='a+b' label='span'/>"
+     "<graph><edge id='i' style='s'><y variable='e'/><summaryStatistic method='range'/>"
+     "<labeling id='l' style='s' textFrameStyle='s' variable='o'>"
+     "<summaryStatistic method='maximum'/></labeling>"
+     "<labeling connectingLines='true' style='labeling1' textFrameStyle='text1' variable='e'>"
+     "<summaryStatistic method='maximum'/></labeling>"
+     "<labeling connectingLines='true' style='labeling1' textFrameStyle='text1' variable='e'>"
+     "<summaryStatistic method='minimum'/></labeling></edge></graph>"
+     "<style id='s' color='red' color2='red'/><style id='c-o-n-t-a-i-n-er'>"
+     "<style id='text1' color='white' color2='black'/>"
+     "<style id='labeling1' font-size='7pt 6pt'/></style>",
+     "<graph><edge id='i' showCollidingLabels='false'><labeling id='l' connectingLines='false'/>"
+     "</edge></graph>"},
 };
 
 TEST(DataLabels, AreWritten) {

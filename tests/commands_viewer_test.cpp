@@ -22,7 +22,8 @@ const std::string threeGraphs =
     "<relabel from='2' to='South'/></format></sourceVariable>"
     "<sourceVariable id='d' categorical='true'><format><relabel from='7' to='North'/></format>"
     "</sourceVariable>"
-    "<graph id='g'><coordinates><dimension/><dimension/></coordinates><point><x variable='d'/>"
+    "<graph id='g'><coordinates><dimension/><dimension/><dimension/></coordinates><point><x "
+    "variable='d'/>"
     "<y variable='d'/></point><point><x variable='c'/></point></graph>"
     "<graph id='h'><coordinates><dimension/></coordinates><point><x variable='d'/></point></graph>"
     "<graph id='p'><coordinates><polarTransform/><dimension/></coordinates></graph>";
@@ -31,7 +32,7 @@ TEST(AnchoredAnnotation, StandsAtItsPlace) {
   const ChartBase holder;
   // Attributes and children | graphs and places
   constexpr const char* table = R"(
-x='1' y='2' z='3'> | g:1,2, h:1,,
+x='1' y='2' z='3'> | g:1,2,3 h:1,,
 x='North' xcategorical='true'> | g:7,, h:7,,
 x='South' xcategorical='true'> | g:2,,
 x='West' xcategorical='true'> | 0
@@ -239,6 +240,14 @@ TEST(DrillDowns, AreLinksThatGoWithTheirPart) {
   PlXGraph* graph = chart.chart().getGraphs().front();
   graph->removeElement(*graph->getPoints().front());
   EXPECT_EQ(chart.body(), "<graph/><extension drillDown='true'/>");
+}
+
+TEST(DrillDowns, RepeatThePartsOfTheChartAHundredTimes) {
+  std::string graphs;
+  for (int i = 0; i < 120; ++i) graphs += "<graph/>";
+  EditedChart chart(graphs + "<legend><label/></legend>");
+  chart.apply("<addDrillDown/>");
+  EXPECT_EQ(chart.chart().getExtensions().size(), 100);
 }
 
 constexpr CommandCase cases[] = {
