@@ -74,10 +74,12 @@ bool TSetCategorySorting::ProcessCommand() {
   const std::optional<Sorting> sorting = readSorting(*command);
   if (!sorting) return false;
   const bool isOfLegend = isTrue(*command, u"useGroupVar");
+  const ChartString role = isOfLegend ? ChartString(PlXUni::_legend) : attribute(PlXUni::_role);
+  // The word alone doesn't ask for the legend here, as it does in the other commands.
+  if (!isOfLegend && role.equals(PlXUni::_legend)) return true;
   categories::Domains domains(source, target);
   Measures measures(domains.queries());
-  domains.edit(isOfLegend ? ChartString(PlXUni::_legend) : attribute(PlXUni::_role),
-               categories::Reach::own,
+  domains.edit(role, categories::Reach::own,
                [&](PlXCategoricalDomain& domain, CTVariableType& variable, const PlXGraph& graph) {
                  domain.removeStatisticSorts();
                  domain.removeSimpleSorts();
