@@ -143,4 +143,41 @@ inline void expectCases(std::span<const CommandCase> cases) {
   }
 }
 
+// Short forms of a table and what they mean, the later ones within the earlier ones' meanings too.
+using Forms = std::span<const std::pair<const char*, const char*>>;
+
+inline std::string withForms(std::string text, Forms forms) {
+  for (const auto& [form, meaning] : forms) {
+    const std::string_view name = form;
+    for (std::size_t at = 0; (at = text.find(name, at)) != text.npos;) {
+      text.replace(at, name.size(), meaning);
+      at += std::string_view(meaning).size();
+    }
+  }
+  return text;
+}
+
+// Whether a second run leaves a chart as the first does.
+enum class Again { same, different };
+
+// Rows of a body, commands, the body that they leave, and perhaps the body of the source. A body
+// of "=" is the one before.
+inline void expectTable(const std::string& table, Forms forms, Again again = Again::same) {
+  const ChartBase holder;
+  for (const auto& row : rowsOf(table)) {
+    EditedChart chart(withForms(row.at(0), forms));
+    const EditedChart source(row.size() > 3 ? withForms(row[3], forms) : "");
+    const EditedChart* pins = row.size() > 3 ? &source : nullptr;
+    const std::string commands = withForms(row.at(1), forms);
+    chart.apply(commands, pins);
+    // Read and printed, so that the forms needn't be those of the printer.
+    const std::string expected = row.at(2) == "=" ? row[0] : row[2];
+    EXPECT_EQ(chart.body(), EditedChart(withForms(expected, forms)).body()) << commands;
+    expectSound(chart.chart().AsUTF8(), commands);
+    const std::string once = chart.body();
+    chart.apply(commands, pins);
+    EXPECT_EQ(chart.body() == once, again == Again::same) << "again: " << commands << chart.body();
+  }
+}
+
 #endif

@@ -6,6 +6,7 @@
 #include "commandline.h"
 #include "commandschema.h"
 #include "files.h"
+#include "schemadocument.h"
 #include "templates.h"
 
 const char explainHelp[] =
@@ -60,6 +61,7 @@ class Explanation {
 
  private:
   static constexpr const char* passedOver = "passed over";
+  static constexpr const char* blanks = " \t\r\n";
 
   void addLine(const TemplateNode& node, std::size_t depth, const std::string& what,
                const std::string& meaning) {
@@ -151,6 +153,21 @@ class Explanation {
     }
     addLine(node, depth, node.name, (isTaken ? "" : "passed over. ") + child.documentation);
     addContent(node, *definition, child.names, depth + 1);
+    // A cut is one value.
+    if (node.name == "categoryValue" && parent.name != "setProjectionLine") addBlanks(node);
+  }
+
+  // Lists are taken as they stand.
+  void addBlanks(const TemplateNode& list) {
+    std::string text;
+    for (const TemplateNode& child : list.children) text += child.text;
+    for (const std::string& value : schemadocument::split(text, ';')) {
+      const std::size_t start = std::min(value.find_first_not_of(blanks), value.size());
+      const std::string bare = value.substr(start, value.find_last_not_of(blanks) + 1 - start);
+      if (bare == value) continue;
+      addProblem(list,
+                 "the blanks around '" + bare + "' in '" + list.name + "' belong to the value");
+    }
   }
 
   // The first or the last child of a name.

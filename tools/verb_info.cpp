@@ -158,7 +158,9 @@ class Report {
         tryPut(object, depth, &Report::putLabeling) || tryPut(object, depth, &Report::putGuide) ||
         tryPut(object, depth, &Report::putFaceting) || tryPut(object, depth, &Report::putAxis) ||
         tryPut(object, depth, &Report::putPopup) || tryPut(object, depth, &Report::putToken) ||
-        tryPut(object, depth, &Report::putDrillDown);
+        tryPut(object, depth, &Report::putDrillDown) ||
+        tryPut(object, depth, &Report::putFacetLayout) ||
+        tryPut(object, depth, &Report::putFacetLevel);
   }
 
   // ---- data
@@ -205,6 +207,12 @@ class Report {
         .put("type", variable.getCategorical() ? "categorical" : "continuous")
         .putText("label", utf8(variable.getLabel()))
         .put(variable, {u"domain", u"description", u"value", u"expression"});
+    for (const PlXAggregation* merged : variable.getAggregations()) {
+      line.put("merged",
+               joined({utf8(merged->getCategory()), utf8(merged->GetAttribute(u"variable")),
+                       utf8(merged->GetAttribute(u"minFraction"))},
+                      ':'));
+    }
   }
 
   void putIntervalDomain(const PlXIntervalDomain& domain, std::size_t depth) {
@@ -218,6 +226,29 @@ class Report {
     line.put(domain, {u"id"}).put("variables", refsOf(domain.getVariableReferences()));
     for (const PlXCategories* list : domain.getCategoriess()) {
       line.put(list->getRemove() ? "without" : "only", utf8(list->getText()));
+    }
+    DOMElement* child = domain.getImplementation()->getFirstElementChild();
+    for (; child; child = child->getNextElementSibling()) {
+      const PlXBaseElement* object = chart_.objectOf(child);
+      if (const auto* sort = dynamic_cast<const PlXSimpleSort*>(object)) {
+        putSort(line, *sort, "data", "");
+        const PlXCategoryOrder* order = sort->getCategoryOrder();
+        if (order) line.put("order", utf8(order->getText()));
+      } else if (const auto* byMean = dynamic_cast<const PlXStatisticSort*>(object)) {
+        putSort(line, *byMean, "mean", utf8(byMean->GetAttribute(u"statVariable")));
+      }
+    }
+  }
+
+  // "sort=mean:sales:descending", and what is put at the ends behind that
+  template <class Sort>
+  static void putSort(Line& line, const Sort& sort, const char* usual, const std::string& measure) {
+    const std::string method = utf8(sort.GetAttribute(u"method"));
+    line.put("sort", joined({method.empty() ? usual : method, measure,
+                             sort.getDescending() ? "descending" : ""},
+                            ':'));
+    for (const PlXSortMove* move : sort.getSortMoves()) {
+      line.put(move->getFirst() ? "first" : "last", utf8(move->getCategory()));
     }
   }
 
@@ -270,7 +301,9 @@ class Report {
     const DOMElement* before = block.getImplementation()->getPreviousElementSibling();
     for (; child; child = child->getNextElementSibling()) {
       const std::string tag = utf8(child->getLocalName());
-      if (tag.ends_with("Transform")) transforms.push_back(tag);
+      if (tag.ends_with("Transform")) {
+        transforms.push_back(joined({tag, utf8(child->getAttribute(u"dimension"))}, ':'));
+      }
       if (tag.starts_with("dimension")) dimensions.push_back(block.objectOf(child));
     }
     bool isFirst = true;
@@ -416,6 +449,16 @@ class Report {
 
   void putFaceting(const PlXFaceting& faceting, std::size_t depth) {
     Line(out_, depth, "faceting").put("variables", refsOf(faceting.getVariableReferences()));
+  }
+
+  void putFacetLayout(const PlXFacetLayout& layout, std::size_t depth) {
+    Line(out_, depth, "panels").put(layout, {u"method", u"cellAspect"});
+    putChildren(layout, depth + 1);
+  }
+
+  void putFacetLevel(const PlXFacetLevel& level, std::size_t depth) {
+    Line(out_, depth, "level").put(level, {u"id", u"gap"});
+    putChildren(level, depth + 1);
   }
 
   PlXVisualization& chart_;

@@ -274,10 +274,12 @@ CTElementType* BaseTemplate::getFirstSPLOMElement(const PlXGraph& graph) const {
         coordinate ? coordinate->getExpressionVariable() : nullptr;
     return variable && ChartString(variable->getExpression()).ContainsString(u"/");
   };
+  const PlXCoordinates* diagonal = graph.getCoordinates(1);
   std::vector<CTElementType*> elements;
   getAllElements(graph, elements);
   for (CTElementType* element : elements) {
-    if (isQuotient(element->getX()) && isQuotient(element->getY())) return element;
+    if (!isQuotient(element->getX()) || !isQuotient(element->getY())) continue;
+    if (!diagonal || element->getCoordinates() != diagonal) return element;
   }
   return nullptr;
 }
@@ -346,9 +348,8 @@ PlXCategoricalDomain* BaseTemplate::getCategoricalDomain(const PlXGraph& graph,
     PlXCategoricalDomain* domain = variable ? variable->getCategoricalDomain() : nullptr;
     if (domain) return domain;
   }
-  if (element && role.equals(PlXUni::_legend)) {
-    if (PlXCategoricalDomain* domain = legendDomain(*element)) return domain;
-  }
+  // No dimension has that role.
+  if (role.equals(PlXUni::_legend)) return element ? legendDomain(*element) : nullptr;
   for (const PlXDimension* dimension : getDimensionsByRole(graph, role)) {
     if (auto* domain = dynamic_cast<PlXCategoricalDomain*>(dimension->getDomain())) return domain;
   }

@@ -100,7 +100,8 @@ class CHARTXML_API BaseTemplate {
   unsigned getIntervalElements(std::vector<PlXInterval*>& intervals, bool polar) const;
   // Elements whose first summary is a count or a percent of counts.
   std::vector<CTElementType*> getElementsWithSummaryStatistics(const PlXGraph& graph) const;
-  // The first element that draws expressions with "/" on x and y, as scatterplot matrices do.
+  // The first element that draws expressions with "/" on x and y, as scatterplot matrices do. Those
+  // of the second block are on the diagonal of a matrix.
   CTElementType* getFirstSPLOMElement(const PlXGraph& graph) const;
   // In the fixed order: style-bys, dashes, shapes, sizes, rotations, colours, offsets, patterns,
   // transparencies, splits, colour components, visibilities.

@@ -7,6 +7,7 @@
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/util/XMLString.hpp>
 
+#include "chartstring.h"
 #include "domwalk.h"
 #include "plxuni.h"
 
@@ -61,6 +62,22 @@ inline bool is(const XMLCh* text, const XMLCh* word) {
 // True for exactly "true".
 inline bool isTrue(const xercesc::DOMElement& element, const XMLCh* name) {
   return is(element.getAttribute(name), PlXUni::_true);
+}
+
+// The text of an attribute or, where that is empty, the value of the first parameter of that name
+// at any depth; null for a parameter of the attribute's name.
+inline ChartString attributeOrParameter(const xercesc::DOMElement& command, const XMLCh* name,
+                                        const XMLCh* parameterName = nullptr) {
+  const XMLCh* text = command.getAttribute(name);
+  if (*text) return text;
+  const xercesc::DOMElement* parameter = nullptr;
+  forDescendants(&command, PlXUni::_parameter, [&](const xercesc::DOMElement* element) {
+    if (!parameter &&
+        is(element->getAttribute(PlXUni::_name), parameterName ? parameterName : name)) {
+      parameter = element;
+    }
+  });
+  return parameter ? parameter->getAttribute(PlXUni::_value) : text;
 }
 
 }  // namespace templatexml
