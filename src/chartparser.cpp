@@ -11,6 +11,7 @@
 
 #include "charterrorhandler.h"
 #include "chartprolog.h"
+#include "chartstring.h"
 #include "grammarpool.h"
 #include "tavogotocaller.h"
 #include "treeentityresolver.h"
@@ -25,6 +26,24 @@ constexpr XMLSize_t longestEntity = 4096;
 // What entities and default attributes may add to the characters of the text itself.
 constexpr std::size_t mostAdded = 1 << 20;
 
+// What the older schema declares beyond the newer one is for older templates: charts that name it
+// are held to the newer.
+class ChartSchemaResolver : public ChartErrorHandler {
+ public:
+  InputSource* resolveEntity(const XMLCh* publicId, const XMLCh* systemId) override {
+    const bool isOlder = ChartString(systemId).view().ends_with(u"/grafo-1.4.xsd");
+    return ChartErrorHandler::resolveEntity(publicId, isOlder ? u"/./grafo-2.9.xsd" : systemId);
+  }
+};
+
+// Outside of the text is nothing.
+class NothingResolver : public EntityResolver {
+ public:
+  InputSource* resolveEntity(const XMLCh*, const XMLCh* systemId) override {
+    return new MemBufInputSource(reinterpret_cast<const XMLByte*>(""), 0, systemId, false);
+  }
+};
+
 // Resets what was lent to the parser for one parse.
 class HandlerLoan {
  public:
@@ -33,6 +52,10 @@ class HandlerLoan {
     parser.setErrorHandler(handler_.get());
     if (kind == grammarpool::Kind::Trees) {
       parser.setEntityResolver(&treeResolver_);
+    } else if (kind == grammarpool::Kind::None) {
+      parser.setEntityResolver(&nothingResolver_);
+    } else if (kind == grammarpool::Kind::Charts) {
+      parser.setEntityResolver(&chartResolver_);
     } else {
       parser.setEntityResolver(handler_.get());
     }
@@ -48,6 +71,8 @@ class HandlerLoan {
   XercesDOMParser& parser_;
   std::unique_ptr<ChartErrorHandler> handler_;
   TreeEntityResolver treeResolver_;
+  ChartSchemaResolver chartResolver_;
+  NothingResolver nothingResolver_;
 };
 
 }  // namespace
@@ -56,9 +81,11 @@ ChartParser::ChartParser(grammarpool::Kind kind) : ChartParser(kind, grammarpool
 
 ChartParser::ChartParser(grammarpool::Kind kind, XMLGrammarPool* grammars)
     : XercesDOMParser(nullptr, &memory, grammars), kind_(kind), grammars_(grammars) {
-  setValidationScheme(Val_Always);
-  setDoNamespaces(true);
-  setDoSchema(true);
+  const bool isValidating = kind != grammarpool::Kind::None;
+  setValidationScheme(isValidating ? Val_Always : Val_Never);
+  setDoNamespaces(isValidating);
+  setDoSchema(isValidating);
+  setLoadExternalDTD(isValidating);
   setIncludeIgnorableWhitespace(false);
   setCreateEntityReferenceNodes(false);
   setDisableDefaultEntityResolution(true);
@@ -73,6 +100,7 @@ bool ChartParser::parseText(const std::string& text, const char* sourceName) {
   depth_ = 0;
   isEnded_ = false;
   hasDoctype_ = false;
+  hasExternalSubset_ = false;
   characters_ = 0;
   text_ = &text;
   try {
@@ -113,8 +141,11 @@ void ChartParser::startElement(const XMLElementDecl& declaration, const unsigned
                                const XMLSize_t attributeCount, const bool isEmpty,
                                const bool isRoot) {
   if (++depth_ > deepestLevel) refuse(u"elements are nested too deep");
-  // Where a document type declares a root that names no schema, that alone would decide.
-  if (kind_ == grammarpool::Kind::Trees && declaration.getObjectType() != XMLElementDecl::Schema) {
+  // Where a document type declares a root that names no schema, that alone would decide. The
+  // installed one declares older templates, and is no measure for charts.
+  const bool needsSchema = kind_ == grammarpool::Kind::Trees ||
+                           (kind_ == grammarpool::Kind::Charts && hasExternalSubset_);
+  if (needsSchema && declaration.getObjectType() != XMLElementDecl::Schema) {
     refuse(u"the document names no schema");
   }
   for (XMLSize_t i = 0; hasDoctype_ && i < attributeCount; ++i) {
@@ -141,6 +172,7 @@ void ChartParser::doctypeDecl(const DTDElementDecl& root, const XMLCh* const pub
                               const XMLCh* const systemId, const bool hasInternalSubset,
                               const bool hasExternalSubset) {
   hasDoctype_ = true;
+  hasExternalSubset_ = hasExternalSubset;
   XercesDOMParser::doctypeDecl(root, publicId, systemId, hasInternalSubset, hasExternalSubset);
 }
 

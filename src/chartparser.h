@@ -19,6 +19,9 @@ struct ChartParserMemory {
 // text. A value that breaks its schema type is no error. Nothing is read but the text and, through
 // ChartErrorHandler or TreeEntityResolver, the installation's folder of schemas. A bound that is
 // passed is a fatal error at its place in the text.
+//
+// Of the kind None it takes whatever is well-formed: nothing is validated, names stand as they are
+// written, and what lies outside of the text counts as empty.
 class ChartParser : private ChartParserMemory, public xercesc::XercesDOMParser {
  public:
   explicit ChartParser(grammarpool::Kind kind);
@@ -62,6 +65,7 @@ class ChartParser : private ChartParserMemory, public xercesc::XercesDOMParser {
   unsigned depth_ = 0;
   bool isEnded_ = false;
   bool hasDoctype_ = false;
+  bool hasExternalSubset_ = false;
   std::size_t characters_ = 0;  // of texts and attributes so far
   const std::string* text_ = nullptr;
 };

@@ -159,8 +159,9 @@ class Collector : public DefaultHandler, public PSVIHandler {
 
   // ---- the document type, and what it can make of a text
 
-  void startDTD(const XMLCh* const, const XMLCh* const, const XMLCh* const) override {
+  void startDTD(const XMLCh* const, const XMLCh* const, const XMLCh* const systemId) override {
     hasDoctype_ = true;
+    hasExternalSubset_ = systemId != nullptr;
   }
 
   void internalEntityDecl(const XMLCh* const, const XMLCh* const value) override {
@@ -170,6 +171,10 @@ class Collector : public DefaultHandler, public PSVIHandler {
   InputSource* resolveEntity(const XMLCh* const publicId, const XMLCh* const systemId) override {
     if (XMLString::equals(systemId, u"" CHARTXML_HOST "/treeview/treeview-1.0.xsd")) {
       return otherDisplaySchema();
+    }
+    // Charts that name the older schema are held to the newer.
+    if (XMLString::equals(systemId, u"" CHARTXML_HOST "/visualization/grafo-1.4.xsd")) {
+      return library_.resolveEntity(publicId, u"" CHARTXML_HOST "/visualization/grafo-2.9.xsd");
     }
     return library_.resolveEntity(publicId, systemId);
   }
@@ -206,6 +211,11 @@ class Collector : public DefaultHandler, public PSVIHandler {
       throw OtherSchemas();
     }
     if (isRootUnknown_) throw Stop();
+    if (hasExternalSubset_ && !locations &&
+        !attributes.getValue(u"http://www.w3.org/2001/XMLSchema-instance",
+                             u"noNamespaceSchemaLocation")) {
+      refuse("the document names no schema");
+    }
   }
 
   void readRoles(const XMLCh* element, const Attributes& attributes) {
@@ -273,6 +283,7 @@ class Collector : public DefaultHandler, public PSVIHandler {
   std::size_t depth_ = 0;
   std::size_t characters_ = 0;
   bool hasDoctype_ = false;
+  bool hasExternalSubset_ = false;
   bool isRootUnknown_ = false;
   bool hasOwnRecord_ = false;
   bool isEnded_ = false;
