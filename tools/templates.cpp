@@ -151,8 +151,10 @@ constexpr const char* noTemplate =
 TemplateNode nodesOf(const std::string& text) {
   const std::unique_ptr<SAX2XMLReader> reader(XMLReaderFactory::createXMLReader());
   reader->setFeature(XMLUni::fgSAX2CoreValidation, false);
-  // In an older template a prefix need not mean anything.
-  reader->setFeature(XMLUni::fgSAX2CoreNameSpaces, !ChartTemplate::isOlder(text));
+  // An older template need be no more than well-formed.
+  const bool isOlder = ChartTemplate::isOlder(text);
+  reader->setFeature(XMLUni::fgSAX2CoreNameSpaces, !isOlder);
+  reader->setFeature(XMLUni::fgXercesSchema, !isOlder);
   reader->setFeature(XMLUni::fgXercesLoadExternalDTD, false);
   reader->setFeature(XMLUni::fgXercesDisableDefaultEntityResolution, true);
   SecurityManager bounds;
@@ -163,7 +165,7 @@ TemplateNode nodesOf(const std::string& text) {
   reader->setLexicalHandler(&builder);
   reader->setDeclarationHandler(&builder);
   reader->setErrorHandler(&builder);
-  reader->setEntityResolver(&builder);
+  if (isOlder) reader->setEntityResolver(&builder);
   reader->parse(
       MemBufInputSource(reinterpret_cast<const XMLByte*>(text.data()), text.size(), u"template"));
   return builder.takeRoot();
