@@ -30,7 +30,7 @@ std::map<std::string, Declaration> readDocumentType() {
   for (std::sregex_iterator each(text.begin(), text.end(), declarations), end; each != end;
        ++each) {
     Declaration& made = all[(*each)[1]];
-    made.children = wordsOf((*each)[2]);
+    if ((*each)[2] != "EMPTY") made.children = wordsOf((*each)[2]);
     const std::string list = (*each)[3];
     for (std::sregex_iterator one(list.begin(), list.end(), attributes); one != end; ++one) {
       const std::string type = (*one)[2];
@@ -84,7 +84,7 @@ class OlderGenerator {
     std::string children;
     constexpr int deepest = 7;
     for (const std::string& child : declared.children) {
-      for (int times = 0; times < 2 && depth < deepest && chance(60 - 5 * depth); ++times) {
+      for (int times = 0; times < 2 && depth < deepest && chance(50 - 5 * depth); ++times) {
         children += child[0] == '#' ? "a text" : element(child, depth + 1);
       }
     }
