@@ -17,6 +17,24 @@ using namespace xercesc;
 
 namespace {
 
+// What the older schema declares beyond the newer one is for older templates: charts that name it
+// are held to the newer.
+class ChartSchemaResolver : public ChartErrorHandler {
+ public:
+  InputSource* resolveEntity(const XMLCh* publicId, const XMLCh* systemId) override {
+    const bool isOlder = ChartString(systemId).view().ends_with(u"/grafo-1.4.xsd");
+    return ChartErrorHandler::resolveEntity(publicId, isOlder ? u"/./grafo-2.9.xsd" : systemId);
+  }
+};
+
+// Outside of the text is nothing.
+class NothingResolver : public EntityResolver {
+ public:
+  InputSource* resolveEntity(const XMLCh*, const XMLCh* systemId) override {
+    return new MemBufInputSource(reinterpret_cast<const XMLByte*>(""), 0, systemId, false);
+  }
+};
+
 // Resets what was lent to the parser for one parse.
 class HandlerLoan {
  public:
@@ -25,6 +43,10 @@ class HandlerLoan {
     parser.setErrorHandler(handler_.get());
     if (kind == grammarpool::Kind::Trees) {
       parser.setEntityResolver(&treeResolver_);
+    } else if (kind == grammarpool::Kind::None) {
+      parser.setEntityResolver(&nothingResolver_);
+    } else if (kind == grammarpool::Kind::Charts) {
+      parser.setEntityResolver(&chartResolver_);
     } else {
       parser.setEntityResolver(handler_.get());
     }
@@ -40,6 +62,8 @@ class HandlerLoan {
   XercesDOMParser& parser_;
   std::unique_ptr<ChartErrorHandler> handler_;
   TreeEntityResolver treeResolver_;
+  ChartSchemaResolver chartResolver_;
+  NothingResolver nothingResolver_;
 };
 
 }  // namespace
@@ -48,9 +72,11 @@ ChartParser::ChartParser(grammarpool::Kind kind) : ChartParser(kind, grammarpool
 
 ChartParser::ChartParser(grammarpool::Kind kind, XMLGrammarPool* grammars)
     : BoundedParser(nullptr, &memory, grammars), kind_(kind), grammars_(grammars) {
-  setValidationScheme(Val_Always);
-  setDoNamespaces(true);
-  setDoSchema(true);
+  const bool isValidating = kind != grammarpool::Kind::None;
+  setValidationScheme(isValidating ? Val_Always : Val_Never);
+  setDoNamespaces(isValidating);
+  setDoSchema(isValidating);
+  setLoadExternalDTD(isValidating);
   setIncludeIgnorableWhitespace(false);
   setCreateEntityReferenceNodes(false);
   setDisableDefaultEntityResolution(true);
@@ -62,6 +88,7 @@ bool ChartParser::parseText(const std::string& text, const char* sourceName) {
   const HandlerLoan loan(*this, kind_);
   useCachedGrammarInParse(grammarpool::serves(kind_, grammars_, text));
   isEnded_ = false;
+  hasExternalSubset_ = false;
   try {
     parseBounded(text, sourceName);
     return true;
@@ -110,12 +137,22 @@ void ChartParser::startElement(const XMLElementDecl& declaration, const unsigned
                                const XMLCh* const prefix, const RefVectorOf<XMLAttr>& attributes,
                                const XMLSize_t attributeCount, const bool isEmpty,
                                const bool isRoot) {
-  // Where a document type declares a root that names no schema, that alone would decide.
-  if (kind_ == grammarpool::Kind::Trees && declaration.getObjectType() != XMLElementDecl::Schema) {
+  // Where a document type declares a root that names no schema, that alone would decide. The
+  // installed one declares older templates, and is no measure for charts.
+  const bool needsSchema = kind_ == grammarpool::Kind::Trees ||
+                           (kind_ == grammarpool::Kind::Charts && hasExternalSubset_);
+  if (needsSchema && declaration.getObjectType() != XMLElementDecl::Schema) {
     refuse(u"the document names no schema");
   }
   BoundedParser::startElement(declaration, uriId, prefix, attributes, attributeCount, isEmpty,
                               isRoot);
+}
+
+void ChartParser::doctypeDecl(const DTDElementDecl& root, const XMLCh* const publicId,
+                              const XMLCh* const systemId, const bool hasInternalSubset,
+                              const bool hasExternalSubset) {
+  hasExternalSubset_ = hasExternalSubset;
+  BoundedParser::doctypeDecl(root, publicId, systemId, hasInternalSubset, hasExternalSubset);
 }
 
 // The base class writes the subset anew from its parts, which loses quotes, parameter entities and

@@ -14,6 +14,9 @@
 // text. A value that breaks its schema type is no error. Nothing is read but the text and, through
 // ChartErrorHandler or TreeEntityResolver, the installation's folder of schemas. A bound that is
 // passed is a fatal error at its place in the text.
+//
+// Of the kind None it takes whatever is well-formed: nothing is validated, names stand as they are
+// written, and what lies outside of the text counts as empty.
 class ChartParser : public BoundedParser<xercesc::XercesDOMParser> {
  public:
   explicit ChartParser(grammarpool::Kind kind);
@@ -35,6 +38,9 @@ class ChartParser : public BoundedParser<xercesc::XercesDOMParser> {
                     const XMLCh* const prefix,
                     const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
                     const XMLSize_t attributeCount, const bool isEmpty, const bool isRoot) override;
+  void doctypeDecl(const xercesc::DTDElementDecl& root, const XMLCh* const publicId,
+                   const XMLCh* const systemId, const bool hasInternalSubset,
+                   const bool hasExternalSubset) override;
   void endIntSubset() override;
 
  private:
@@ -47,6 +53,7 @@ class ChartParser : public BoundedParser<xercesc::XercesDOMParser> {
   const grammarpool::Kind kind_;
   const xercesc::XMLGrammarPool* grammars_;  // null for schemas of its own
   bool isEnded_ = false;
+  bool hasExternalSubset_ = false;
 };
 
 #endif

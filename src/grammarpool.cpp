@@ -35,7 +35,7 @@ constexpr std::string_view otherDisplayNamespace = CHARTXML_HOST "/treeview";
 constexpr const char* displayFile = "treeview-1.0.xsd";
 constexpr const char* newerTemplates = CHARTXML_HOST "/software/analytics/tavo/xml/visualization";
 
-// grafo-1.4.xsd is grafo-2.9.xsd under its older name.
+// Charts of grafo-1.4.xsd are charts of grafo-2.9.xsd (chartparser.cpp).
 std::vector<Schema> chartSchemas() {
   return {
       {chartNamespace, CHARTXML_HOST "/visualization/grafo-2.9.xsd"},
@@ -173,7 +173,7 @@ void grammarpool::drop() {
 }
 
 XMLGrammarPool* grammarpool::shared(Kind kind) {
-  if (holders == 0) return nullptr;
+  if (holders == 0 || kind == Kind::None) return nullptr;
   const std::string& folder = PathFactory::getPathInstance(3)->getFolder();
   for (const Pool& pool : pools) {
     if (pool.kind == kind && pool.folder == folder) return pool.grammars.get();

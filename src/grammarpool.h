@@ -13,11 +13,11 @@ void hold();
 void drop();
 
 // Templates have schemas apart from those of charts: one of their namespaces is that of data
-// documents. Those of trees are tree models and their display documents.
-enum class Kind { Charts, Templates, Trees };
+// documents. Those of trees are tree models and their display documents. None has no schemas.
+enum class Kind { Charts, Templates, Trees, None };
 
 // The locked pool over the schemas of that kind in the installation's folder, read by the first
-// call for that folder. Null when nobody holds the pools or the schemas can't be read.
+// call for that folder. Null for None, when nobody holds the pools or the schemas can't be read.
 xercesc::XMLGrammarPool* shared(Kind kind);
 
 // True for a document that a parser with this pool may read with the pool's schemas: its root is of

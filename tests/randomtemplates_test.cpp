@@ -1,51 +1,12 @@
 // Random templates over every example. They are made of what the schema of templates tells of the
 // commands that the library has, so that a new command joins by its row in the table.
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <random>
-
-#include "charttransformer.h"
-#include "commandcases.h"
 #include "commands.h"
 #include "commandschema.h"
+#include "randomedits.h"
 
 using namespace xercesc;
 
 namespace {
-
-#ifdef __SANITIZE_ADDRESS__
-constexpr unsigned usualCount = 1000;
-#else
-constexpr unsigned usualCount = 10000;
-#endif
-// Values for any attribute.
-constexpr const char* valueRows =
-    "0 | 1 | 2 | 10 | -1 | 0.5 | -0.0 | 1e3 | 1e308 | nan | 007 | 100000 | 4294967296 |"
-    " 99999999999999999999 | 5% | 150% | 8pt | -3px | 9pt 7pt | 4 2 1 | 1/2 | true | false | True |"
-    " x | y | z | y2 | legend | none | bar | auto | style | c-o-n-t-a-i-n-er | #1F3A5F | #12 |"
-    " white | ;:; | a:b | <&'\"> | 日本𝒳 | 2024-02-29 12:30:00.000 | ";
-constexpr unsigned templatesOfAChart = 20;  // before it is opened anew
-
-unsigned setting(const char* variable, unsigned usual) {
-  const char* text = std::getenv(variable);
-  return text ? static_cast<unsigned>(std::strtoul(text, nullptr, 10)) : usual;
-}
-
-std::string utf8(const XMLCh* text) {
-  return ChartString(text).toUTF8();
-}
-
-std::string escaped(const std::string& text) {
-  std::string result;
-  for (char c : text) {
-    if (c == '&') result += "&amp;";
-    if (c == '<') result += "&lt;";
-    if (c == '\'') result += "&apos;";
-    if (c != '&' && c != '<' && c != '\'') result += c;
-  }
-  return result;
-}
 
 class Generator {
  public:
@@ -172,26 +133,6 @@ std::vector<std::string> idsOf(const std::string& text) {
   return ids;
 }
 
-// Applies it, and once more when that is to change nothing.
-void expectHarmless(ChartTransformer& chart, const std::string& commands, bool isStyleOnly) {
-  const std::string before = chart.getXML(nullptr);
-  const std::string data = chart.getCompressedData();
-  std::vector<std::size_t> passedOver;
-  EXPECT_TRUE(chart.applyTemplate(templateText(commands), passedOver));
-  EXPECT_TRUE(passedOver.empty());
-  const std::string after = chart.getXML(nullptr);
-  expectSound(after, "the chart");
-  EXPECT_EQ(ChartTransformer(after).getXML(nullptr), after);
-  EXPECT_EQ(chart.getCompressedData(), data);
-  if (isStyleOnly) {
-    chart.applyTemplate(templateText(commands));
-    EXPECT_EQ(chart.getXML(nullptr), after);
-  }
-  if (testing::Test::HasFailure()) {
-    ADD_FAILURE() << "commands: " << commands << "\nchart: " << before;
-  }
-}
-
 TEST(RandomTemplates, DoNoHarm) {
   const ChartBase holder;
   const CommandSchema schema;
@@ -210,7 +151,7 @@ TEST(RandomTemplates, DoNoHarm) {
       Generator generator(schema, ids, {seed, i});
       const bool isStyleOnly = generator.chance(25);
       const std::string commands = generator.commandsOf(isStyleOnly ? styling : all);
-      expectHarmless(chart, commands, isStyleOnly);
+      expectHarmless(chart, templateText(commands), isStyleOnly);
       if (testing::Test::HasFailure()) {
         ADD_FAILURE() << "template " << i << " of seed " << seed;
         return;

@@ -19,7 +19,7 @@ Definitions definitionsOf(const DOMElement& schema, const XMLCh* kind) {
   return result;
 }
 
-void addAttributes(const DOMElement& holder, const Definitions& groups, ChartElement& element) {
+void addAttributes(const DOMElement& holder, const Definitions& groups, DialectElement& element) {
   for (const DOMElement* each : descendants(holder, SchemaSymbols::fgELT_ATTRIBUTE)) {
     element.attributes[attribute(*each, u"name")] = {documentationOf(*each),
                                                      attribute(*each, u"type") == "link"};

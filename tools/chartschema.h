@@ -10,14 +10,14 @@ struct ChartAttribute {
   bool isLink = false;
 };
 
-struct ChartElement {
+struct DialectElement {
   std::map<std::string, ChartAttribute> attributes;
   bool isFree = false;  // may have any attributes beside
   bool holdsText = false;
 };
 
 // By their tags.
-using ChartElements = std::map<std::string, ChartElement>;
+using ChartElements = std::map<std::string, DialectElement>;
 
 // Throws a Failure when the schema can't be read.
 ChartElements readChartElements();

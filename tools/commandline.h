@@ -24,6 +24,7 @@ struct Verb {
 };
 
 int runApply(int argc, char** argv);
+int runConvert(int argc, char** argv);
 int runData(int argc, char** argv);
 int runExplain(int argc, char** argv);
 int runInfo(int argc, char** argv);
@@ -33,6 +34,7 @@ int runSeparate(int argc, char** argv);
 int runTree(int argc, char** argv);
 int runValidate(int argc, char** argv);
 extern const char applyHelp[];
+extern const char convertHelp[];
 extern const char dataHelp[];
 extern const char explainHelp[];
 extern const char infoHelp[];

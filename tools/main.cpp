@@ -19,6 +19,7 @@ namespace {
 
 constexpr Verb verbs[] = {
     {"apply", "apply templates to charts", applyHelp, runApply},
+    {"convert", "write an older template in today's language", convertHelp, runConvert},
     {"data", "show the data of a chart, or turn it into another form", dataHelp, runData},
     {"explain", "show what a template asks for and what is passed over", explainHelp, runExplain},
     {"info", "show what is in a chart", infoHelp, runInfo},

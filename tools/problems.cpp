@@ -156,13 +156,18 @@ class Collector : public DefaultHandler, public PSVIHandler {
   void endElement(const XMLCh* const, const XMLCh* const, const XMLCh* const) override { --depth_; }
   void endDocument() override { isEnded_ = true; }
 
-  void startDTD(const XMLCh* const, const XMLCh* const, const XMLCh* const) override {
+  void startDTD(const XMLCh* const, const XMLCh* const, const XMLCh* const systemId) override {
     hasDoctype_ = true;
+    hasExternalSubset_ = systemId != nullptr;
   }
 
   InputSource* resolveEntity(const XMLCh* const publicId, const XMLCh* const systemId) override {
     if (XMLString::equals(systemId, u"" CHARTXML_HOST "/treeview/treeview-1.0.xsd")) {
       return otherDisplaySchema();
+    }
+    // Charts that name the older schema are held to the newer.
+    if (XMLString::equals(systemId, u"" CHARTXML_HOST "/visualization/grafo-1.4.xsd")) {
+      return library_.resolveEntity(publicId, u"" CHARTXML_HOST "/visualization/grafo-2.9.xsd");
     }
     return library_.resolveEntity(publicId, systemId);
   }
@@ -199,6 +204,11 @@ class Collector : public DefaultHandler, public PSVIHandler {
       throw OtherSchemas();
     }
     if (isRootUnknown_) throw Stop();
+    if (hasExternalSubset_ && !locations &&
+        !attributes.getValue(u"http://www.w3.org/2001/XMLSchema-instance",
+                             u"noNamespaceSchemaLocation")) {
+      refuse("the document names no schema");
+    }
   }
 
   void readRoles(const XMLCh* element, const Attributes& attributes) {
@@ -254,6 +264,7 @@ class Collector : public DefaultHandler, public PSVIHandler {
   std::vector<Link> links_;
   std::size_t depth_ = 0;
   bool hasDoctype_ = false;
+  bool hasExternalSubset_ = false;
   bool isRootUnknown_ = false;
   bool hasOwnRecord_ = false;
   bool isEnded_ = false;

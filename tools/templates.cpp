@@ -1,6 +1,7 @@
 #include "templates.h"
 
 #include <memory>
+#include <optional>
 
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>
@@ -9,9 +10,9 @@
 #include <xercesc/sax2/DefaultHandler.hpp>
 #include <xercesc/sax2/SAX2XMLReader.hpp>
 #include <xercesc/sax2/XMLReaderFactory.hpp>
+#include <xercesc/util/SecurityManager.hpp>
 #include <xercesc/validators/schema/SchemaSymbols.hpp>
 
-#include <chartxml/charttemplate.h>
 #include <chartxml/chartxml.h>
 
 #include "commandline.h"
@@ -23,6 +24,8 @@ using namespace xercesc;
 namespace {
 
 constexpr const char* blanks = " \t\r\n";
+constexpr XMLSize_t mostExpansions = 10000;
+constexpr XMLSize_t longestEntity = 4096;
 
 std::string utf8(const XMLCh* text) {
   return ChartString(text).toUTF8();
@@ -68,6 +71,16 @@ class Builder : public DefaultHandler {
     }
     text_.text += utf8(std::u16string(text, length).c_str());
     noteEnd();
+  }
+
+  // What the library bounds, too.
+  void internalEntityDecl(const XMLCh* const, const XMLCh* const value) override {
+    if (XMLString::stringLen(value) > longestEntity) throw Failure("an entity is too long");
+  }
+
+  // Nothing but the text is read.
+  InputSource* resolveEntity(const XMLCh* const, const XMLCh* const systemId) override {
+    return new MemBufInputSource(reinterpret_cast<const XMLByte*>(""), 0, systemId);
   }
 
   void comment(const XMLCh* const, const XMLSize_t) override { endOther(); }
@@ -120,8 +133,11 @@ bool isTemplate(const std::string& text) {
   return ChartTemplate(chart, nullptr).parseTemplate(text);
 }
 
+constexpr const char* noTemplate =
+    ": is not a template: it names no schema grafo-template-VERSION.xsd";
+
 [[noreturn]] void failAtProblems(const std::string& file, const std::string& text) {
-  std::string last = file + ": is not a template: it names no schema grafo-template-VERSION.xsd";
+  std::string last = file + noTemplate;
   bool isFirst = true;
   for (const Problem& problem : ProblemFinder().problemsOf(text)) {
     if (!problem.isRefused) continue;
@@ -135,21 +151,76 @@ bool isTemplate(const std::string& text) {
 TemplateNode nodesOf(const std::string& text) {
   const std::unique_ptr<SAX2XMLReader> reader(XMLReaderFactory::createXMLReader());
   reader->setFeature(XMLUni::fgSAX2CoreValidation, false);
+  // An older template need be no more than well-formed.
+  const bool isOlder = ChartTemplate::isOlder(text);
+  reader->setFeature(XMLUni::fgSAX2CoreNameSpaces, !isOlder);
+  reader->setFeature(XMLUni::fgXercesSchema, !isOlder);
   reader->setFeature(XMLUni::fgXercesLoadExternalDTD, false);
   reader->setFeature(XMLUni::fgXercesDisableDefaultEntityResolution, true);
+  SecurityManager bounds;
+  bounds.setEntityExpansionLimit(mostExpansions);
+  reader->setProperty(XMLUni::fgXercesSecurityManager, &bounds);
   Builder builder;
   reader->setContentHandler(&builder);
   reader->setLexicalHandler(&builder);
+  reader->setDeclarationHandler(&builder);
   reader->setErrorHandler(&builder);
+  if (isOlder) reader->setEntityResolver(&builder);
   reader->parse(
       MemBufInputSource(reinterpret_cast<const XMLByte*>(text.data()), text.size(), u"template"));
   return builder.takeRoot();
 }
 
+// Why the library can't read it.
+[[noreturn]] void failAtText(const std::string& file, const std::string& text) {
+  try {
+    nodesOf(text);
+  } catch (const SAXParseException& e) {
+    throw Failure(
+        placed(Problem{{}, e.getLineNumber(), e.getColumnNumber(), utf8(e.getMessage())}, file));
+  } catch (const Failure& e) {
+    throw Failure(file + ": " + e.what());
+  }
+  throw Failure(file + ": is nested too deep, or its entities make it too long");
+}
+
+OlderTemplate convertOlder(const std::string& file, const std::string& text) {
+  try {
+    std::optional<ChartTemplate::Conversion> conversion = ChartTemplate::convertOlder(text);
+    if (!conversion) failAtText(file, text);
+    return {nodesOf(text), *std::move(conversion)};
+  } catch (const ChartException& e) {
+    throw Failure(file + ": " + e.what());
+  }
+}
+
+// Today's charts are older than no template.
+bool isChart(const std::string& text) {
+  return text.find("/grafo-2.9.xsd") != text.npos;
+}
+
+Template readConverted(const std::string& file, const std::string& text) {
+  if (isChart(text)) failAtProblems(file, text);
+  std::string converted = convertOlder(file, text).conversion.text;
+  TemplateNode root = nodesOf(converted);
+  if (root.children.empty()) {
+    throw Failure(file + noTemplate + ", and an older one would hold what can be converted");
+  }
+  return {file + " (converted)", std::move(converted), std::move(root)};
+}
+
 }  // namespace
+
+OlderTemplate readOlderTemplate(const std::string& file) {
+  const std::string text = readDocument(file);
+  if (!ChartTemplate::isOlder(text)) throw Failure(file + ": is no older template");
+  if (isChart(text)) throw Failure(file + ": is a chart, not a template");
+  return convertOlder(file, text);
+}
 
 Template readTemplate(const std::string& file) {
   const std::string text = readDocument(file);
+  if (ChartTemplate::isOlder(text)) return readConverted(file, text);
   if (!isTemplate(text)) failAtProblems(file, text);
   TemplateNode root = nodesOf(text);
   // The schema declares commands and their parts, too, and any of them may be a root.

@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include <chartxml/charttemplate.h>
+
 // An element, or a text that isn't blank.
 struct TemplateNode {
   std::string name;  // with its prefix; empty for a text
@@ -22,6 +24,8 @@ struct TemplateNode {
   bool isText() const { return name.empty(); }
 };
 
+// Of an older template, text and root are those of what it is converted to, and the file's name
+// says so: places are in what `convert` writes.
 struct Template {
   std::string file;
   std::string text;
@@ -31,6 +35,15 @@ struct Template {
 // Throws a Failure when the library takes the file for no template. It has written all problems of
 // the file then but the one that the Failure tells.
 Template readTemplate(const std::string& file);
+
+// A template in the vocabulary from before there were commands.
+struct OlderTemplate {
+  TemplateNode root;
+  ChartTemplate::Conversion conversion;
+};
+
+// Throws a Failure for a file that is none.
+OlderTemplate readOlderTemplate(const std::string& file);
 
 // "FILE:LINE:COLUMN: message"
 std::string placed(const TemplateNode& node, const std::string& file, const std::string& message);

@@ -206,7 +206,7 @@ class Explanation {
     const std::string tag = valueOf(node, "elementName");
     const std::string link = valueOf(node, "styleName");
     const auto charts = charts_.find(tag);
-    const ChartElement* written = charts == charts_.end() ? nullptr : &charts->second;
+    const DialectElement* written = charts == charts_.end() ? nullptr : &charts->second;
     if (!tag.empty() && !written) {
       addProblem(node, "charts have no element '" + tag + '\'' + suggestion(tag, namesOf(charts_)));
     }

@@ -1,10 +1,14 @@
-// writeschemas FOLDER: writes the schemas of the dialect from the model's table. The schemas in the
-// repository are its output; a test holds them against it.
+// writeschemas FOLDER: writes the schemas of the dialect from the model's table, and those of the
+// older vocabulary from its own. The schemas in the repository are its output; a test holds them
+// against it.
 #include <fstream>
 #include <iostream>
+#include <iterator>
 #include <set>
+#include <sstream>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "chartbase.h"
 #include "dialect.h"
@@ -34,17 +38,22 @@ No attribute and no child is mandatory. Attributes of other namespaces are passe
   </xs:annotation>
 )";
 
-constexpr const char* olderSchema = R"(<?xml version="1.0" encoding="UTF-8"?>
+constexpr const char* olderHeader = R"(<?xml version="1.0" encoding="UTF-8"?>
 <xs:schema xmlns:xs="http://www.w3.org/2001/XMLSchema"
            xmlns="@HOST@/visualization"
            targetNamespace="@HOST@/visualization"
            elementFormDefault="qualified">
   <xs:annotation>
-    <xs:documentation>The chart dialect under the name that documents of version 1.4 give it. Version
-2.9 takes all that they hold.</xs:documentation>
+    <xs:documentation>The older vocabulary, of templates that describe a chart. Elements stand in any
+order and place, and what is not declared is passed over. Charts may name this schema, too: they are
+held to version 2.9, and grafo-2.9.xsd tells what they hold.</xs:documentation>
   </xs:annotation>
-  <xs:include schemaLocation="@HOST@/visualization/grafo-2.9.xsd"/>
-</xs:schema>
+)";
+
+constexpr const char* documentTypeHeader = R"(<?xml version="1.0" encoding="UTF-8"?>
+<!-- The document type that charts and older templates may name as "-//TAVO//DTD ChartXML 2.0//EN".
+     It declares the older vocabulary, of templates that describe a chart. What a chart holds is told
+     by the schema that its root names. -->
 )";
 
 constexpr const char* dataSchema = R"(<?xml version="1.0" encoding="UTF-8"?>
@@ -257,6 +266,104 @@ std::string chartSchema() {
   return text + "</xs:schema>\n";
 }
 
+// ---- the older vocabulary
+
+struct OlderAttribute {
+  const char* name;
+  std::vector<std::string> words;
+  const char* documentation;
+};
+
+struct OlderElement {
+  const char* tag;
+  std::vector<std::string> children;
+  const char* documentation;
+  std::vector<OlderAttribute> attributes;
+};
+
+std::vector<std::string> wordsOf(const char* text) {
+  std::istringstream stream(text);
+  return {std::istream_iterator<std::string>(stream), {}};
+}
+
+std::string joined(const std::vector<std::string>& words) {
+  std::string text;
+  for (const std::string& word : words) text += (text.empty() ? "" : " | ") + word;
+  return text;
+}
+
+std::vector<OlderElement> olderElements() {
+  std::vector<OlderElement> all;
+#define ELEMENT(tag, children, documentation) \
+  all.push_back({tag, wordsOf(children), documentation, {}});
+#define ATTRIBUTE(name, words, documentation) \
+  all.back().attributes.push_back({name, wordsOf(words), documentation});
+#include "oldervocabulary.inc"
+#undef ELEMENT
+#undef ATTRIBUTE
+  return all;
+}
+
+bool holdsText(const OlderElement& element) {
+  return element.children == std::vector<std::string>{"#text"};
+}
+
+std::string olderSchema() {
+  std::string text = olderHeader;
+  for (const OlderElement& element : olderElements()) {
+    text += "  <xs:element name=\"" + std::string(element.tag) + "\">\n" +
+            documentation("    ", element.documentation) + "    <xs:complexType" +
+            (holdsText(element) ? " mixed=\"true\"" : "") +
+            ">\n      <xs:sequence>\n        <xs:any namespace=\"##any\" processContents=\"lax\" "
+            "minOccurs=\"0\" maxOccurs=\"unbounded\"/>\n      </xs:sequence>\n"
+            "      <xs:attribute name=\"id\" type=\"xs:ID\"/>\n";
+    for (const OlderAttribute& attribute : element.attributes) {
+      const bool isText = attribute.words.empty();
+      text += "      <xs:attribute name=\"" + std::string(attribute.name) + "\"" +
+              (isText ? " type=\"xs:string\"" : "") + ">\n" +
+              documentation("        ", attribute.documentation);
+      if (!isText) {
+        text += "        <xs:simpleType>\n          <xs:restriction base=\"xs:token\">\n";
+        for (const std::string& word : attribute.words) {
+          text += "            <xs:enumeration value=\"" + word + "\"/>\n";
+        }
+        text += "          </xs:restriction>\n        </xs:simpleType>\n";
+      }
+      text += "      </xs:attribute>\n";
+    }
+    text +=
+        "      <xs:anyAttribute namespace=\"##any\" processContents=\"lax\"/>\n"
+        "    </xs:complexType>\n  </xs:element>\n";
+  }
+  return text + "</xs:schema>\n";
+}
+
+std::string documentType() {
+  std::string text = documentTypeHeader;
+  const std::string root = olderElements().front().tag;
+  for (const OlderElement& element : olderElements()) {
+    text += "\n<!-- " + std::string(element.documentation);
+    for (const OlderAttribute& attribute : element.attributes) {
+      text += "\n     " + std::string(attribute.name) + ": " + attribute.documentation;
+    }
+    text += " -->\n<!ELEMENT " + std::string(element.tag) + ' ' +
+            (holdsText(element)         ? "(#PCDATA)"
+             : element.children.empty() ? "EMPTY"
+                                        : '(' + joined(element.children) + ")*") +
+            ">\n<!ATTLIST " + element.tag + "\n  id ID #IMPLIED";
+    if (std::string(element.tag) == root || element.tag == std::string("graph")) {
+      text += "\n  xmlns CDATA #IMPLIED";
+    }
+    for (const OlderAttribute& attribute : element.attributes) {
+      text += "\n  " + std::string(attribute.name) + ' ' +
+              (attribute.words.empty() ? "CDATA" : '(' + joined(attribute.words) + ')') +
+              " #IMPLIED";
+    }
+    text += ">\n";
+  }
+  return text;
+}
+
 bool write(const std::string& path, const std::string& text) {
   std::ofstream file(path, std::ios::binary);
   file << withHost(text);
@@ -274,7 +381,8 @@ int main(int argc, char** argv) {
   }
   const std::string folder = std::string(argv[1]) + "/";
   const bool isWritten = write(folder + "grafo-2.9.xsd", chartSchema()) &&
-                         write(folder + "grafo-1.4.xsd", olderSchema) &&
+                         write(folder + "grafo-1.4.xsd", olderSchema()) &&
+                         write(folder + "chartXML20.dtd", documentType()) &&
                          write(folder + "grafo-data-2.1.xsd", dataSchema) &&
                          write(folder + "grafo-data-1.0.xsd", olderDataSchema);
   return isWritten ? 0 : 1;

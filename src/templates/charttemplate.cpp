@@ -7,7 +7,9 @@
 #include "chartexception.h"
 #include "chartparser.h"
 #include "commands.h"
+#include "domwalk.h"
 #include "grammarpool.h"
+#include "plxuni.h"
 #include "tavogotocaller.h"
 
 using namespace xercesc;
@@ -15,6 +17,19 @@ using namespace xercesc;
 namespace {
 
 constexpr const char* marker = "grafo-template-";
+// What the log calls the text.
+constexpr const char* sourceName = "ChartTemplate";
+
+// Of several elements with one id the first keeps it.
+void makeIdentifiers(const DOMDocument& document) {
+  walkElements(document.getDocumentElement(), [&](DOMElement* element) {
+    const DOMAttr* id = element->getAttributeNode(PlXUni::_id);
+    if (id && *id->getValue() && !document.getElementById(id->getValue())) {
+      element->setIdAttributeNode(id, true);
+    }
+    return true;
+  });
+}
 
 ChartException reported(const std::string& message, unsigned line) {
   const ChartException e(message, __FILE__, line);
@@ -48,11 +63,29 @@ void ChartTemplate::setTemplate(const std::string& text) {
   if (!root_) reported("Failed to parse template " + text, __LINE__);
 }
 
+bool ChartTemplate::isOlder(const std::string& text) {
+  return text.find(marker) == text.npos;
+}
+
+std::optional<ChartTemplate::Conversion> ChartTemplate::convertOlder(const std::string& text) {
+  auto parser = std::make_unique<ChartParser>(grammarpool::Kind::Templates);
+  if (!parser->parseText(text, sourceName)) {
+    parser = std::make_unique<ChartParser>(grammarpool::Kind::None);
+    if (!parser->parseText(text, sourceName)) return std::nullopt;
+  }
+  makeIdentifiers(*parser->getDocument());
+  LegacyTemplateConverter converter(parser->getDocument());
+  std::string converted = converter.convert();
+  return Conversion{std::move(converted), converter.getCommandCount(), converter.getLeftOut()};
+}
+
 DOMElement* ChartTemplate::parseTemplate(const std::string& text) {
-  const bool isParsed = parser_->parseText(text, "ChartTemplate");
-  DOMElement* root = isParsed ? parser_->getDocument()->getDocumentElement() : nullptr;
-  // Texts of the older dialect, which lack the marker, wait for their converter.
-  return text.find(marker) != text.npos ? root : nullptr;
+  if (isOlder(text)) {
+    const std::optional<Conversion> conversion = convertOlder(text);
+    return conversion ? parseTemplate(conversion->text) : nullptr;
+  }
+  const bool isParsed = parser_->parseText(text, sourceName);
+  return isParsed ? parser_->getDocument()->getDocumentElement() : nullptr;
 }
 
 PlXVisualization& ChartTemplate::applyTemplate() {

@@ -4,12 +4,14 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include <xercesc/util/XercesDefs.hpp>
 
 #include "export.h"
+#include "legacytemplateconverter.h"
 
 XERCES_CPP_NAMESPACE_BEGIN
 class DOMElement;
@@ -20,6 +22,10 @@ class PlXVisualization;
 
 // A template's root is `template` with one child element for each command. The commands run in
 // document order, and what they changed stays when a later one fails.
+//
+// A text that doesn't mention "grafo-template-", as the name of each schema of templates does, is
+// taken for an older template (LegacyTemplateConverter) and converted first. It need be no more
+// than well-formed, whatever document type or schema it names.
 //
 // A ChartBase must live as long as the object does.
 class CHARTXML_API ChartTemplate {
@@ -33,6 +39,17 @@ class CHARTXML_API ChartTemplate {
   // The commands that this version of the library has.
   static std::vector<CommandInfo> getCommands();
 
+  // What an older template is in today's language.
+  struct Conversion {
+    std::string text;
+    std::size_t commandCount;
+    std::vector<LegacyTemplateConverter::LeftOut> leftOut;
+  };
+  static bool isOlder(const std::string& text);
+  // For a text that isOlder(). None when it isn't well-formed, or nested deeper or longer by its
+  // entities than the library reads; a ChartException as LegacyTemplateConverter::convert().
+  static std::optional<Conversion> convertOlder(const std::string& text);
+
   // Neither is owned. Of the source, which may be null, commands leave alone what an object of the
   // same id states.
   ChartTemplate(PlXVisualization& target, PlXVisualization* source);
@@ -44,7 +61,8 @@ class CHARTXML_API ChartTemplate {
   // nothing then. What goes wrong otherwise is reported and thrown as a ChartException; only a
   // TavoGoToCaller passes unchanged.
   void setTemplate(const std::string& text);
-  // Null for a text that is no valid template; the element stays the object's.
+  // Null for a text that is no template; the element stays the object's. That of an older one is of
+  // the template that it is converted to, as are the positions of getPassedOver().
   xercesc::DOMElement* parseTemplate(const std::string& text);
   // Runs the template that was set, if any, and answers the target. A failure that stops the run is
   // reported and thrown as a ChartException; only a TavoGoToCaller passes unchanged.

@@ -12,23 +12,57 @@
 
 namespace frames {
 
+namespace {
+
+constexpr std::pair<const XMLCh*, Kind> kindWords[] = {
+    {ChartBase::_title, Kind::title},
+    {ChartBase::_subtitle, Kind::subtitle},
+    {ChartBase::_footnote, Kind::footnote},
+    {PlXUni::_legend, Kind::legend},
+    {u"statisticsSummary", Kind::statisticsSummary},
+    {PlXUni::_visualization, Kind::visualization},
+    {PlXUni::_graph, Kind::graph},
+    {PlXUni::_labelFrame, Kind::labelFrame},
+    {PlXUni::_container, Kind::container},
+    {PlXControlFrame::_controlFrame, Kind::controlFrame},
+};
+
+constexpr Known knownFrames[] = {
+    {ChartBase::_frame_title_1, Kind::title, 1},
+    {ChartBase::_frame_title_2, Kind::title, 2},
+    {ChartBase::_frame_subtitle_1, Kind::subtitle, 0},
+    {ChartBase::_frame_footnote_1, Kind::footnote, 1},
+    {ChartBase::_frame_footnote_2, Kind::footnote, 2},
+    {ChartBase::_frame_footnote_3, Kind::footnote, 3},
+    {ChartBase::_frame_legend_1, Kind::legend, 1},
+    {ChartBase::_frame_legend_2, Kind::legend, 2},
+    {ChartBase::_frame_statistics_summary_1, Kind::statisticsSummary, 0},
+    {ChartBase::_frame_graph_1, Kind::visualization, 0},
+    {ChartBase::_frame_data_1, Kind::graph, 1},
+    {ChartBase::_frame_pie_1, Kind::graph, 1},
+};
+
+}  // namespace
+
 Kind kindOf(const ChartString& word) {
-  static const std::pair<const XMLCh*, Kind> words[] = {
-      {ChartBase::_title, Kind::title},
-      {ChartBase::_subtitle, Kind::subtitle},
-      {ChartBase::_footnote, Kind::footnote},
-      {PlXUni::_legend, Kind::legend},
-      {u"statisticsSummary", Kind::statisticsSummary},
-      {PlXUni::_visualization, Kind::visualization},
-      {PlXUni::_graph, Kind::graph},
-      {PlXUni::_labelFrame, Kind::labelFrame},
-      {PlXUni::_container, Kind::container},
-      {PlXControlFrame::_controlFrame, Kind::controlFrame},
-  };
-  for (const auto& [text, kind] : words) {
+  for (const auto& [text, kind] : kindWords) {
     if (word.equals(text)) return kind;
   }
   return Kind::other;
+}
+
+const XMLCh* wordOf(Kind kind) {
+  for (const auto& [text, each] : kindWords) {
+    if (each == kind) return text;
+  }
+  return nullptr;
+}
+
+const Known* knownBy(const XMLCh* id) {
+  for (const Known& known : knownFrames) {
+    if (xercesc::XMLString::equals(known.id, id)) return &known;
+  }
+  return nullptr;
 }
 
 namespace {

@@ -26,6 +26,18 @@ enum class Kind {
 };
 
 Kind kindOf(const ChartString& word);
+// The word of a kind; null for the other one.
+const XMLCh* wordOf(Kind kind);
+
+// A frame by an id that says which it is.
+struct Known {
+  const XMLCh* id;
+  Kind kind;
+  long number;  // 1-based, among those of the kind; 0 where there is but one
+};
+
+// Null for an id that says nothing.
+const Known* knownBy(const XMLCh* id);
 
 // The label frames of the page, less those that are its first two titles, its subtitle and its
 // first two footnotes.

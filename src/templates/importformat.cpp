@@ -192,6 +192,10 @@ FormatImport formatImportOf(const XMLCh* name) {
       {u"stringFormat", &BaseTemplate::importStringFormat},
       {u"dateTimeFormat", &BaseTemplate::importDateTimeFormat},
       {u"elapsedTimeFormat", &BaseTemplate::importElapsedTimeFormat},
+      // As converted templates write them
+      {u"numberformat", &BaseTemplate::importNumberFormat},
+      {u"stringformat", &BaseTemplate::importStringFormat},
+      {u"datetimeformat", &BaseTemplate::importDateTimeFormat},
   };
   for (const auto& [element, import] : imports) {
     if (is(name, element)) return import;

@@ -11,7 +11,9 @@ using namespace templatexml;
 
 namespace {
 
-constexpr const XMLCh* formatNames[] = {u"numberFormat", u"stringFormat", u"dateTimeFormat",
+// Converted templates write the first of each two in small letters.
+constexpr const XMLCh* formatNames[] = {u"numberformat",      u"numberFormat",   u"stringformat",
+                                        u"stringFormat",      u"datetimeformat", u"dateTimeFormat",
                                         u"elapsedTimeFormat", u"format"};
 
 // Major and minor ticks have positions alike.
@@ -66,6 +68,24 @@ void importFormats(PlXMajorTicks& ticks, const DOMElement& element) {
   }
 }
 
+// Converted templates write these in small letters.
+constexpr XMLCh smallGridLines[] = u"gridlines";
+
+const DOMElement* gridLinesOf(const DOMElement* ticks) {
+  const DOMElement* gridLines = firstDescendant(ticks, BaseTemplate::_gridLines);
+  return gridLines ? gridLines : firstDescendant(ticks, smallGridLines);
+}
+
+// That of the lines themselves. A converted template may have that of facets before it.
+const DOMElement* lineStyleOf(const DOMElement& gridLines) {
+  const DOMElement* style = firstDescendant(&gridLines, PlXUni::_style);
+  if (!is(gridLines.getNodeName(), smallGridLines)) return style;
+  for (const DOMElement* child = firstElement(&gridLines); child; child = nextElement(child)) {
+    if (is(child->getNodeName(), PlXUni::_style)) style = child;
+  }
+  return style;
+}
+
 }  // namespace
 
 const DOMElement* BaseTemplate::ticksElement(const XMLCh* name, const XMLCh* smallName) const {
@@ -84,7 +104,7 @@ bool BaseTemplate::setMajorTicks(PlXAxis& axis, const DOMElement* element) {
 
   setPosition(*ticks, element->getAttribute(PlXUni::_position));
   setSpacing(*ticks, *element);
-  if (!styleOnly && !ticks->getGridline() && firstDescendant(element, _gridLines)) {
+  if (!styleOnly && !ticks->getGridline() && gridLinesOf(element)) {
     ticks->addGridline();
   }
   importFormats(*ticks, *element);
@@ -109,7 +129,7 @@ bool BaseTemplate::setMinorTicks(PlXAxis& axis, const DOMElement* element) {
     setPosition(*ticks, element->getAttribute(PlXUni::_position));
     const XMLCh* length = element->getAttribute(PlXUni::_length);
     if (*length) ticks->setLength(length);
-    if (!ticks->getGridline() && firstDescendant(element, _gridLines)) ticks->addGridline();
+    if (!ticks->getGridline() && gridLinesOf(element)) ticks->addGridline();
   }
   styleMinorTicks(*ticks, element, major);
   return true;
@@ -131,7 +151,7 @@ void BaseTemplate::styleMajorTicks(PlXMajorTicks& ticks, const DOMElement* eleme
   importNumberedStyles(firstDescendant(element, _tickLabelStyle), label, *frame);
 
   PlXGridline* gridline = ticks.getGridline();
-  if (gridline) styleGridLines(mark, *gridline, firstDescendant(element, _gridLines));
+  if (gridline) styleGridLines(mark, *gridline, gridLinesOf(element));
 }
 
 void BaseTemplate::styleMinorTicks(PlXMinorTicks& ticks, const DOMElement* element,
@@ -147,7 +167,7 @@ void BaseTemplate::styleMinorTicks(PlXMinorTicks& ticks, const DOMElement* eleme
   if (markStyle) importStyle(markStyle, *mark);
 
   PlXGridline* gridline = ticks.getGridline();
-  if (gridline) styleGridLines(mark, *gridline, firstDescendant(element, _gridLines));
+  if (gridline) styleGridLines(mark, *gridline, gridLinesOf(element));
 }
 
 void BaseTemplate::styleGridLines(PlXStyle* markStyle, PlXGridline& gridline,
@@ -158,7 +178,7 @@ void BaseTemplate::styleGridLines(PlXStyle* markStyle, PlXGridline& gridline,
     gridline.setStyle(*(style = addStyle(gridline, nullptr)));
     if (markStyle && markStyle->isColorPresent()) style->setColor(markStyle->getColor());
   }
-  if (const DOMElement* own = firstDescendant(element, PlXUni::_style)) importStyle(own, *style);
+  if (const DOMElement* own = lineStyleOf(*element)) importStyle(own, *style);
 
   const DOMElement* facetStyle = firstDescendant(element, u"facetStyle");
   const XMLCh* when = facetStyle ? facetStyle->getAttribute(PlXUni::_when) : nullptr;

@@ -45,27 +45,6 @@ struct Parameters {
   const DOMElement* label = nullptr;
 };
 
-struct KnownFrame {
-  const XMLCh* id;
-  Kind kind;
-  long number;  // 0 where the command's own counts
-};
-
-const KnownFrame knownFrames[] = {
-    {ChartBase::_frame_title_1, Kind::title, 1},
-    {ChartBase::_frame_title_2, Kind::title, 2},
-    {ChartBase::_frame_subtitle_1, Kind::subtitle, 0},
-    {ChartBase::_frame_footnote_1, Kind::footnote, 1},
-    {ChartBase::_frame_footnote_2, Kind::footnote, 2},
-    {ChartBase::_frame_footnote_3, Kind::footnote, 3},
-    {ChartBase::_frame_legend_1, Kind::legend, 1},
-    {ChartBase::_frame_legend_2, Kind::legend, 2},
-    {ChartBase::_frame_statistics_summary_1, Kind::statisticsSummary, 0},
-    {ChartBase::_frame_graph_1, Kind::visualization, 0},
-    {ChartBase::_frame_data_1, Kind::graph, 1},
-    {ChartBase::_frame_pie_1, Kind::graph, 1},
-};
-
 void readChild(const DOMElement& child, Parameters& parameters) {
   const XMLCh* name = child.getNodeName();
   if (is(name, PlXUni::_label)) parameters.label = &child;
@@ -95,11 +74,10 @@ Parameters readParameters(const DOMElement& command) {
   const ChartString type(command.getAttribute(PlXUni::_type));
   parameters.kind = frames::kindOf(type);
   if (type.empty()) {
-    const XMLCh* frameId = command.getAttribute(BaseTemplate::_frameId);
-    for (const KnownFrame& known : knownFrames) {
-      if (!is(frameId, known.id)) continue;
-      parameters.kind = known.kind;
-      if (known.number) parameters.number = known.number;
+    if (const frames::Known* known =
+            frames::knownBy(command.getAttribute(BaseTemplate::_frameId))) {
+      parameters.kind = known->kind;
+      if (known->number) parameters.number = known->number;
     }
   }
   for (const DOMElement* child = firstElement(&command); child; child = nextElement(child)) {

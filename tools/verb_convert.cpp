@@ -1,0 +1,61 @@
+#include <vector>
+
+#include <chartxml/chartxml.h>
+
+#include "commandline.h"
+#include "files.h"
+#include "templates.h"
+
+const char convertHelp[] =
+    "usage: chartxml convert [-o NEW] OLD\n"
+    "\n"
+    "Writes a template from before there were commands in today's language. What of it no command\n"
+    "says is told on standard error, with the place where its tag starts: elements with all that "
+    "is\n"
+    "in them, and attributes. The exit code is 1 when nothing of it could be taken.\n"
+    "\n"
+    "  -o, --output NEW  write to a file in place of standard output\n"
+    "  -h, --help        show this\n"
+    "\n"
+    "'chartxml apply' and 'chartxml explain' convert such templates themselves.\n"
+    "\n"
+    "Examples:\n"
+    "  chartxml convert house.sgt | less\n"
+    "  chartxml convert -o house.xml house.sgt\n";
+
+namespace {
+
+void addElements(const TemplateNode& node, std::vector<const TemplateNode*>& elements) {
+  std::vector<const TemplateNode*> open = {&node};
+  while (!open.empty()) {
+    const TemplateNode* next = open.back();
+    open.pop_back();
+    if (!next->isText()) elements.push_back(next);
+    for (auto child = next->children.rbegin(); child != next->children.rend(); ++child) {
+      open.push_back(&*child);
+    }
+  }
+}
+
+}  // namespace
+
+int runConvert(int argc, char** argv) {
+  std::string output = "-";
+  const auto operands = readOptions(argc, argv, {{{"output", 'o', nullptr, &output}}});
+  if (operands.empty()) throw UsageError("an OLD template is missing");
+  if (operands.size() > 1) throw UsageError("one template at a time");
+  const std::string& file = operands[0];
+  const OlderTemplate older = readOlderTemplate(file);
+  std::vector<const TemplateNode*> elements;
+  addElements(older.root, elements);
+  for (const auto& [position, attribute] : older.conversion.leftOut) {
+    const TemplateNode& node = *elements.at(position);
+    const std::string what = '\'' + node.name + "' is left out";
+    complain(placed(node, file,
+                    attribute.empty() ? "element " + what
+                                      : "attribute '" + attribute.toUTF8() + "' of " + what));
+  }
+  if (older.conversion.commandCount == 0) throw Failure(file + ": nothing in it is converted");
+  PendingFile(output, older.conversion.text + '\n').commit();
+  return exitDone;
+}
