@@ -145,9 +145,13 @@ DOMElement* ChartBase::getChildByTagName(const DOMNode* parent, const XMLCh* nam
 bool ChartBase::mergeAttributes(const DOMElement* from, DOMElement* to) {
   if (!from || !to) return false;
   const DOMNamedNodeMap* attributes = from->getAttributes();
-  for (XMLSize_t i = 0; i < attributes->getLength(); ++i) {
-    const DOMNode* attribute = attributes->item(i);
-    to->setAttribute(attribute->getNodeName(), attribute->getNodeValue());
+  // A document type's default may stand beside the attribute of the same name that a text states.
+  for (const bool isStated : {false, true}) {
+    for (XMLSize_t i = 0; i < attributes->getLength(); ++i) {
+      const auto* attribute = static_cast<const DOMAttr*>(attributes->item(i));
+      if (attribute->getSpecified() != isStated) continue;
+      to->setAttribute(attribute->getNodeName(), attribute->getNodeValue());
+    }
   }
   return true;
 }
@@ -260,6 +264,7 @@ unsigned ChartBase::removeAllChildren(DOMNode* node) {
 
 bool ChartBase::insertBeforeSiblings(DOMElement* parent, DOMElement* child,
                                      ConstChartStringSet names) {  // NOLINT(performance-*)
+  if (!parent || !child) return false;
   DOMNode* sibling = parent->getFirstChild();
   while (sibling && !names.contains(sibling->getNodeName())) sibling = sibling->getNextSibling();
   parent->insertBefore(child, sibling);

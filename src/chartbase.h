@@ -96,8 +96,8 @@ class CHARTXML_API ChartBase {
   // The token at a 0-based index; runs of delimiters count as one. Empty past the last.
   static ChartString getToken(const XMLCh* text, const XMLCh* delimiters, unsigned index);
   // The prefix, or "id" for an empty one, with the first number from 1 that makes it an identifier
-  // which no element of the chart has. Of many, one that a plain DOM call has taken from its element
-  // may be passed over for a while.
+  // which no element of the chart has. Of many, one that a plain DOM call has taken from its
+  // element may be passed over for a while.
   static ChartString CreateUniqueId(const ChartString& prefix, PlXVisualization& visualization);
 
   // Replaces every placeholder for the present local date and time in a title or footnote:
@@ -141,7 +141,8 @@ class CHARTXML_API ChartBase {
 
   // Removes every child; answers how many there were. The nodes stay owned by their document.
   unsigned removeAllChildren(xercesc::DOMNode* node);
-  // Inserts before the first child of `parent` that has one of the names, or at the end. True.
+  // Inserts before the first child of `parent` that has one of the names, or at the end. True, but
+  // for null.
   bool insertBeforeSiblings(xercesc::DOMElement* parent, xercesc::DOMElement* child,
                             ConstChartStringSet names);
 

@@ -10,6 +10,7 @@
 #include "charterrorhandler.h"
 #include "chartstring.h"
 #include "grammarpool.h"
+#include "plxextension.h"
 #include "tavogotocaller.h"
 #include "treeentityresolver.h"
 
@@ -89,6 +90,7 @@ bool ChartParser::parseText(const std::string& text, const char* sourceName) {
   useCachedGrammarInParse(grammarpool::serves(kind_, grammars_, text));
   isEnded_ = false;
   hasExternalSubset_ = false;
+  names_.clear();
   try {
     parseBounded(text, sourceName);
     return true;
@@ -144,8 +146,36 @@ void ChartParser::startElement(const XMLElementDecl& declaration, const unsigned
   if (needsSchema && declaration.getObjectType() != XMLElementDecl::Schema) {
     refuse(u"the document names no schema");
   }
+  countNames(declaration, attributes, attributeCount);
   BoundedParser::startElement(declaration, uriId, prefix, attributes, attributeCount, isEmpty,
                               isRoot);
+}
+
+// A document keeps its names in a table that doesn't grow: finding one takes time with their
+// number.
+void ChartParser::countName(const XMLCh* name) {
+  constexpr std::size_t mostNames = 8192;
+  names_.insert(name);
+  if (names_.size() > mostNames) refuse(u"the document has too many names");
+}
+
+void ChartParser::countNames(const XMLElementDecl& declaration,
+                             const RefVectorOf<XMLAttr>& attributes, XMLSize_t attributeCount) {
+  // The names of a chart are those of its schema, but in records and with prefixes.
+  const bool areKnown =
+      kind_ == grammarpool::Kind::Charts && declaration.getObjectType() == XMLElementDecl::Schema;
+  const bool isRecord = XMLString::equals(declaration.getBaseName(), PlXExtension::_UTF_extension);
+  if (!areKnown) countName(declaration.getFullName());
+  for (XMLSize_t i = 0; i < attributeCount; ++i) {
+    const XMLAttr& attribute = *attributes.elementAt(i);
+    const XMLCh* attributePrefix = attribute.getPrefix();
+    const bool hasPrefix = attributePrefix && *attributePrefix;
+    if (areKnown && !isRecord && !hasPrefix) continue;
+    countName(attribute.getQName());
+    if (hasPrefix && XMLString::equals(attributePrefix, XMLUni::fgXMLNSString)) {
+      countName(attribute.getValue());
+    }
+  }
 }
 
 void ChartParser::doctypeDecl(const DTDElementDecl& root, const XMLCh* const publicId,

@@ -3,6 +3,7 @@
 #define CHARTXML_CHARTPARSER_H
 
 #include <string>
+#include <unordered_set>
 
 #include <xercesc/parsers/XercesDOMParser.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
@@ -49,11 +50,17 @@ class ChartParser : public BoundedParser<xercesc::XercesDOMParser> {
   const XMLCh* encoding() const override;
   [[noreturn]] void refuse(const XMLCh* reason) override;
   [[noreturn]] void fail(const xercesc::SAXParseException& e);
+  void countNames(const xercesc::XMLElementDecl& declaration,
+                  const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
+                  XMLSize_t attributeCount);
+  void countName(const XMLCh* name);
 
   const grammarpool::Kind kind_;
   const xercesc::XMLGrammarPool* grammars_;  // null for schemas of its own
   bool isEnded_ = false;
   bool hasExternalSubset_ = false;
+  // Those that no schema lists, and the namespaces.
+  std::unordered_set<std::u16string> names_;
 };
 
 #endif

@@ -65,6 +65,13 @@ std::string attributes(int count) {
   return text + "/>";
 }
 
+// Each element with a name of its own.
+std::string named(const std::string& start, const std::string& end, int count) {
+  std::string text;
+  for (int i = 0; i < count; ++i) text.append(start).append(std::to_string(i)).append(end);
+  return text;
+}
+
 // A root of the document type's own.
 std::string declaredRoot(const std::string& declarations, const std::string& content) {
   return "<!DOCTYPE graph [" + declarations + "<!ELEMENT a EMPTY><!ELEMENT b EMPTY>]><graph>" +
@@ -90,6 +97,7 @@ TEST(Parse, TakesWhatIsWellFormedAndValid) {
       chartText(label("&e;"), doctype("<!ENTITY % p '<!ENTITY e &#34;text&#34;>'>%p;" +
                                       repeated("%p;", 80) + doublings(3))),
       chartText(attributes(1024)),
+      chartText(named("<extension a", "='1'/>", 8000) + named("<style id='s", "'/>", 9000)),
       chartText("<!-- " + attributes(2000) + " --><?x " + attributes(2000) + "?>" +
                 label("<![CDATA[" + attributes(2000) + "]]>")),
       declaredRoot("<!ELEMENT graph ((a|b)*,a,(a|b),(a|b))>", "<a/><b/><a/>"),
@@ -133,6 +141,8 @@ TEST(Parse, RefusesTheRestWithALogLine) {
       chartText("", "<!DOCTYPE visualization SYSTEM 'http://127.0.0.1:1/none.dtd'>"),
       chartText("", doctype("<!ELEMENT v " + repeated("(", 100000))),
       chartText("", doctype(doublings(24))),
+      chartText(named("<extension a", "='1'/>", 9000)),
+      chartText(named("<extension xmlns:a='u", "'/>", 9000)),
       chartText("", doctype("<!ENTITY % p ' '>" + repeated("%p;", 200))),
       chartText("", doctype("<!--" + repeated("x", 20000) + "-->")),
       chartText("<style/>", doctype(laughs(11) + "<!ATTLIST style color CDATA '&a11;'>")),
@@ -257,6 +267,8 @@ TEST(Utilities, InsertBeforeNamedSiblings) {
   EXPECT_TRUE(ChartBase::mergeAttributes(base.root(), last));
   EXPECT_TRUE(last->hasAttribute(u"xmlns"));
   EXPECT_FALSE(ChartBase::mergeAttributes(nullptr, last));
+  EXPECT_FALSE(base.insertBeforeSiblings(nullptr, last, {}));
+  EXPECT_FALSE(base.insertBeforeSiblings(base.root(), nullptr, {}));
 }
 
 TEST(Tokens, RunsOfDelimitersCountAsOne) {
