@@ -63,7 +63,8 @@ Position readPosition(const BaseTemplate& base, const DOMElement& command) {
 bool isAt(const PlXPointGuide& guide, const Place& place) {
   for (std::size_t i = 0; i < std::size(coordinates); ++i) {
     const ChartString& wanted = place[i];
-    const ChartString there((guide.*coordinates[i].get)());
+    const auto get = coordinates[i].get;
+    const ChartString there((guide.*get)());
     if (wanted.empty() || wanted.equals(there)) continue;
     const bool areNumbers = wanted.isNumber() && there.isNumber();
     if (!areNumbers || wanted.convertToDouble() != there.convertToDouble()) return false;
