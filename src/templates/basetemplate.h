@@ -168,7 +168,7 @@ class CHARTXML_API BaseTemplate {
   // first of `from`, and lists with the two colours of its styles. They change places from a
   // "point" to a "line" or a "text".
   void cloneStyleCycle(CTElementType& to, const CTElementType& from, const XMLCh* idBase,
-                       ChartString fromType, ChartString toType);
+                       const ChartString& fromType, const ChartString& toType);
 
   // ---- predicates
   bool isGraphPolar(const PlXGraph& graph) const;

@@ -114,7 +114,7 @@ std::vector<PlXCategoricalDomain*> Domains::domainsOf(CTVariableType& variable,
   // An empty id is nobody's.
   const bool hasId = *variable.getId();
   const auto found = hasId ? referring_.find(variable.getId()) : referring_.end();
-  const std::vector<PlXCategoricalDomain*> referring =
+  std::vector<PlXCategoricalDomain*> referring =
       found == referring_.end() ? std::vector<PlXCategoricalDomain*>() : found->second;
   if (reach == Reach::all && !referring.empty()) {
     variable.setDomain(*referring.back());

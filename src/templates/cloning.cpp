@@ -206,7 +206,8 @@ void BaseTemplate::cloneStyleCycle(const PlXStyleCycle& from, PlXStyleCycle& to)
 }
 
 void BaseTemplate::cloneStyleCycle(CTElementType& to, const CTElementType& from,
-                                   const XMLCh* idBase, ChartString fromType, ChartString toType) {
+                                   const XMLCh* idBase, const ChartString& fromType,
+                                   const ChartString& toType) {
   const std::vector<PlXStyleBy*> styleBys = from.getStyleBys();
   if (styleBys.empty()) return;
   const PlXStyleBy& first = *styleBys.front();

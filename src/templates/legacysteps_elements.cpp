@@ -1,5 +1,4 @@
 // The steps for elements and what shows their data: fits, effects, labels, bins.
-#include <ranges>
 #include <unordered_set>
 
 #include <xercesc/dom/DOM.hpp>
@@ -300,8 +299,9 @@ void legacysteps::convertCollapse(LegacyConversion& conversion) {
   conversion.set(command, PlXUni::_role, PlXUni::_x);
   conversion.set(command, PlXUni::_minFraction, conversion.read(old, PlXUni::_minFraction));
   const XMLCh* category = conversion.read(old, PlXUni::_category);
-  for (const DOMElement* relabel :
-       conversion.below(old->getParentNode(), PlXUni::_relabel) | std::views::reverse) {
+  const ElementIndex::Elements relabels = conversion.below(old->getParentNode(), PlXUni::_relabel);
+  for (auto each = relabels.rbegin(); each != relabels.rend(); ++each) {
+    const DOMElement* relabel = *each;
     if (!is(relabel->getAttribute(PlXUni::_from), category)) continue;
     conversion.read(relabel, PlXUni::_from);
     category = conversion.read(relabel, PlXUni::_to);
@@ -321,7 +321,9 @@ void legacysteps::convertHistogramBinning(LegacyConversion& conversion) {
 
 // binned positions of points: setScatterplotBinning
 void legacysteps::convertScatterplotBinning(LegacyConversion& conversion) {
-  for (const DOMElement* element : conversion.named(PlXUni::_element) | std::views::reverse) {
+  const ElementIndex::Elements elements = conversion.named(PlXUni::_element);
+  for (auto each = elements.rbegin(); each != elements.rend(); ++each) {
+    const DOMElement* element = *each;
     if (!hasType(element, PlXUni::_point)) continue;
     const DOMElement* statistic = binStatistic(element);
     if (!statistic) continue;

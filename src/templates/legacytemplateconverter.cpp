@@ -99,7 +99,7 @@ std::string LegacyTemplateConverter::convert() {
     }
     commandCount_ = newDocument_->getDocumentElement()->getChildElementCount();
   }
-  const std::string text = printed(*newDocument_);
+  std::string text = printed(*newDocument_);
   ChartBase::printString(text, "template_converted_", ".sgt", counter++,
                          ChartBase::PRINT_TEMPLATE_CONVERTED);
   return text;
