@@ -80,10 +80,12 @@ OwnedDocument frameOf(const DOMElement& chartRoot, const DOMElement& dataRoot,
   const DOMNamedNodeMap* attributes = dataRoot.getAttributes();
   for (XMLSize_t i = 0; i < attributes->getLength(); ++i) {
     const XMLCh* name = attributes->item(i)->getNodeName();
-    const bool isOwn = dataRoot.getPrefix() && XMLString::equals(name + 6, dataRoot.getPrefix());
-    if (XMLString::startsWith(name, u"xmlns:") && !isOwn && !root->hasAttribute(name)) {
-      root->setAttribute(name, attributes->item(i)->getNodeValue());
-    }
+    constexpr std::u16string_view start = u"xmlns:";
+    if (!XMLString::startsWith(name, start.data())) continue;
+    const bool isOwn =
+        dataRoot.getPrefix() && XMLString::equals(name + start.size(), dataRoot.getPrefix());
+    if (isOwn || root->hasAttribute(name)) continue;
+    root->setAttribute(name, attributes->item(i)->getNodeValue());
   }
   return frame;
 }

@@ -274,11 +274,11 @@ CTElementType* BaseTemplate::getFirstSPLOMElement(const PlXGraph& graph) const {
         coordinate ? coordinate->getExpressionVariable() : nullptr;
     return variable && ChartString(variable->getExpression()).ContainsString(u"/");
   };
-  const PlXCoordinates* diagonal = graph.getCoordinates(1);
   std::vector<CTElementType*> elements;
   getAllElements(graph, elements);
   for (CTElementType* element : elements) {
     if (!isQuotient(element->getX()) || !isQuotient(element->getY())) continue;
+    const PlXCoordinates* diagonal = graph.getCoordinates(1);
     if (!diagonal || element->getCoordinates() != diagonal) return element;
   }
   return nullptr;
