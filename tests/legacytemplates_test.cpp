@@ -293,6 +293,7 @@ TEST(LegacyTemplate, IsRefusedWhenItIsHostile) {
                                "<graph>",
                                graph("<a></b>"),
                                withDeclarations("[" + entities("") + "]", "&e29;"),
+                               withDeclarations("[" + entities("% ") + "%e29;]", ""),
                                graph(nested("a", 5000, ""))};
   EditedChart chart("");
   for (const std::string& text : texts) {
