@@ -95,8 +95,7 @@ class BoundedParser : protected parserbounds::Memory, public Parser {
                     const XMLSize_t attributeCount, const bool isEmpty,
                     const bool isRoot) override {
     if (++depth_ > parserbounds::deepestLevel) refuse(u"elements are nested too deep");
-    if (attributeCount > parserbounds::mostAttributes)
-      refuse(u"an element has too many attributes");
+    if (attributeCount > parserbounds::mostAttributes) refuse(parserbounds::tooManyAttributes);
     if (hasDoctype_) {
       boundBytes();
       memory.unboundReaders();

@@ -193,8 +193,6 @@ const SchemaElement* CommandSchema::find(const std::string& name) const {
 
 std::string CommandSchema::problemOfCommand(const std::string& name) const {
   if (!sentenceOf(name).empty()) return {};
-  const SchemaElement* element = find(name);
-  if (element && element->isCommand) return "command '" + name + "' is not in this version";
   std::vector<std::string> names;
   for (const auto& [each, definition] : elements_) {
     if (definition.isCommand) names.push_back(each);
