@@ -105,6 +105,8 @@ static_assert(std::size(houseStyle) == 40);
 
 // What there is more of.
 enum Of : unsigned { graphs = 1, elements = 2, styles = 4, frames = 8 };
+// On charts without categories, which some commands pass over.
+constexpr unsigned measures = 16;
 
 // The other commands, with what each of them walks over.
 struct Growing {
@@ -141,7 +143,9 @@ constexpr Growing otherCommands[] = {
     {R"(<addReferenceRectangle y1="1" y2="2" name="a"><style color="red"/>)"
      R"(</addReferenceRectangle>)"},
     {R"(<addAnchoredAnnotation x="1" y="2" name="a"><label>a</label></addAnchoredAnnotation>)"},
-    {R"(<addFitLine type="linear" target="subgroup"><style color="red"/></addFitLine>)"},
+    {R"(<addFitLine primary="true" type="linear" target="subgroup"><style color="red"/>)"
+     R"(</addFitLine>)",
+     graphs | elements | measures},
     {R"(<addHistogramNormalLine type="normal"><style color="red"/></addHistogramNormalLine>)"},
     {R"(<addInterpolationLine><interpolation type="straight" primary="true"/>)"
      R"(</addInterpolationLine>)"},
@@ -178,7 +182,7 @@ constexpr Growing otherCommands[] = {
     {R"(<addStyleCycle elementName="labeling"><cycle><style color="red"/></cycle></addStyleCycle>)",
      elements},
     {R"(<setHistogramBinning binStart="0" binWidth="5"/>)"},
-    {R"(<setScatterplotBinning method="size" binCount="9"/>)"},
+    {R"(<setScatterplotBinning method="size" binCount="9"/>)", graphs | elements | measures},
     {R"(<hideFrame type="legend" count="1"/>)", graphs | frames},
     {R"(<hideFrame type="graph" count="1"/>)", graphs | frames},
     {R"(<setShowLineMarkers><style color="red"/></setShowLineMarkers>)"},
@@ -281,6 +285,12 @@ std::string richText(const ChartSize& size) {
   return text;
 }
 
+std::string numericText(const ChartSize& size) {
+  std::string text = richText(size);
+  constexpr std::string_view word = R"( categorical="true" domain="domain_region")";
+  return text.erase(text.find(word), word.size());
+}
+
 // A template on a chart of `sizeOf(n)`, whose text is made by `textOf`.
 void addGrowing(const std::string& label, int count, std::function<ChartSize(int)> sizeOf,
                 std::function<std::string(int)> templateOf,
@@ -327,7 +337,8 @@ void addOtherCommands() {
       if (!(what & row.what)) continue;
       addGrowing(
           std::string(row.label) + "/" + name + (number > 1 ? " " + std::to_string(number) : ""),
-          row.count, row.sizeOf, [=](int) { return text; }, richText);
+          row.count, row.sizeOf, [=](int) { return text; },
+          what & measures ? numericText : richText);
     }
   }
 }
