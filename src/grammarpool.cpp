@@ -15,6 +15,7 @@
 #include "chartbase.h"
 #include "charterrorhandler.h"
 #include "chartprolog.h"
+#include "keptdocuments.h"
 #include "pathfactory.h"
 #include "storedgrammars.h"
 
@@ -162,7 +163,9 @@ void grammarpool::hold() {
 }
 
 void grammarpool::drop() {
-  if (--holders == 0) pools.clear();
+  if (--holders > 0) return;
+  keptdocuments::clear();
+  pools.clear();
 }
 
 std::unique_ptr<grammarpool::Grammars> grammarpool::read(Kind kind, const std::string& folder,
