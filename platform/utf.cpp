@@ -1,7 +1,5 @@
 #include "utf.h"
 
-#include <cstdint>
-
 namespace {
 
 constexpr char32_t replacement = 0xFFFD;
@@ -11,24 +9,6 @@ bool isHigh(char16_t unit) {
 }
 bool isLow(char16_t unit) {
   return unit >= 0xDC00 && unit <= 0xDFFF;
-}
-
-void put(std::string& out, char32_t c) {
-  if (c < 0x80) {
-    out += static_cast<char>(c);
-  } else if (c < 0x800) {
-    out += static_cast<char>(0xC0 | (c >> 6));
-    out += static_cast<char>(0x80 | (c & 0x3F));
-  } else if (c < 0x10000) {
-    out += static_cast<char>(0xE0 | (c >> 12));
-    out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (c & 0x3F));
-  } else {
-    out += static_cast<char>(0xF0 | (c >> 18));
-    out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-    out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (c & 0x3F));
-  }
 }
 
 // Reads one character at `i` and moves behind it; a malformed byte is stepped over alone.
@@ -53,6 +33,24 @@ char32_t take(std::string_view text, std::size_t& i) {
 
 }  // namespace
 
+void utf::appendUtf8(std::string& out, char32_t c) {
+  if (c < 0x80) {
+    out += static_cast<char>(c);
+  } else if (c < 0x800) {
+    out += static_cast<char>(0xC0 | (c >> 6));
+    out += static_cast<char>(0x80 | (c & 0x3F));
+  } else if (c < 0x10000) {
+    out += static_cast<char>(0xE0 | (c >> 12));
+    out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+    out += static_cast<char>(0x80 | (c & 0x3F));
+  } else {
+    out += static_cast<char>(0xF0 | (c >> 18));
+    out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
+    out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+    out += static_cast<char>(0x80 | (c & 0x3F));
+  }
+}
+
 void utf::appendUtf8(std::string& out, std::u16string_view text) {
   for (std::size_t i = 0; i < text.size(); ++i) {
     char32_t c = text[i];
@@ -61,7 +59,7 @@ void utf::appendUtf8(std::string& out, std::u16string_view text) {
     } else if (isHigh(text[i]) || isLow(text[i])) {
       c = replacement;
     }
-    put(out, c);
+    appendUtf8(out, c);
   }
 }
 
@@ -85,6 +83,11 @@ std::u16string utf::toUtf16(std::string_view text) {
     }
   }
   return out;
+}
+
+bool utf::isXmlCharacter(std::uint32_t c) {
+  return c == 0x9 || c == 0xA || c == 0xD || (c >= 0x20 && c <= 0xD7FF) ||
+         (c >= 0xE000 && c <= 0xFFFD) || (c >= 0x10000 && c <= 0x10FFFF);
 }
 
 std::size_t utf::firstLength(std::string_view text) {

@@ -244,6 +244,10 @@ DOMDocument* ChartBase::parseOwned(const std::string& text) {
   return parse(text) ? parser().adoptDocument() : nullptr;
 }
 
+DOMDocument* ChartBase::tryOwned(const std::string& text) {
+  return parser().tryText(text, sourceName) ? parser().adoptDocument() : nullptr;
+}
+
 void ChartBase::releaseDocument(DOMDocument* doc) {
   if (doc) doc->release();
 }

@@ -172,6 +172,9 @@ class CHARTXML_API ChartBase {
 
   // As parseDocument(), but the document is the caller's to release.
   xercesc::DOMDocument* parseOwned(const std::string& text);
+  // The same for a text of the schemas that all documents share. Null for any other and where
+  // parseOwned() fails, but without a trace of it in log and dumps.
+  xercesc::DOMDocument* tryOwned(const std::string& text);
 
   // Not owned; null until a derived class sets it.
   xercesc::DOMDocument* document_ = nullptr;

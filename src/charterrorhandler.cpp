@@ -15,6 +15,7 @@
 #include "chartexception.h"
 #include "chartstring.h"
 #include "clocktext.h"
+#include "datatypeerror.h"
 #include "pathfactory.h"
 #include "textconversion.h"
 
@@ -51,7 +52,8 @@ std::string domErrorText(short code) {
   return isKnown ? texts[code - 1] : "unknown DOM error";
 }
 
-// A value that breaks its schema type.
+}  // namespace
+
 bool isDatatypeError(const SAXParseException& e) {
   // The parser gives the type of its own exception in the text: "datatype error: Type:" and a name.
   constexpr std::size_t nameStart = 21;
@@ -59,8 +61,6 @@ bool isDatatypeError(const SAXParseException& e) {
   const std::u16string_view message(e.getMessage() ? e.getMessage() : u"");
   return message.size() > nameStart && message.substr(nameStart, name.size()) == name;
 }
-
-}  // namespace
 
 ChartErrorHandler::~ChartErrorHandler() = default;
 

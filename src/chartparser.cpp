@@ -1,14 +1,12 @@
 #include "chartparser.h"
 
-#include <algorithm>
-#include <memory>
-
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/framework/XMLGrammarPool.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
 
 #include "charterrorhandler.h"
 #include "chartstring.h"
+#include "datatypeerror.h"
 #include "grammarpool.h"
 #include "plxextension.h"
 #include "tavogotocaller.h"
@@ -36,12 +34,22 @@ class NothingResolver : public EntityResolver {
   }
 };
 
+// Ends the same parses as its base, but leaves no trace of them.
+class SilentErrorHandler : public ChartErrorHandler {
+ public:
+  void fatalError(const SAXParseException& e) override { throw SAXParseException(e); }
+  void error(const SAXParseException& e) override {
+    if (!isDatatypeError(e)) throw SAXParseException(e);
+  }
+  void warning(const SAXParseException& e) override { throw SAXParseException(e); }
+};
+
 // Resets what was lent to the parser for one parse.
 class HandlerLoan {
  public:
-  HandlerLoan(XercesDOMParser& parser, grammarpool::Kind kind)
-      : parser_(parser), handler_(std::make_unique<ChartErrorHandler>()) {
-    parser.setErrorHandler(handler_.get());
+  HandlerLoan(XercesDOMParser& parser, grammarpool::Kind kind, ErrorHandler& handler)
+      : parser_(parser) {
+    parser.setErrorHandler(&handler);
     if (kind == grammarpool::Kind::Trees) {
       parser.setEntityResolver(&treeResolver_);
     } else if (kind == grammarpool::Kind::None) {
@@ -49,7 +57,7 @@ class HandlerLoan {
     } else if (kind == grammarpool::Kind::Charts) {
       parser.setEntityResolver(&chartResolver_);
     } else {
-      parser.setEntityResolver(handler_.get());
+      parser.setEntityResolver(&installedResolver_);
     }
   }
   HandlerLoan(const HandlerLoan&) = delete;
@@ -61,7 +69,7 @@ class HandlerLoan {
 
  private:
   XercesDOMParser& parser_;
-  std::unique_ptr<ChartErrorHandler> handler_;
+  ChartErrorHandler installedResolver_;
   TreeEntityResolver treeResolver_;
   ChartSchemaResolver chartResolver_;
   NothingResolver nothingResolver_;
@@ -84,10 +92,25 @@ ChartParser::ChartParser(grammarpool::Kind kind, XMLGrammarPool* grammars)
   setSecurityManager(&expansions());
 }
 
-// Exceptions end here: those of the parser hold memory that goes with it.
 bool ChartParser::parseText(const std::string& text, const char* sourceName) {
-  const HandlerLoan loan(*this, kind_);
   isServed_ = grammarpool::serves(kind_, grammars_, text);
+  ChartErrorHandler handler;
+  return parseUnder(handler, text, sourceName);
+}
+
+bool ChartParser::tryText(const std::string& text, const char* sourceName) {
+  isServed_ = grammarpool::serves(kind_, grammars_, text);
+  if (!isServed_) return false;
+  SilentErrorHandler handler;
+  if (parseUnder(handler, text, sourceName)) return true;
+  dropDocument();
+  return false;
+}
+
+// Exceptions end here: those of the parser hold memory that goes with it.
+bool ChartParser::parseUnder(ErrorHandler& handler, const std::string& text,
+                             const char* sourceName) {
+  const HandlerLoan loan(*this, kind_, handler);
   useCachedGrammarInParse(isServed_);
   isEnded_ = false;
   hasExternalSubset_ = false;

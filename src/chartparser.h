@@ -26,6 +26,8 @@ class ChartParser : public BoundedParser<xercesc::XercesDOMParser> {
   // document is that of getDocument(). The log names the text by `sourceName`. Only a
   // TavoGoToCaller passes.
   bool parseText(const std::string& text, const char* sourceName);
+  // The same for a text that the shared grammars serve. False for any other, and nothing is logged.
+  bool tryText(const std::string& text, const char* sourceName);
 
   // True when the last text was read with the shared schemas alone.
   bool isServed() const { return isServed_; }
@@ -54,6 +56,7 @@ class ChartParser : public BoundedParser<xercesc::XercesDOMParser> {
 
  private:
   ChartParser(grammarpool::Kind kind, xercesc::XMLGrammarPool* grammars);
+  bool parseUnder(xercesc::ErrorHandler& handler, const std::string& text, const char* sourceName);
   void parseBounded(const std::string& text, const char* sourceName);
   const XMLCh* encoding() const override;
   [[noreturn]] void refuse(const XMLCh* reason) override;

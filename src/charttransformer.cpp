@@ -1,6 +1,8 @@
 #include "charttransformer.h"
 
 #include <algorithm>
+#include <array>
+#include <functional>
 #include <limits>
 #include <string_view>
 #include <unordered_map>
@@ -8,6 +10,7 @@
 
 #include <xercesc/dom/DOM.hpp>
 
+#include "datatext.h"
 #include "dialect.h"
 #include "domwalk.h"
 #include "modelstore.h"
@@ -15,6 +18,7 @@
 #include "plxsources.h"
 #include "plxuni.h"
 #include "report.h"
+#include "rowseparator.h"
 #include "tavogotocaller.h"
 #include "textbuffer.h"
 #include "xmldatahandler.h"
@@ -117,6 +121,20 @@ std::string closeText(const DOMDocument& document) {
   return "</" + ChartString(document.getDocumentElement()->getNodeName()).toUTF8() + '>';
 }
 
+// What a text becomes; empty, and reported, when that fails.
+template <class TextOf>
+std::string compressed(TextOf textOf) {
+  std::string result;
+  try {
+    zlib1211tavo::compressString(textOf(), result);
+  } catch (const TavoGoToCaller&) {
+    throw;
+  } catch (...) {
+    report("compressDocument fatal error", __FILE__, __LINE__);
+  }
+  return result;
+}
+
 // The children of the data's root by id; the first of several counts.
 std::unordered_map<std::u16string_view, DOMElement*> sourcesById(const DOMElement& dataRoot) {
   std::unordered_map<std::u16string_view, DOMElement*> sources;
@@ -140,32 +158,113 @@ std::string miscText(const DOMNode* first, const DOMNode* end) {
   return text.take();
 }
 
-// The chart's text with the data's sources in the place of their placeholders. Everything is
-// printed from where it stands: copying would cost as much as parsing did.
-std::string mergedText(const DOMElement& chartRoot, DOMDocument& data, const XMLCh* encoding) {
-  const DOMElement& dataRoot = *data.getDocumentElement();
-  takeVersion(data, chartRoot);
-  const OwnedDocument frame = frameOf(chartRoot, dataRoot, encoding);
-  const auto sources = sourcesById(dataRoot);
+using WriteSource = std::function<void(const XMLCh* id, TextBuffer& out)>;
 
+// The chart's text with what `writeSource` writes in the place of each placeholder. Everything is
+// printed from where it stands: copying would cost as much as parsing did.
+std::string mergedText(const DOMElement& chartRoot, const DOMElement& dataRoot,
+                       const XMLCh* encoding, const WriteSource& writeSource) {
+  const OwnedDocument frame = frameOf(chartRoot, dataRoot, encoding);
   std::string start = openText(*frame);
   const DOMDocument* chart = chartRoot.getOwnerDocument();
   start.insert(start.find("?>") + 2, miscText(chart->getFirstChild(), &chartRoot));
   TextBuffer text;
   text.append(start);
   for (DOMNode* child = chartRoot.getFirstChild(); child; child = child->getNextSibling()) {
-    if (!isPlaceholder(*child)) {
+    if (isPlaceholder(*child)) {
+      writeSource(static_cast<DOMElement*>(child)->getAttribute(PlXUni::_id), text);
+    } else {
       writeXml(*child, text);
-      continue;
     }
-    const auto source = sources.find(static_cast<DOMElement*>(child)->getAttribute(PlXUni::_id));
-    if (source == sources.end()) continue;
-    declareNamespaces(*source->second, dataRoot, chartRoot);
-    writeXml(*source->second, text);
   }
   text.append(closeText(*frame));
   text.append(miscText(chartRoot.getNextSibling(), nullptr));
   return text.take();
+}
+
+std::string mergedText(const DOMElement& chartRoot, DOMDocument& data, const XMLCh* encoding) {
+  const DOMElement& dataRoot = *data.getDocumentElement();
+  takeVersion(data, chartRoot);
+  const auto sources = sourcesById(dataRoot);
+  return mergedText(chartRoot, dataRoot, encoding, [&](const XMLCh* id, TextBuffer& out) {
+    const auto source = sources.find(id);
+    if (source == sources.end()) return;
+    declareNamespaces(*source->second, dataRoot, chartRoot);
+    writeXml(*source->second, out);
+  });
+}
+
+// ---- sources that can be put back as they were printed, since parsing them would change nothing
+
+// True for a root that declares the usual namespaces and no others.
+bool isPlainRoot(const DOMElement& root) {
+  const DOMNamedNodeMap* attributes = root.getAttributes();
+  for (XMLSize_t i = 0; i < attributes->getLength(); ++i) {
+    const XMLCh* name = attributes->item(i)->getNodeName();
+    if (!isNamespace(name)) continue;
+    const XMLCh* usual =
+        XMLString::equals(name, ChartBase::_schemaDefaultNSName)  ? ChartBase::_schemaDefaultNSValue
+        : XMLString::equals(name, ChartBase::_schemaInstanceName) ? ChartBase::_schemaInstanceValue
+                                                                  : nullptr;
+    if (!usual || !XMLString::equals(attributes->item(i)->getNodeValue(), usual)) return false;
+  }
+  return true;
+}
+
+bool isWithoutPrefix(const DOMNode& node) {
+  return XMLString::indexOf(node.getNodeName(), u':') < 0 && !isNamespace(node.getNodeName());
+}
+
+// A list of an embedded source: nothing but text.
+bool isPlainList(const DOMNode& node) {
+  constexpr std::array<const XMLCh*, 3> names = {u"names", u"types", u"row"};
+  if (std::ranges::none_of(
+          names, [&](const XMLCh* name) { return XMLString::equals(node.getNodeName(), name); })) {
+    return false;
+  }
+  if (node.getAttributes()->getLength() > 0) return false;
+  for (DOMNode* text = node.getFirstChild(); text; text = text->getNextSibling()) {
+    if (text->getNodeType() != DOMNode::TEXT_NODE) return false;
+  }
+  return true;
+}
+
+bool isPlainSource(const DOMElement& source) {
+  const DOMNamedNodeMap* attributes = source.getAttributes();
+  for (XMLSize_t i = 0; i < attributes->getLength(); ++i) {
+    if (!isWithoutPrefix(*attributes->item(i))) return false;
+  }
+  for (DOMNode* child = source.getFirstChild(); child; child = child->getNextSibling()) {
+    if (!isPlainList(*child)) return false;
+  }
+  return isWithoutPrefix(source);
+}
+
+// True when declareNamespaces() would have nothing to do on such sources.
+bool declaresTheSame(const DOMElement& dataRoot, const DOMElement& chartRoot) {
+  const DOMNamedNodeMap* attributes = dataRoot.getAttributes();
+  for (XMLSize_t i = 0; i < attributes->getLength(); ++i) {
+    const XMLCh* name = attributes->item(i)->getNodeName();
+    if (!isNamespace(name)) continue;
+    if (!XMLString::equals(name, u"xmlns") && !chartRoot.hasAttribute(name)) continue;
+    const XMLCh* value = chartRoot.getAttribute(name);
+    if (!XMLString::equals(attributes->item(i)->getNodeValue(), value)) return false;
+  }
+  return true;
+}
+
+// Prints an embedded source with its rows, which are its last content.
+void appendWithRows(const DOMElement& source, std::size_t start, std::size_t end, DataText& text) {
+  constexpr std::string_view endTag = "</embeddedSource>";
+  std::string printed = xmlText(source);
+  if (printed.ends_with("/>")) {
+    printed.replace(printed.size() - 2, 2, ">");
+  } else {
+    printed.resize(printed.size() - endTag.size());
+  }
+  text.append(printed);
+  text.put(start, end);
+  text.append(endTag);
 }
 
 // What the scanner of XmlDataHandler knows of a data document: these elements, with this attribute
@@ -248,9 +347,9 @@ void simplify(DOMDocument& data) {
 }  // namespace
 
 ChartTransformer::ChartTransformer(const std::string& chartText) {
-  if (chartText.empty()) return;
+  if (chartText.empty() || openWithoutRows(chartText)) return;
   makeModel(chartText);
-  if (model_) separateData();
+  if (model_) separateData(nullptr);
 }
 
 ChartTransformer::ChartTransformer(const std::string& compressedChart,
@@ -291,34 +390,75 @@ void ChartTransformer::makeModel(const std::string& text) {
   if (chart_) model_ = std::make_unique<PlXVisualization>(chart_->getDocumentElement());
 }
 
-void ChartTransformer::separateData() {
+// False, with the object as it was, when the rows have to go the way of everything else. That way
+// is also taken for each failure: its report then tells the place in the whole text.
+bool ChartTransformer::openWithoutRows(const std::string& text) {
+  rowseparator::Separated rows;
+  if (!rowseparator::separate(text, rows)) return false;
+  chart_.reset(tryOwned(rows.rest));
+  if (!chart_) return false;
+  rows.rest = {};
+  model_ = std::make_unique<PlXVisualization>(chart_->getDocumentElement());
+  if (model_->getEmbeddedSources().size() == rows.ends.size()) {
+    separateData(&rows);
+    return true;
+  }
+  model_.reset();
+  chart_.reset();
+  return false;
+}
+
+void ChartTransformer::separateData(rowseparator::Separated* rows) {
   const std::vector<PlXEmbeddedSource*> embedded = model_->getEmbeddedSources();
   std::vector<DOMElement*> sources;
   append(sources, model_->getUserSources());
   append(sources, model_->getDatabaseSources());
   append(sources, model_->getDelimitedFileSources());
   append(sources, model_->getStreamingSources());
+  const std::size_t others = sources.size();
   append(sources, embedded);
   if (sources.empty()) return;
 
+  const DOMElement& root = *model_->getImplementation();
+  bool isPlain = rows && isPlainRoot(root) && std::ranges::all_of(sources, [](const auto* source) {
+                   return isPlainSource(*source);
+                 });
   std::vector<ChartString> ids;
   for (PlXEmbeddedSource* source : embedded) {
     // Without an id nothing would lead back from the placeholder.
-    if (!*source->getId()) source->setId(CreateUniqueId("source", *model_).xc_str());
+    if (!*source->getId()) {
+      source->setId(CreateUniqueId("source", *model_).xc_str());
+      isPlain = false;
+    }
     ids.emplace_back(source->getId());
   }
   const OwnedDocument frame(createDataDocument(_utf8));
-  keepNamespaces(*model_->getImplementation(), *frame->getDocumentElement());
-  takeVersion(*frame, *model_->getImplementation());
-  TextBuffer text;
-  text.append(openText(*frame));
-  for (const DOMElement* source : sources) writeXml(*source, text);
-  text.append(closeText(*frame));
+  keepNamespaces(root, *frame->getDocumentElement());
+  takeVersion(*frame, root);
+  auto text = std::make_unique<DataText>(rows ? std::move(rows->bytes) : nullptr);
+  text->append(openText(*frame));
+  std::size_t start = 0;
+  for (std::size_t i = 0; i < sources.size(); ++i) {
+    if (isPlain) text->startSource(sources[i]->getAttribute(PlXUni::_id));
+    const std::size_t end = rows && i >= others ? rows->ends[i - others] : start;
+    if (start == end) {
+      text->append(xmlText(*sources[i]));
+    } else {
+      appendWithRows(*sources[i], start, end, *text);
+    }
+    start = end;
+  }
+  if (isPlain) text->endSources();
+  text->append(closeText(*frame));
 
   model_->removeEmbeddedSources();
   for (const ChartString& id : ids) model_->addUserSource(id.xc_str());
-  zlib1211tavo::compressString(text.take(), compressedData_);
   isDataPrinted_ = true;
+  if (text->size() > longestKeptText) {
+    zlib1211tavo::compressString(text->whole(), compressedData_);
+  } else {
+    dataText_ = std::move(text);
+  }
 }
 
 DOMDocument* ChartTransformer::createDataDocument(const XMLCh*) {
@@ -329,6 +469,12 @@ DOMDocument* ChartTransformer::createDataDocument(const XMLCh*) {
 }
 
 bool ChartTransformer::readDataText(std::string& text) const {
+  if (dataText_) {
+    // As long as what nobody could inflate again.
+    if (dataText_->size() > zlib1211tavo::getInflateLimit()) return false;
+    text = dataText_->whole();
+    return true;
+  }
   if (!compressedData_.empty()) return zlib1211tavo::decompressString(text, compressedData_);
   // Streams count their lengths in 32 bits.
   if (!isStreamHeld() || dataStreamLength_ > std::numeric_limits<unsigned>::max()) return false;
@@ -361,6 +507,8 @@ std::string ChartTransformer::getEntireXML(const XMLCh* encoding) {
   if (!model_) return {};
   try {
     if (model_->getUserSources().empty()) return model_->AsUTF8();
+    std::string text;
+    if (mergeText(encoding, text)) return text;
     const OwnedDocument data(readData(Owner::Caller));
     if (!data) return model_->AsUTF8();
     return mergedText(*model_->getImplementation(), *data, encoding);
@@ -372,11 +520,26 @@ std::string ChartTransformer::getEntireXML(const XMLCh* encoding) {
   }
 }
 
+bool ChartTransformer::mergeText(const XMLCh* encoding, std::string& text) {
+  if (!dataText_ || !dataText_->hasSources()) return false;
+  if (dataText_->size() > zlib1211tavo::getInflateLimit()) return false;
+  const OwnedDocument frame(createDataDocument(encoding));
+  const DOMElement& dataRoot = *frame->getDocumentElement();
+  const DOMElement& chartRoot = *model_->getImplementation();
+  if (!declaresTheSame(dataRoot, chartRoot)) return false;
+  text = mergedText(chartRoot, dataRoot, encoding,
+                    [this](const XMLCh* id, TextBuffer& out) { dataText_->writeSource(id, out); });
+  return true;
+}
+
 std::string ChartTransformer::getCompressedXML() {
   return model_ ? compressDocument(model_->getImplementation()->getOwnerDocument()) : std::string();
 }
 
 std::string ChartTransformer::getCompressedData() {
+  if (dataText_ && compressedData_.empty()) {
+    compressedData_ = compressed([this] { return dataText_->whole(); });
+  }
   if (!isDataPrinted_) {
     const OwnedDocument data(readData(Owner::Caller));
     if (data) {
@@ -396,9 +559,12 @@ unsigned char* ChartTransformer::getCompressedDataStream(unsigned long& size) {
       size = dataStreamLength_;
       return copy;
     }
-    if (compressedData_.empty()) return nullptr;
     std::string text;
-    if (!compressedData_.starts_with('x')) {
+    if (dataText_) {
+      if (!readDataText(text)) return nullptr;
+    } else if (compressedData_.empty()) {
+      return nullptr;
+    } else if (!compressedData_.starts_with('x')) {
       text = compressedData_;
     } else if (!zlib1211tavo::decompressString(text, compressedData_)) {
       return nullptr;
@@ -423,13 +589,5 @@ unsigned char* ChartTransformer::getCompressedDataStream(unsigned long& size) {
 }
 
 std::string ChartTransformer::compressDocument(const DOMDocument* document) const {
-  std::string result;
-  try {
-    zlib1211tavo::compressString(document ? xmlText(*document) : std::string(), result);
-  } catch (const TavoGoToCaller&) {
-    throw;
-  } catch (...) {
-    report("compressDocument fatal error", __FILE__, __LINE__);
-  }
-  return result;
+  return compressed([document] { return document ? xmlText(*document) : std::string(); });
 }

@@ -9,15 +9,26 @@
 
 #include "chartbase.h"
 
-// Takes a chart's text, takes the data sources out into a data document that it keeps compressed,
-// and gives chart and data back together or apart. In the chart a `userSource` of the same id
-// stands for each embedded source that was taken out.
+class DataText;
+namespace rowseparator {
+struct Separated;
+}
+
+// Takes a chart's text, takes the data sources out into a data document, and gives chart and data
+// back together or apart. In the chart a `userSource` of the same id stands for each embedded
+// source that was taken out.
+//
+// The data that was taken out is kept as text, which takes no time but memory, and is compressed
+// when it is first asked for in that form. A text of more than `longestKeptText` is kept compressed
+// from the start.
 //
 // All texts are UTF-8; the `encoding` arguments have no effect. A compressed text is a zlib stream:
 // its first byte is 'x'. An object that could make no chart of what it was given answers empty
 // texts; output operations don't throw. Only a TavoGoToCaller always passes.
 class CHARTXML_API ChartTransformer : public ChartBase {
  public:
+  static constexpr std::size_t longestKeptText = 32 << 20;  // bytes
+
   // Chart text with its data inside. Exceptions of the model leave the constructor.
   explicit ChartTransformer(const std::string& chartText);
   // What getCompressedXML and getCompressedData gave. The data is stored as it is and read when it
@@ -68,14 +79,20 @@ class CHARTXML_API ChartTransformer : public ChartBase {
 
   void dump(const std::string& prefix, unsigned counter, PRINTTYPE type);
   void makeModel(const std::string& text);
-  void separateData();
+  bool openWithoutRows(const std::string& text);
+  // With null the sources still hold their rows.
+  void separateData(rowseparator::Separated* rows);
   bool isStreamHeld() const { return dataStream_ && dataStreamLength_ > 0; }
   // False when there is no data or it can't be read.
   bool readDataText(std::string& text) const;
   xercesc::DOMDocument* readData(Owner owner);
+  // Merges without a parser; false when that might not give the same.
+  bool mergeText(const XMLCh* encoding, std::string& text);
 
   std::unique_ptr<xercesc::DOMDocument> chart_;
   std::unique_ptr<PlXVisualization> model_;  // over chart_
+  std::unique_ptr<DataText> dataText_;       // the data, unless null
+  // The data where there is no text of it; else what was made of that, or empty.
   std::string compressedData_;
   // True when the stored data is as compressDocument writes it: reading it again changes nothing.
   bool isDataPrinted_ = false;

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "numbertext.h"
+#include "utf.h"
 #include "vardataprocessor.h"
 #include "zlib1211tavo.h"
 
@@ -63,11 +64,6 @@ struct Reference {
   char32_t character = 0;
 };
 
-bool isXmlCharacter(std::uint32_t c) {
-  return c == 0x9 || c == 0xA || c == 0xD || (c >= 0x20 && c <= 0xD7FF) ||
-         (c >= 0xE000 && c <= 0xFFFD) || (c >= 0x10000 && c <= 0x10FFFF);
-}
-
 // `at` stands on an '&'.
 Reference referenceAt(const char* at, const char* end) {
   for (const Entity& entity : entities) {
@@ -81,27 +77,8 @@ Reference referenceAt(const char* at, const char* end) {
   std::uint32_t code = 0;
   const auto result = std::from_chars(digits, end, code, isHexadecimal ? 16 : 10);
   if (result.ec != std::errc() || result.ptr == end || *result.ptr != ';') return {};
-  if (!isXmlCharacter(code)) return {};
+  if (!utf::isXmlCharacter(code)) return {};
   return {static_cast<std::size_t>(result.ptr + 1 - at), code};
-}
-
-void appendUtf8(std::string& text, char32_t c) {
-  const auto put = [&](char32_t byte) { text += static_cast<char>(byte); };
-  if (c < 0x80) {
-    put(c);
-  } else if (c < 0x800) {
-    put(0xC0 | c >> 6);
-    put(0x80 | (c & 0x3F));
-  } else if (c < 0x10000) {
-    put(0xE0 | c >> 12);
-    put(0x80 | (c >> 6 & 0x3F));
-    put(0x80 | (c & 0x3F));
-  } else {
-    put(0xF0 | c >> 18);
-    put(0x80 | (c >> 12 & 0x3F));
-    put(0x80 | (c >> 6 & 0x3F));
-    put(0x80 | (c & 0x3F));
-  }
 }
 
 enum class Of { Cell, Name };
@@ -115,7 +92,7 @@ std::string decoded(std::string_view text, Of kind) {
     if (reference.length == 0 || (kind == Of::Name && reference.character == U';')) {
       result += *at++;
     } else {
-      appendUtf8(result, reference.character);
+      utf::appendUtf8(result, reference.character);
       at += reference.length;
     }
   }
