@@ -26,6 +26,7 @@ int main(int argc, char** argv) {
   addCompression();
   addData();
   addDataXml();
+  addRoads();
   addPeer();
   TableReporter table;
   benchmark::RunSpecifiedBenchmarks(&table);

@@ -56,6 +56,7 @@ void addTemplates();
 void addCompression();
 void addData();
 void addDataXml();
+void addRoads();
 // Only where libxml2 was there when this was built; says so otherwise.
 void addPeer();
 
