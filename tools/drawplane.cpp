@@ -1,0 +1,365 @@
+#include "drawplane.h"
+
+#include <algorithm>
+#include <cmath>
+#include <set>
+
+using namespace xercesc;
+
+namespace {
+
+constexpr std::size_t mostTicks = 200;
+
+double valueOf(const std::string& text, bool isDate) {
+  if (text.empty()) return std::nan("");
+  if (isDate || !ChartString(text.c_str()).isNumber()) return dateOf(text);
+  return ChartString(text.c_str()).convertToDouble();
+}
+
+void extend(DrawSide& side, double value) {
+  if (!std::isfinite(value)) return;
+  const bool isFirst = !side.hasExtent();
+  side.least = isFirst ? value : std::min(side.least, value);
+  side.greatest = isFirst ? value : std::max(side.greatest, value);
+}
+
+}  // namespace
+
+Json DrawSide::datumOf(const std::string& text, const std::vector<const DrawField*>& fields) const {
+  if (!isDiscrete) return numberJson(valueOf(text, isDate));
+  for (const DrawField* field : fields) {
+    if (field->isCategorical && field->labels.contains(text)) return field->valueOf(text);
+  }
+  return std::ranges::find(order, text) == order.end() ? Json() : Json(text);
+}
+
+DrawPlane::DrawPlane(DrawContext& context, const Place& place)
+    : context_(context), block_(place.block), width_(place.width), height_(place.height) {
+  sides_[0].channel = "x";
+  sides_[1].channel = "y";
+  readTransforms();
+  readDimensions(place.elements);
+  readFields(place);
+  bool hasBars = false;
+  for (const CTElementType* element : place.elements) {
+    hasBars = hasBars || dynamic_cast<const PlXInterval*>(element) ||
+              dynamic_cast<const PlXArea*>(element);
+  }
+  if (isTransposed_) std::swap(sides_[0].channel, sides_[1].channel);
+  for (const std::size_t i : {0U, 1U}) {
+    makeScale(i, sides_[i].channel == "x" ? width_ : height_, hasBars && i == 1);
+    DrawSide& side = sides_[i];
+    const auto axes = side.dimension ? side.dimension->getAxiss() : std::vector<PlXAxis*>();
+    if (!axes.empty()) side.axis = axisJson(context_, *axes[0], side);
+    if (place.index > 0 && i == 1 && side.axis.is_object() && !side.axis.contains("orient")) {
+      side.axis["orient"] = side.channel == "x" ? "top" : "right";
+    }
+  }
+  if (isPolar_) {
+    sides_[0].channel = "theta";
+    sides_[1].channel = "radius";
+  }
+}
+
+void DrawPlane::readTransforms() {
+  if (!block_) return;
+  for (DOMElement* child = block_->getImplementation()->getFirstElementChild(); child;
+       child = child->getNextElementSibling()) {
+    const PlXBaseElement* object = block_->objectOf(child);
+    if (const auto* polar = dynamic_cast<const PlXPolarTransform*>(object)) {
+      isPolar_ = true;
+      polar_ = polar;
+    } else if (dynamic_cast<const PlXTransposeTransform*>(object)) {
+      isTransposed_ = !isTransposed_;
+    } else if (const auto* reflection = dynamic_cast<const PlXReflectionTransform*>(object)) {
+      const bool isY = reflection->getDimension() == PlXReflectionTransform::dimension_y;
+      if (reflection->getAlternating()) {
+        context_.notes.tell(*reflection, "panels aren't reflected by turns");
+      } else {
+        isReflected_[isY ? 1 : 0] = !isReflected_[isY ? 1 : 0];
+      }
+    } else if (dynamic_cast<const PlXRectangularTransform*>(object) ||
+               dynamic_cast<const PlXObliqueTransform*>(object)) {
+      context_.notes.tell(*object, "depth is left out");
+    } else if (dynamic_cast<const PlXParallelCoordinatesTransform*>(object)) {
+      context_.notes.tell(*object, "the parallel axes share one scale");
+    }
+  }
+}
+
+void DrawPlane::readDimensions(const std::vector<const CTElementType*>& elements) {
+  std::size_t found = 0;
+  DOMElement* child = block_ ? block_->getImplementation()->getFirstElementChild() : nullptr;
+  for (; child; child = child->getNextElementSibling()) {
+    const PlXBaseElement* object = block_->objectOf(child);
+    const auto* reference = dynamic_cast<const PlXDimensionReference*>(object);
+    const auto* dimension =
+        reference ? reference->getRef() : dynamic_cast<const PlXDimension*>(object);
+    if (!reference && !dimension) continue;
+    if (found < 2) {
+      sides_[found].dimension = dimension;
+    } else if (dimension) {
+      context_.notes.tell(*dimension, "the third dimension is drawn side by side");
+    }
+    ++found;
+  }
+  DrawSide& first = sides_[0];
+  if (first.dimension) first.cluster = context_.data.fieldOf(first.dimension->getClusterVariable());
+  for (const CTElementType* element : elements) {
+    const CTCoordinate* z = element->getZ();
+    const DrawField* depth = z ? context_.data.fieldOf(z->getVariable()) : nullptr;
+    if (depth && depth->isCategorical && !first.cluster) first.cluster = depth;
+  }
+}
+
+// A side is discrete when a variable on it is, since Vega-Lite has one kind of scale for both.
+void DrawPlane::readFields(const Place& place) {
+  const DrawField* only[] = {place.x, place.y};
+  for (const CTElementType* element : place.elements) {
+    const CTCoordinate* coordinates[] = {element->getX(), element->getY()};
+    for (const std::size_t i : {0U, 1U}) {
+      if (!coordinates[i]) continue;
+      auto fields = context_.data.fieldsOf(coordinates[i]->getVariable());
+      if (only[i] && fields.size() > 1) fields = {only[i]};
+      for (const DrawField* field : fields) {
+        if (std::ranges::find(fields_[i], field) == fields_[i].end()) fields_[i].push_back(field);
+      }
+    }
+  }
+  for (const std::size_t i : {0U, 1U}) {
+    DrawSide& side = sides_[i];
+    const auto* domain = dynamic_cast<const PlXCategoricalDomain*>(
+        side.dimension ? side.dimension->getDomain() : nullptr);
+    std::set<std::string> known;
+    for (const DrawField* field : fields_[i]) {
+      side.isDiscrete = side.isDiscrete || field->isCategorical;
+      if (!field->isCategorical) {
+        side.isDate = side.isDate || field->isDate;
+        if (!side.measure) side.measure = field;
+        extend(side, field->least);
+        extend(side, field->greatest);
+        continue;
+      }
+      for (const std::string& text : context_.data.orderOf(*field, domain).texts) {
+        if (known.insert(text).second) side.order.push_back(text);
+      }
+    }
+  }
+}
+
+// ---- scales
+
+namespace {
+
+struct ScaleRow {
+  PlXScale::ENUM_method method;
+  const char* type;  // null for one that Vega-Lite doesn't have
+  const char* base;  // what the scale's base is to it
+};
+constexpr ScaleRow scaleRows[] = {
+    {PlXScale::method_linear, "linear", nullptr},     {PlXScale::method_log, "log", "base"},
+    {PlXScale::method_log_safe, "symlog", nullptr},   {PlXScale::method_power, "pow", "exponent"},
+    {PlXScale::method_power_safe, "pow", "exponent"}, {PlXScale::method_logit, nullptr, nullptr},
+    {PlXScale::method_probit, nullptr, nullptr},      {PlXScale::method_asn, nullptr, nullptr},
+    {PlXScale::method_atanh, nullptr, nullptr},       {PlXScale::method_prob, nullptr, nullptr},
+    {PlXScale::method_cLoglog, nullptr, nullptr},
+};
+
+void putMethod(DrawContext& context, Json& json, const PlXScale& scale) {
+  for (const ScaleRow& row : scaleRows) {
+    if (row.method != scale.getMethod()) continue;
+    if (!row.type) {
+      context.notes.tell(scale, "the scale " + attribute(scale, u"method") + " is drawn linear");
+    } else if (row.method != PlXScale::method_linear) {
+      json["type"] = row.type;
+      const double base = scale.getBase();
+      if (row.base && base > 0 && std::isfinite(base)) json[row.base] = numberJson(base);
+    }
+  }
+}
+
+}  // namespace
+
+void DrawPlane::makeDomain(DrawSide& side, const PlXDimension& dimension) {
+  const auto* domain = dynamic_cast<const PlXIntervalDomain*>(dimension.getDomain());
+  if (!domain) return;
+  double bounds[] = {std::nan(""), std::nan("")};
+  bool isExact = false;
+  for (const auto* range : childrenOf<PlXRange>(*domain)) {
+    const double min = valueOf(utf8(range->getMin()), domain->getDate() || side.isDate);
+    const double max = valueOf(utf8(range->getMax()), domain->getDate() || side.isDate);
+    if (!std::isnan(min)) bounds[0] = min;
+    if (!std::isnan(max)) bounds[1] = max;
+    isExact = isExact || range->getExact();
+  }
+  const bool isUnion = dimension.getUnionDomain() && side.hasExtent();
+  if (isUnion) {
+    bounds[0] = std::fmin(bounds[0], side.least);
+    bounds[1] = std::fmax(bounds[1], side.greatest);
+  }
+  const bool hasBoth = !std::isnan(bounds[0]) && !std::isnan(bounds[1]);
+  if (hasBoth && bounds[0] < bounds[1]) {
+    side.scale["domain"] = {numberJson(bounds[0]), numberJson(bounds[1])};
+  } else if (!std::isnan(bounds[0]) && !hasBoth) {
+    side.scale["domainMin"] = numberJson(bounds[0]);
+  } else if (!std::isnan(bounds[1]) && !hasBoth) {
+    side.scale["domainMax"] = numberJson(bounds[1]);
+  }
+  if (!std::isnan(bounds[0])) side.least = bounds[0];
+  if (!std::isnan(bounds[1])) side.greatest = bounds[1];
+  if (isExact) side.scale["nice"] = false;
+}
+
+void DrawPlane::makeScale(std::size_t index, double pixels, bool hasBars) {
+  DrawSide& side = sides_[index];
+  const PlXDimension* dimension = side.dimension;
+  const PlXScale* scale = dimension ? dimension->getScale() : nullptr;
+  bool isReversed = isReflected_[index];
+  if (scale && scale->getInvert()) isReversed = !isReversed;
+
+  const auto margin = [&](const XMLCh* name) {
+    return dimension ? shareOf(attribute(*dimension, name)).value_or(0) : 0;
+  };
+  const double padding = std::min(margin(u"lowerMargin"), margin(u"upperMargin"));
+  if (side.isDiscrete) {
+    side.scale["type"] = "band";
+    side.scale["domain"] = side.order;
+    const double gap = dimension ? shareOf(attribute(*dimension, u"clusterGap")).value_or(0) : 0;
+    side.scale["paddingInner"] = numberJson(side.cluster ? std::clamp(gap, 0.15, 0.9) : 0);
+    side.scale["paddingOuter"] = numberJson(std::clamp(padding * 2, 0.0, 1.0));
+  } else {
+    if (side.isDate) side.scale["type"] = "utc";
+    if (scale) putMethod(context_, side.scale, *scale);
+    if (side.isDate && side.scale["type"] != "utc") {
+      context_.notes.tell(*scale, "dates are drawn on a linear scale");
+      side.scale = {{"type", "utc"}};
+    }
+    const std::string type = side.scale.value("type", "linear");
+    if (type != "utc" && type != "log") {
+      const bool hasOrigin = scale && valueOf(utf8(scale->getOrigin()), false) == 0;
+      side.scale["zero"] = hasBars || hasOrigin;
+    }
+    side.scale["nice"] =
+        dimension && (dimension->getNiceLowerMapping() || dimension->getNiceUpperMapping());
+    if (dimension) makeDomain(side, *dimension);
+    if (padding > 0 && padding < 0.4 && !hasBars) {
+      side.scale["padding"] = numberJson(std::round(padding * pixels));
+    }
+  }
+  if (isReversed) side.scale["reverse"] = true;
+}
+
+Json DrawPlane::position(const DrawSide& side, const std::string& field) {
+  Json json = {{"field", field},
+               {"type", side.isDiscrete ? "nominal"
+                        : side.isDate   ? "temporal"
+                                        : "quantitative"},
+               {"scale", side.scale}};
+  if (side.channel == "theta" || side.channel == "radius") {
+    json.erase("scale");
+  } else {
+    json["axis"] = side.axis;
+  }
+  return json;
+}
+
+// ---- axes
+
+namespace {
+
+void putLine(Json& json, const std::string& prefix, const PlXStyle* style) {
+  static constexpr std::pair<const char*, const char*> names[] = {{"stroke", "Color"},
+                                                                  {"strokeWidth", "Width"},
+                                                                  {"strokeDash", "Dash"},
+                                                                  {"strokeOpacity", "Opacity"},
+                                                                  {"opacity", "Opacity"}};
+  const Json look = lineLook(style);
+  for (const auto& [from, to] : names) {
+    if (look.contains(from)) json[prefix + to] = look[from];
+  }
+}
+
+void putDelta(Json& json, const PlXMajorTicks& ticks, const DrawSide& side) {
+  const double delta = ticks.getDelta();
+  if (!(delta > 0) || !std::isfinite(delta) || side.isDiscrete) return;
+  if (side.isDate) {
+    static constexpr const char* units[] = {"second", "second", "minute", "hour",
+                                            "day",    "week",   "month",  "year"};
+    const auto unit = static_cast<std::size_t>(ticks.getDeltaUnit());
+    json["tickCount"] = {{"interval", unit < std::size(units) ? units[unit] : "second"},
+                         {"step", numberJson(delta)}};
+    return;
+  }
+  const std::string type = side.scale.value("type", "linear");
+  if (type == "log") return;
+  if (side.scale.contains("domain")) {
+    const double base = valueOf(attribute(ticks, u"base"), false);
+    const double start = std::isnan(base) ? 0 : base;
+    const double first = std::ceil((side.least - start) / delta - 1e-9);
+    const double last = std::floor((side.greatest - start) / delta + 1e-9);
+    if (last - first < mostTicks) {
+      Json values = Json::array();
+      for (double i = first; i <= last; ++i) {
+        // Sums of decimal fractions, without their last digits.
+        values.push_back(numberJson(std::round((start + i * delta) * 1e9) / 1e9));
+      }
+      if (!values.empty()) json["values"] = values;
+      return;
+    }
+  }
+  json["tickMinStep"] = numberJson(delta);
+}
+
+void putTicks(DrawContext& context, Json& json, const PlXMajorTicks& ticks, const DrawSide& side) {
+  putFont(json, "label", ticks.getStyle());
+  json["labels"] = isVisible(ticks.getStyle());
+  json["ticks"] = isVisible(ticks.getMarkStyle());
+  putLine(json, "tick", ticks.getMarkStyle());
+  if (const auto length = pixelsOf(attribute(ticks, u"length"))) {
+    const bool isInside = ticks.getPosition() == PlXMajorTicks::position_inside;
+    json["tickSize"] = numberJson(isInside ? -*length : *length);
+    if (isInside) json["labelPadding"] = 6;
+  }
+  if (states(ticks, u"labelAngle")) {
+    const double angle = ticks.getLabelAngle();
+    if (std::isfinite(angle)) json["labelAngle"] = numberJson(std::fmod(-angle, 360));
+  } else if (side.isDiscrete && side.channel == "x") {
+    json["labelAngle"] = 0;
+  }
+  const auto formats = ticks.getFormats();
+  const PlXFormat* format = formats.empty() ? nullptr : formats[0];
+  if (!format && side.measure) format = formatOf(side.measure->variable);
+  if (format && !side.isDiscrete) {
+    json["labelExpr"] = textExpression("datum.value", format, side.isDate);
+  }
+  putDelta(json, ticks, side);
+  if (ticks.getTickFrameStyle() &&
+      isPainted(colorJson(attribute(*ticks.getTickFrameStyle(), u"color")))) {
+    context.notes.tell(ticks, "frames around labels are left out");
+  }
+  if (const PlXGridline* grid = ticks.getGridline()) {
+    json["grid"] = isVisible(grid->getStyle());
+    putLine(json, "grid", grid->getStyle());
+  }
+}
+
+}  // namespace
+
+Json axisJson(DrawContext& context, const PlXAxis& axis, const DrawSide& side) {
+  Json json = Json::object();
+  const std::string title = labelText(axis.getLabel());
+  json["title"] = title.empty() ? Json() : Json(title);
+  if (axis.getLabel()) putFont(json, "title", axis.getLabel()->getStyle());
+  if (axis.getOpposite()) json["orient"] = side.channel == "x" ? "top" : "right";
+  json["domain"] = isVisible(axis.getStyle());
+  putLine(json, "domain", axis.getStyle());
+  json["grid"] = false;
+  if (const PlXMajorTicks* ticks = axis.getMajorTicks()) {
+    putTicks(context, json, *ticks, side);
+  } else {
+    json["labels"] = false;
+    json["ticks"] = false;
+  }
+  if (axis.getMinorTicks()) context.notes.tell(axis, "minor ticks are left out");
+  return json;
+}
