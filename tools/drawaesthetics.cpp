@@ -15,25 +15,61 @@ struct LookDrawer {
 
   const CTAesthetic& aesthetic() const { return *look.aesthetic; }
 
-  // An encoding of the field with a legend, if one explains the aesthetic.
   Json definition() const {
-    const auto legend = context.legends.find(attribute(aesthetic(), PlXUni::_id));
-    Json json = {{"field", look.name}, {"type", look.isCategorical ? "nominal" : "quantitative"}};
-    json["scale"] = Json::object();
-    if (kind == MarkKind::Text || legend == context.legends.end()) {
-      json["legend"] = nullptr;
-      return json;
+    return {{"field", look.name},
+            {"type", look.isCategorical ? "nominal" : "quantitative"},
+            {"scale", Json::object()},
+            {"legend", nullptr}};
+  }
+
+  // Puts an encoding, and a copy of it into the legend that explains the aesthetic, if there is
+  // one.
+  void put(const std::string& channel, Json json, bool isExplained = true) const {
+    const auto found = context.legends.find(attribute(aesthetic(), PlXUni::_id));
+    if (kind != MarkKind::Text && isExplained && found != context.legends.end()) {
+      explain(found->second, channel, json);
     }
-    json["legend"] = legend->second;
-    if (!json["legend"].contains("title")) {
+    encoding[channel] = std::move(json);
+  }
+
+  void explain(DrawLegend& legend, const std::string& channel, Json& json) const {
+    Json text = legend.look;
+    if (!text.contains("title")) {
       const std::string label = utf8(look.field->variable->getLabel());
-      json["legend"]["title"] = label.empty() ? Json() : Json(label);
+      text["title"] = label.empty() ? Json() : Json(label);
     }
-    if (const PlXFormat* format = formatOf(look.field->variable);
-        format && !look.isCategorical && look.name == look.field->name) {
-      json["legend"]["labelExpr"] = textExpression("datum.value", format, look.field->isDate);
+    const PlXFormat* format = formatOf(look.field->variable);
+    const bool isOwn = look.name == look.field->name;
+    if (format && !look.isCategorical && isOwn) {
+      text["labelExpr"] = textExpression("datum.value", format, look.field->isDate);
     }
-    return json;
+    Json& scale = json["scale"];
+    if (!look.isCategorical && !scale.contains("domain")) {
+      if (!isOwn || look.field->least > look.field->greatest) {
+        // Nobody knows the values but the layer itself.
+        json["legend"] = text;
+        return;
+      }
+      scale["domain"] = {scale.value("domainMin", numberJson(look.field->least)),
+                         scale.value("domainMax", numberJson(look.field->greatest))};
+      scale.erase("domainMin");
+      scale.erase("domainMax");
+    }
+    if (kind == MarkKind::Line) text["symbolType"] = "stroke";
+    if (kind == MarkKind::Surface) text["symbolType"] = "square";
+    Json copy = json;
+    copy["legend"] = text;
+    legend.encoding[channel] = copy;
+    if (style) legend.mark = markOf();
+  }
+
+  // What the style gives to the symbols of a legend.
+  Json markOf() const {
+    Json mark = kind == MarkKind::Line    ? lineLook(style)
+                : kind == MarkKind::Point ? pointLook(style)
+                                          : surfaceLook(style);
+    for (const char* name : {"size", "angle", "strokeCap"}) mark.erase(name);
+    return mark;
   }
 
   std::vector<std::string> categories() const {
@@ -101,11 +137,10 @@ struct LookDrawer {
     if (affect == PlXColor::affect_both) return {"fill", "stroke"};
     // An outlined symbol is coloured by its outline.
     const Json fill = style ? colorJson(attribute(*style, u"color")) : Json();
-    const bool isHollow = kind == MarkKind::Point && fill == "transparent";
+    const bool isHollow = kind == MarkKind::Point &&
+                          (fill == "transparent" || (style && isStroked(symbolShape(*style))));
     return {isHollow ? "stroke" : "fill"};
   }
-
-  void put(const char* channel, Json json) const { encoding[channel] = std::move(json); }
 
   void putColor(const PlXColor& color) const {
     Json json = definition();
@@ -124,12 +159,11 @@ struct LookDrawer {
     bool isFirst = true;
     for (const char* channel : colorChannels(color.getAffect())) {
       Json each = json;
-      if (!isFirst) each["legend"] = nullptr;
-      isFirst = false;
       if (!missing.is_null() && !look.isCategorical) {
         each["condition"] = {{"test", "!isValid(" + datum(look.name) + ')'}, {"value", missing}};
       }
-      put(channel, each);
+      put(channel, each, isFirst);
+      isFirst = false;
     }
   }
 
@@ -232,6 +266,7 @@ struct LookDrawer {
   }
 
   void putSize(const PlXSize& size) const {
+    if (kind == MarkKind::Surface) return tellMade("widths by value are left out");
     const auto pixels = [&](const std::string& length, double absent) {
       return pixelsOf(length).value_or(shareOf(length).value_or(absent / 20) * 20);
     };
@@ -257,14 +292,18 @@ struct LookDrawer {
     put(kind == MarkKind::Line ? "strokeWidth" : "size", json);
   }
 
-  void putNumbers(const char* channel, double low, double high) const {
+  // Numbers between two, but for those of the categories in `stated`.
+  void putNumbers(const char* channel, double low, double high,
+                  const std::map<std::string, double>& stated = {}) const {
     Json json = definition();
     if (look.isCategorical) {
       const auto texts = categories();
       Json range = Json::array();
       for (std::size_t i = 0; i < texts.size(); ++i) {
-        const double share = texts.size() < 2 ? 0 : double(i) / double(texts.size() - 1);
-        range.push_back(numberJson(low + share * (high - low)));
+        const double share =
+            texts.size() < 2 ? 0 : static_cast<double>(i) / static_cast<double>(texts.size() - 1);
+        const auto own = stated.find(texts[i]);
+        range.push_back(numberJson(own == stated.end() ? low + share * (high - low) : own->second));
       }
       putCategories(json, range, texts);
     } else {
@@ -278,15 +317,12 @@ struct LookDrawer {
     const auto opacity = [](double value) {
       return std::isfinite(value) ? std::clamp(1 - value, 0.0, 1.0) : 1;
     };
-    putNumbers("opacity", opacity(transparency.getLow()), opacity(transparency.getHigh()));
-    if (!look.isCategorical) return;
-    Json& scale = encoding["opacity"]["scale"];
+    std::map<std::string, double> stated;
     for (const auto* mapping : transparency.getDoubleMappings()) {
       const Json text = look.field->valueOf(utf8(mapping->getFrom()));
-      for (std::size_t i = 0; i < scale["domain"].size(); ++i) {
-        if (scale["domain"][i] == text) scale["range"][i] = numberJson(opacity(mapping->getTo()));
-      }
+      if (text.is_string()) stated[text.get<std::string>()] = opacity(mapping->getTo());
     }
+    putNumbers("opacity", opacity(transparency.getLow()), opacity(transparency.getHigh()), stated);
   }
 
   void putComponent(const PlXColorComponent& component) const {

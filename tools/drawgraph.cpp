@@ -22,13 +22,15 @@ class GraphDrawer {
     if (blocks_.empty()) blocks_.push_back(nullptr);
   }
 
-  Json draw() {
+  Json draw(bool hasLegendsApart) {
     findFacets();
     if (isMatrix()) return drawMatrix();
     if (facets_.empty()) {
       makeRoom(1, 1);
       Json view = drawLayers(width_, height_, DrawPanel());
-      if (!view.is_null()) putFrame(view);
+      if (view.is_null()) return view;
+      putFrame(view);
+      if (!hasLegendsApart) addLegends(view);
       return view;
     }
     return drawPanels();
@@ -63,6 +65,22 @@ class GraphDrawer {
     const auto* object = guide.objectOf(guide.getElementById(guide.GetAttribute(u"coordinates")));
     const auto* block = dynamic_cast<const PlXCoordinates*>(object);
     return std::ranges::find(blocks_, block) == blocks_.end() ? blocks_[0] : block;
+  }
+
+  // Behind all that shows something.
+  void addLegends(Json& view) {
+    std::vector<DrawLegend*> entries;
+    for (auto& [id, legend] : context_.legends) {
+      if (legend.graph == &graph_ && !legend.encoding.empty()) entries.push_back(&legend);
+    }
+    std::ranges::sort(entries, {}, [](const DrawLegend* legend) { return legend->order; });
+    Json layers = Json::array();
+    for (DrawLegend* legend : entries) {
+      layers.push_back(legend->layer());
+      legend->encoding = Json::object();
+    }
+    for (Json& layer : view["layer"]) layers.push_back(std::move(layer));
+    view["layer"] = std::move(layers);
   }
 
   // ---- facets
@@ -165,6 +183,9 @@ class GraphDrawer {
     view["facet"] = facet;
     view["spacing"] = numberJson(std::round(std::clamp(gap, 0.0, 60.0)));
     view["spec"] = spec;
+    if (blocks_.size() > 1) {
+      view["resolve"] = {{"axis", {{"x", "independent"}, {"y", "independent"}}}};
+    }
     return view;
   }
 
@@ -236,15 +257,6 @@ class GraphDrawer {
     return isVisible(style) || !panel.x;
   }
 
-  static Json looksOfTheirOwn() {
-    Json scales = Json::object();
-    for (const char* channel : {"fill", "stroke", "color", "shape", "size", "opacity", "angle",
-                                "strokeDash", "strokeWidth", "radius"}) {
-      scales[channel] = "independent";
-    }
-    return scales;
-  }
-
   // The first element of a graph lies on top.
   Json drawLayers(double width, double height, const DrawPanel& panel) {
     Json groups = Json::array();
@@ -265,7 +277,7 @@ class GraphDrawer {
     }
     if (groups.empty()) return nullptr;
     Json view = {{"width", numberJson(width)}, {"height", numberJson(height)}};
-    Json scales = looksOfTheirOwn();
+    Json scales = independentLooks();
     if (groups.size() == 1) {
       view["layer"] = groups[0];
     } else {
@@ -335,6 +347,16 @@ class GraphDrawer {
 
 }  // namespace
 
-Json drawGraph(DrawContext& context, const PlXGraph& graph, double width, double height) {
-  return GraphDrawer(context, graph, width, height).draw();
+Json independentLooks() {
+  Json scales = Json::object();
+  for (const char* channel : {"fill", "stroke", "color", "shape", "size", "opacity", "angle",
+                              "strokeDash", "strokeWidth", "radius"}) {
+    scales[channel] = "independent";
+  }
+  return scales;
+}
+
+Json drawGraph(DrawContext& context, const PlXGraph& graph, bool hasLegendsApart, double width,
+               double height) {
+  return GraphDrawer(context, graph, width, height).draw(hasLegendsApart);
 }

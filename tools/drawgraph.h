@@ -4,7 +4,12 @@
 
 #include "drawplane.h"
 
-// Null when nothing of the graph can be drawn. The size is that of its frame, in pixels.
-Json drawGraph(DrawContext& context, const PlXGraph& graph, double width, double height);
+// Null when nothing of the graph can be drawn. The size is that of its frame, in pixels. Its
+// legends are in it unless `hasLegendsApart`, or it has panels: then they are left to the page.
+Json drawGraph(DrawContext& context, const PlXGraph& graph, bool hasLegendsApart, double width,
+               double height);
+
+// All looks have scales of their own in each layer, and so legends of their own.
+Json independentLooks();
 
 #endif

@@ -51,6 +51,10 @@ class GuideDrawer {
     Json json = DrawPlane::position(side(i), "");
     json.erase("field");
     json["datum"] = place;
+    // Of dates Vega-Lite takes two spellings of one domain for two domains.
+    for (const char* bound : {"domain", "domainMin", "domainMax"}) {
+      if (side(i).isDate) json["scale"].erase(bound);
+    }
     // The middle of a category's band.
     if (side(i).isDiscrete) json["bandPosition"] = 0.5;
     return json;
@@ -89,6 +93,11 @@ class GuideDrawer {
         }
         const bool isX = *channel == 'x';
         places[channel] = {{"value", isX ? numberJson(plane_.width()) : Json(12)}};
+      }
+      const double angle = look.contains("angle") ? look["angle"].get<double>() : 0;
+      if (encoding.contains("x") && !isCentered && angle != 0) {
+        // Along the line, from its upper end downwards.
+        look["align"] = angle > 180 ? "right" : "left";
       }
       if (isCentered) {
         look["align"] = encoding.contains("x2") ? "left" : "right";

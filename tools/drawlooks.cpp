@@ -121,10 +121,8 @@ Json pointLook(const PlXStyle* style) {
   if (!style) return look;
   const std::string shape = symbolShape(*style);
   if (!shape.empty()) look["shape"] = shape;
-  // A plus or a cross has no surface to fill.
-  if (const Json fill = colorJson(of(style, u"color")); isPainted(fill) && shape == "cross") {
-    if (!look.contains("stroke")) look["stroke"] = fill;
-  }
+  const Json fill = colorJson(of(style, u"color"));
+  if (isStroked(shape) && isPainted(fill)) look["stroke"] = fill;
   if (const auto width = pixelsOf(of(style, u"size"))) look["size"] = numberJson(*width * *width);
   if (const auto angle = lengthOf(of(style, u"glyph-angle")); angle && shape != "diamond") {
     look["angle"] = numberJson(std::fmod(angle->number, 360));
@@ -165,6 +163,9 @@ void putFont(Json& target, const std::string& prefix, const PlXStyle* style) {
 
 namespace {
 
+constexpr char plusShape[] = "M-1,0L1,0M0,-1L0,1";
+constexpr char crossShape[] = "M-1,-1L1,1M1,-1L-1,1";
+
 // A regular polygon, or a star of as many rays, in a box from -1 to 1.
 std::string outlineOf(int corners, bool isStar) {
   std::ostringstream path;
@@ -181,16 +182,18 @@ std::string outlineOf(int corners, bool isStar) {
 
 }  // namespace
 
+bool isStroked(const std::string& shape) {
+  return shape == plusShape || shape == crossShape || shape == "stroke";
+}
+
 std::string symbolShape(const std::string& symbol) {
   static constexpr std::pair<const char*, const char*> shapes[] = {
-      {"circle", "circle"},   {"sphere", "circle"},
-      {"ball", "circle"},     {"square", "square"},
-      {"cube", "square"},     {"triangle", "triangle-up"},
-      {"plus", "cross"},      {"cross", "cross"},
-      {"diamond", "diamond"}, {"arrow", "arrow"},
-      {"line", "stroke"},     {"hexagon", "6"},
-      {"polygon", "6"},       {"pentagon", "5"},
-      {"ibeam", "stroke"},    {"x", "M-1,-1L1,1M1,-1L-1,1"}};
+      {"circle", "circle"}, {"sphere", "circle"}, {"ball", "circle"},
+      {"square", "square"}, {"cube", "square"},   {"triangle", "triangle-up"},
+      {"plus", plusShape}, {"cross", crossShape},   {"diamond", "diamond"},
+      {"arrow", "arrow"},   {"line", "stroke"},   {"hexagon", "6"},
+      {"polygon", "6"},     {"pentagon", "5"},    {"ibeam", "stroke"},
+      {"x", crossShape}};
   for (const auto& [word, shape] : shapes) {
     if (symbol != word) continue;
     return *shape == '5' || *shape == '6' ? outlineOf(*shape - '0', false) : shape;

@@ -28,6 +28,7 @@ Json lineLook(const PlXStyle* style);                // a stroke
 Json pointLook(const PlXStyle* style);               // a surface with a shape and a size
 Json textLook(const PlXStyle* style);                // a text mark
 std::string symbolShape(const PlXStyle& style);      // empty for none that is known
+bool isStroked(const std::string& shape);            // one without a surface
 std::string symbolShape(const std::string& symbol);  // the same by its word
 // The font of a text that isn't a mark, each name with `prefix`: titleFont, labelColor...
 void putFont(Json& target, const std::string& prefix, const PlXStyle* style);

@@ -160,6 +160,11 @@ class ElementDrawer {
   void addKey(const std::string& field) {
     if (std::ranges::find(keys_, field) == keys_.end()) keys_.push_back(field);
   }
+  // Of items that belong together, such as the places of one line.
+  void addGroup(const std::string& field) {
+    addKey(field);
+    if (std::ranges::find(groups_, field) == groups_.end()) groups_.push_back(field);
+  }
 
   void findLooks() {
     for (const auto* aesthetic : childrenOf<CTAesthetic>(element_)) {
@@ -175,8 +180,7 @@ class ElementDrawer {
         if (order.isPart && isDrawn(*aesthetic)) keepOnly(*field, order.texts);
       }
       if (parts && look.isCategorical == field->isCategorical) {
-        addKey(field->name);
-        groups_.push_back(field->name);
+        addGroup(field->name);
         if (!group_ && field->isCategorical) group_ = field;
       }
       if (const auto* offset = dynamic_cast<const PlXOffset*>(aesthetic)) {
@@ -193,13 +197,11 @@ class ElementDrawer {
       offsetBy_ = group_;
     }
     if (offsetBy_) {
-      addKey(offsetBy_->name);
-      groups_.push_back(offsetBy_->name);
+      addGroup(offsetBy_->name);
     }
     for (const auto* rows : childrenOf<PlXCollectRowsStatistic>(element_)) {
       if (const DrawField* field = fieldHere(rows->getVariable(), *rows)) {
-        addKey(field->name);
-        groups_.push_back(field->name);
+        addGroup(field->name);
       }
     }
   }
@@ -383,8 +385,7 @@ class ElementDrawer {
     folded_ = *fields_[i][0];
     folded_.name = as;
     fields_[i] = {&folded_};
-    addKey(as + "_of");
-    groups_.push_back(as + "_of");
+    addGroup(as + "_of");
   }
 
   bool placeSummary(const PlXBinStatistic* bins) {
@@ -402,7 +403,10 @@ class ElementDrawer {
     const auto& response = isWhole ? fields_[0] : fields_[1];
     responseField_ = response.empty() ? nullptr : response[0];
 
-    const bool counts = response.empty() || bins ||
+    // Rows on top of each other are one bar, as high as their sum.
+    const bool isPile =
+        isStacked() && (is<PlXInterval>() || is<PlXArea>()) && hasNumbers(at) && !element_.getDot();
+    const bool counts = response.empty() || bins || isPile ||
                         (statistic && method != PlXSummaryStatistic::method_value && method != 0);
     if (!counts && has<PlXAggregateStatistic>(element_)) {
       tell("rows that agree are drawn over each other");
@@ -420,7 +424,7 @@ class ElementDrawer {
       if (!found) tell("the statistic " + attribute(*statistic, u"method") + " is drawn as counts");
       value = found ? *found : summary.count();
     } else {
-      value = summary.count();
+      value = isPile && !bins ? summary.add("sum", responseField_) : summary.count();
     }
     addToSummary(summary, value);
     summary.appendTo(transforms_);
@@ -469,6 +473,7 @@ class ElementDrawer {
                             {{{"op", "min"}, {"field", low}, {"as", "range_low"}},
                              {{"op", "max"}, {"field", high}, {"as", "range_high"}}}},
                            {"groupby", keys_}});
+    addFilter("isValid(" + datum("range_low") + ')');
     places_[1] = {"range_low", "range_high", false};
     isSummarized_ = true;
     if (!childrenOf<PlXLabeling>(element_).empty()) tell("labels of ranges are left out");
@@ -486,8 +491,7 @@ class ElementDrawer {
                                   ? statistic.getDistribution()
                                   : PlXDistributionStatistic::distribution_normal;
     double parameters[] = {first.convertToDouble(), second.convertToDouble()};
-    const bool isNormal =
-        distribution == PlXDistributionStatistic::distribution_normal;
+    const bool isNormal = distribution == PlXDistributionStatistic::distribution_normal;
     if (first.empty() || (isNormal && second.empty())) {
       if (!isNormal) {
         tell("a distribution without parameters is left out");
@@ -596,12 +600,18 @@ class ElementDrawer {
     Json box = surfaceLook(partStyle(schema.getHingeStyle()));
     if (plane_.x().isDiscrete) {
       const auto share = style_ ? shareOf(attribute(*style_, u"width")) : std::nullopt;
-      mark_["size"] = {{"band", numberJson(std::clamp(share.value_or(0.7), 0.05, 1.0))}};
+      const double boxes = static_cast<double>(
+          std::max<std::size_t>(1, plane_.x().order.size()) *
+          std::max<std::size_t>(1, offsetBy_ ? context_.data.orderOf(*offsetBy_).texts.size() : 1));
+      const double length = channel(0) == "x" ? plane_.width() : plane_.height();
+      const double width = 0.8 * length / boxes * std::clamp(share.value_or(0.7), 0.05, 1.0);
+      mark_["size"] = numberJson(std::max(2.0, std::round(width)));
     }
     mark_["box"] = box;
     mark_["median"] = lineLook(partStyle(schema.getMedianStyle()));
     mark_["rule"] = lineLook(partStyle(schema.getFenceStyle()));
     mark_["ticks"] = lineLook(partStyle(schema.getFenceStyle()));
+    mark_["ticks"]["size"] = numberJson(std::round(mark_.value("size", 20.0) / 3));
     mark_["outliers"] = pointLook(partStyle(schema.getOutlierStyle()));
     if (!mark_["outliers"].contains("size")) mark_["outliers"]["size"] = 16;
     places_[0].field = fields_[0].empty() ? "" : fields_[0][0]->name;
@@ -906,7 +916,13 @@ class ElementDrawer {
     putBreaks();
     const Json bare = encoding;
     for (const DrawLook& look : looks_) putLook(context_, look, kind_, style_, encoding);
-    putOwnLegend(encoding);
+    if (mark_["type"] == "boxplot" && encoding.contains("fill")) {
+      encoding["color"] = encoding["fill"];  // the only colour that boxes have
+      encoding.erase("fill");
+      mark_["box"].erase("fill");
+      mark_["outliers"].erase("fill");
+    }
+    putOwnLegend();
     if (mark_["type"] == "arc") putExplosion(encoding);
     if (!groups_.empty() && mark_["type"] != "boxplot") encoding["detail"] = detail();
     if (!tip_.empty()) encoding["tooltip"] = tip_;
@@ -942,30 +958,34 @@ class ElementDrawer {
   }
 
   // An element that a legend explains as a whole is one entry of it.
-  void putOwnLegend(Json& encoding) {
+  void putOwnLegend() {
     const auto found = context_.legends.find(attribute(element_, PlXUni::_id));
     if (found == context_.legends.end()) return;
+    DrawLegend& legend = found->second;
     const char* channel = kind_ == MarkKind::Line ? "stroke" : "fill";
-    Json color = mark_.contains(channel) ? mark_[channel] : Json();
-    if (kind_ == MarkKind::Point && !isPainted(color)) {
+    legend.mark = mark_;
+    for (const char* name : {"type", "size", "angle", "strokeCap", "width", "binSpacing", "clip",
+                             "invalid", "interpolate"}) {
+      legend.mark.erase(name);
+    }
+    if (mark_["type"] == "boxplot") legend.mark = surfaceLook(style_);
+    if (kind_ == MarkKind::Point &&
+        (!legend.mark.contains("fill") || legend.mark["fill"] == "transparent" ||
+         isStroked(legend.mark.value("shape", "")))) {
       channel = "stroke";
-      color = mark_.contains(channel) ? mark_[channel] : Json();
     }
-    if (encoding.contains(channel) || color.is_null() || mark_["type"] == "boxplot") {
-      return tell("has no entry of its own in the legend");
-    }
+    const Json color = legend.mark.contains(channel) ? legend.mark[channel] : Json("#4c78a8");
     std::string name = utf8(element_.getName());
     if (name.empty()) name = attribute(element_, PlXUni::_id);
-    Json legend = found->second;
-    if (!legend.contains("title")) legend["title"] = nullptr;
-    if (kind_ == MarkKind::Line) legend["symbolType"] = "stroke";
-    if (kind_ == MarkKind::Line && mark_.contains("strokeDash")) {
-      legend["symbolDash"] = mark_["strokeDash"];
-    }
-    encoding[channel] = {{"datum", name},
-                         {"type", "nominal"},
-                         {"scale", {{"domain", {name}}, {"range", {color}}}},
-                         {"legend", legend}};
+    Json look = legend.look;
+    if (!look.contains("title")) look["title"] = nullptr;
+    if (kind_ == MarkKind::Line) look["symbolType"] = "stroke";
+    if (kind_ == MarkKind::Surface) look["symbolType"] = "square";
+    if (mark_.contains("strokeDash")) look["symbolDash"] = mark_["strokeDash"];
+    legend.encoding[channel] = {{"field", "entry"},
+                                {"type", "nominal"},
+                                {"scale", {{"domain", {name}}, {"range", {color}}}},
+                                {"legend", look}};
   }
 
   // Pulled out slices are farther from the middle at both ends.
@@ -978,14 +998,17 @@ class ElementDrawer {
     const auto& order = context_.data.orderOf(*offsetField_, domain);
     const std::string test =
         "indexof(" + Json(order.texts).dump(-1, ' ', false, Json::error_handler_t::replace) + ", " +
-        datum(offsetField_->name) + ") >= 0";
-    const auto put = [&](const char* channel, double near, double far) {
-      encoding[channel] = {{"condition", {{"test", test}, {"value", numberJson(std::round(far))}}},
-                           {"value", numberJson(std::round(near))}};
+        datum(offsetField_->name) + ") >= 0 ? ";
+    const auto put = [&](const std::string& channel, double near, double far) {
+      transforms_.push_back(calculation(
+          channel, test + literal(std::round(far)) + " : " + literal(std::round(near))));
+      encoding[channel] = {{"field", channel}};
     };
     mark_.erase("outerRadius");
     put("radius", radius * 0.85, radius * (0.85 + distance));
     put("radius2", 0, radius * distance);
+    encoding["radius"].update(
+        Json{{"type", "quantitative"}, {"scale", nullptr}, {"stack", nullptr}});
   }
 
   // The crossbars of error bars.
@@ -1045,6 +1068,14 @@ class ElementDrawer {
     if (mark_.contains("clip")) mark["clip"] = true;
     Json encoding = places;
     for (const char* channel : {"x2", "y2", "radius", "radius2"}) encoding.erase(channel);
+    for (const std::size_t i : {0U, 1U}) {
+      if (!places_[i].isBinned || !encoding.contains(channel(i))) continue;
+      steps.push_back(calculation(
+          "middle", '(' + datum(places_[i].field) + " + " + datum(places_[i].end) + ") / 2"));
+      encoding[channel(i)]["field"] = "middle";
+      encoding[channel(i)].erase("bin");
+    }
+    thinLabels(steps);
     putLabelPlace(labeling, mark, encoding);
     encoding["text"] = {{"field", as}, {"type", "nominal"}};
     if (!groups_.empty()) encoding["detail"] = detail();
@@ -1065,6 +1096,37 @@ class ElementDrawer {
       context_.notes.tell(labeling, "lines to labels are left out");
     if (labeling.getTextFrameStyle())
       context_.notes.tell(labeling, "frames around labels are left out");
+  }
+
+  // Labels that cover each other aren't shown: of those in one cell of a grid the first is.
+  void thinLabels(Json& steps) const {
+    if (element_.getShowCollidingLabels() || is<PlXInterval>()) return;
+    constexpr double cell[] = {40, 14};
+    std::vector<std::string> parts = panel_.fields;
+    bool isThinned = false;
+    for (const std::size_t i : {0U, 1U}) {
+      if (places_[i].field.empty()) continue;
+      const bool isX = channel(i) == "x";
+      const double span = side(i).greatest - side(i).least;
+      const double cells = (isX ? plane_.width() : plane_.height()) / cell[isX ? 0 : 1];
+      if (side(i).isDiscrete) {
+        parts.push_back(places_[i].field);
+      } else if (!side(i).hasExtent() || (i == 1 && (isSummarized_ || isStacked()))) {
+        parts.insert(parts.end(), groups_.begin(), groups_.end());
+      } else if (span > 0) {
+        const std::string as = isX ? "cell_x" : "cell_y";
+        steps.push_back(calculation(as, "floor((" + datum(places_[i].field) + " - " +
+                                            literal(side(i).least) + ") / " +
+                                            literal(span / cells) + ')'));
+        parts.push_back(as);
+        isThinned = true;
+      }
+    }
+    if (!isThinned) return;
+    Json window = {{"window", {{{"op", "row_number"}, {"as", "cell_row"}}}}};
+    putGroups(window, parts);
+    steps.push_back(window);
+    steps.push_back(filter(datum("cell_row") + " == 1"));
   }
 
   void putLabelPlace(const PlXLabeling& labeling, Json& mark, Json& encoding) {

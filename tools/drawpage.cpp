@@ -37,8 +37,10 @@ class PageDrawer {
   Json draw() {
     readLegends();
     readPopups();
+    forEach<PlXGraph>(chart_, [&](const PlXGraph&) { ++graphs_; });
     collect(chart_);
     if (!hasGraph_) return nullptr;
+    addLegends();
     Json view = arrange(items_);
     Json spec = {{"$schema", std::string("https://vega.github.io/schema/vega-lite/v") +
                                  vegaLiteVersion + ".json"}};
@@ -99,6 +101,7 @@ class PageDrawer {
   }
 
   void readLegends() {
+    std::size_t order = 0;
     forEach<PlXLegend>(chart_, [&](const PlXLegend& legend) {
       if (isHidden(legend)) return;
       bool isFirst = true;
@@ -117,7 +120,9 @@ class PageDrawer {
         if (orient == "bottom" || orient == "top") json["direction"] = "horizontal";
         if (legend.getLabel()) putFont(json, "title", legend.getLabel()->getStyle());
         putFont(json, "label", legend.getTickTextStyle());
-        context_.legends.emplace(id, json);
+        json["labelLimit"] = 300;
+        json["titleLimit"] = 300;
+        context_.legends.emplace(id, DrawLegend{&legend, order++, graphOf(*object), json});
         isFirst = false;
       }
     });
@@ -166,11 +171,37 @@ class PageDrawer {
     whole.right = layout_.width;
     whole.bottom = layout_.height;
     if (!box || box->right - box->left < 20 || box->bottom - box->top < 20) box = &whole;
-    Json view = drawGraph(context_, graph, (box->right - box->left) * pixelsPerPoint,
+    const bool isApart = graphs_ > 1;
+    Json view = drawGraph(context_, graph, isApart, (box->right - box->left) * pixelsPerPoint,
                           (box->bottom - box->top) * pixelsPerPoint);
     if (view.is_null()) return notes_.tell(graph, "nothing of it can be drawn");
     hasGraph_ = true;
     items_.push_back({box->left, box->right, box->top, box->bottom, view});
+  }
+
+  // Legends that no graph has drawn, each at its own place.
+  void addLegends() {
+    forEach<PlXLegend>(chart_, [&](const PlXLegend& frame) {
+      std::vector<DrawLegend*> entries;
+      for (auto& [id, legend] : context_.legends) {
+        if (legend.frame == &frame && !legend.encoding.empty()) entries.push_back(&legend);
+      }
+      if (entries.empty()) return;
+      std::ranges::sort(entries, {}, [](const DrawLegend* legend) { return legend->order; });
+      Json layers = Json::array();
+      for (DrawLegend* legend : entries) {
+        for (auto& [channel, json] : legend->encoding.items()) json["legend"]["orient"] = "right";
+        layers.push_back(legend->layer());
+      }
+      Json view = {{"width", 1}, {"height", 1}, {"view", {{"stroke", nullptr}}}, {"layer", layers}};
+      view["resolve"] = {{"scale", independentLooks()}};
+      const FrameBox* box = boxOf(frame);
+      FrameBox beside{};
+      beside.left = beside.right = layout_.width;
+      beside.bottom = layout_.height;
+      if (!box) box = &beside;
+      items_.push_back({box->left, box->right, box->top, box->bottom, view});
+    });
   }
 
   void addText(const PlXLabelFrame& frame) {
@@ -245,13 +276,7 @@ class PageDrawer {
     Json views = Json::array();
     for (const auto& part : parts) views.push_back(arrange(part));
     Json result = {{isUpright ? "vconcat" : "hconcat", views}, {"spacing", 12}};
-    result["resolve"] = {{"scale",
-                          {{"color", "independent"},
-                           {"fill", "independent"},
-                           {"stroke", "independent"},
-                           {"shape", "independent"},
-                           {"size", "independent"},
-                           {"opacity", "independent"}}}};
+    result["resolve"] = {{"scale", independentLooks()}};
     return result;
   }
 
@@ -298,6 +323,7 @@ class PageDrawer {
   std::multimap<std::string, std::string> roles_;
   std::map<std::string, const FrameBox*> boxes_;
   std::vector<PageItem> items_;
+  std::size_t graphs_ = 0;
   bool hasGraph_ = false;
   std::string title_, subtitle_;
   const PlXStyle* titleStyle_ = nullptr;

@@ -33,6 +33,12 @@ Json DrawSide::datumOf(const std::string& text, const std::vector<const DrawFiel
   return std::ranges::find(order, text) == order.end() ? Json() : Json(text);
 }
 
+Json DrawLegend::layer() const {
+  Json of = {{"type", "point"}};
+  for (const auto& [name, value] : mark.items()) of[name] = value;
+  return {{"data", {{"values", Json::array()}}}, {"mark", of}, {"encoding", encoding}};
+}
+
 DrawPlane::DrawPlane(DrawContext& context, const Place& place)
     : context_(context), block_(place.block), width_(place.width), height_(place.height) {
   sides_[0].channel = "x";
@@ -317,8 +323,8 @@ void putTicks(DrawContext& context, Json& json, const PlXMajorTicks& ticks, cons
   putLine(json, "tick", ticks.getMarkStyle());
   if (const auto length = pixelsOf(attribute(ticks, u"length"))) {
     const bool isInside = ticks.getPosition() == PlXMajorTicks::position_inside;
-    json["tickSize"] = numberJson(isInside ? -*length : *length);
-    if (isInside) json["labelPadding"] = 6;
+    json["tickSize"] = numberJson(std::max(0.0, *length));
+    if (isInside) context.notes.tell(ticks, "ticks inside stand outside");
   }
   if (states(ticks, u"labelAngle")) {
     const double angle = ticks.getLabelAngle();
@@ -331,6 +337,14 @@ void putTicks(DrawContext& context, Json& json, const PlXMajorTicks& ticks, cons
   if (!format && side.measure) format = formatOf(side.measure->variable);
   if (format && !side.isDiscrete) {
     json["labelExpr"] = textExpression("datum.value", format, side.isDate);
+  }
+  json["labelFlush"] = false;
+  if (side.isDiscrete) json["labelLimit"] = 250;
+  if (attribute(ticks, u"stagger") == "true" && side.isDiscrete && side.channel == "x") {
+    const std::string places =
+        Json(side.order).dump(-1, ' ', false, Json::error_handler_t::replace);
+    json["labelExpr"] =
+        "indexof(" + places + ", datum.value) % 2 ? [\"\", datum.label] : datum.label";
   }
   putDelta(json, ticks, side);
   if (ticks.getTickFrameStyle() &&

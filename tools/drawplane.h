@@ -10,14 +10,27 @@
 #include "drawing.h"
 #include "drawlooks.h"
 
+// One thing that a visible legend explains. Legends are drawn by layers of their own, in the order
+// of the chart, since Vega-Lite would show them in that of drawing, and again in each panel.
+struct DrawLegend {
+  const PlXLegend* frame = nullptr;
+  std::size_t order = 0;
+  const PlXGraph* graph = nullptr;
+  Json look;  // without a title: that of the variable is shown
+  // What is drawn by it, once that is known.
+  Json encoding = Json::object();
+  Json mark = Json::object();
+
+  // The layer that shows nothing but the legend.
+  Json layer() const;
+};
+
 // What all parts of a picture are made with.
 struct DrawContext {
   const PlXVisualization& chart;
   DrawData& data;
   DrawNotes& notes;
-  // The legend, as JSON, of each thing that a visible legend explains, by its id. One that has no
-  // text of its own has no title; the title of a further thing in one legend is null.
-  std::map<std::string, Json> legends;
+  std::map<std::string, DrawLegend> legends;  // by the id of what they explain
   std::map<std::string, const PlXPopup*> popups;
 };
 
