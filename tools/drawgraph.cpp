@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
 
 #include "drawguides.h"
 #include "drawmarks.h"
@@ -169,6 +170,7 @@ class GraphDrawer {
       counts[0] = columns;
     }
     makeRoom(counts[0], counts[1]);
+    if (isMirrored() && panel.fields.size() == 1) return drawMirrored(*facets_[0][0], transforms);
     const PlXFacetLevel* level = levelOf(0);
     const double gap = level
                            ? pixelsOf(attribute(*level, u"gap"))
@@ -187,6 +189,52 @@ class GraphDrawer {
       view["resolve"] = {{"axis", {{"x", "independent"}, {"y", "independent"}}}};
     }
     return view;
+  }
+
+  bool isMirrored() const {
+    for (const PlXCoordinates* block : blocks_) {
+      const auto* reflection = block ? childOf<PlXReflectionTransform>(*block) : nullptr;
+      if (reflection && reflection->getAlternating()) return true;
+    }
+    return false;
+  }
+
+  // Panels that are reflected by turns have axes of their own, so they are views of their own.
+  Json drawMirrored(const DrawField& field, const Json& transforms) {
+    Json views = Json::array();
+    for (const std::string& text : context_.data.orderOf(field).texts) {
+      DrawPanel panel;
+      panel.isReversed = views.size() % 2 == 0;
+      Json view = drawLayers(width_, height_, panel);
+      if (view.is_null()) return nullptr;
+      putFrame(view);
+      view["title"] = facetTitle(text);
+      view["data"] = {{"name", DrawData::tableName(field.source)}};
+      view["transform"] = transforms;
+      view["transform"].push_back({{"filter", {{"field", field.name}, {"equal", text}}}});
+      for (Json& layer : view["layer"]) {
+        if (layer.contains("data") && layer["data"] == view["data"]) layer.erase("data");
+        if (views.empty()) continue;
+        // Only the first panel has the axis of the categories.
+        for (const char* channel : {"x", "y"}) {
+          Json& encoding = layer["encoding"];
+          if (encoding.contains(channel) && encoding[channel].value("type", "") == "nominal") {
+            encoding[channel]["axis"] = nullptr;
+          }
+        }
+      }
+      views.push_back(view);
+    }
+    return {{"hconcat", views}, {"spacing", 4}};
+  }
+
+  Json facetTitle(const std::string& text) const {
+    Json title = {{"text", text}, {"anchor", "middle"}};
+    const PlXFacetLevel* level = levelOf(0);
+    const auto axes = level ? level->getAxiss() : std::vector<PlXAxis*>();
+    if (!axes.empty() && axes[0]->getMajorTicks())
+      putFont(title, "", axes[0]->getMajorTicks()->getStyle());
+    return title;
   }
 
   // ---- matrices of variables
@@ -257,23 +305,26 @@ class GraphDrawer {
     return isVisible(style) || !panel.x;
   }
 
-  // The first element of a graph lies on top.
+  // The first element of a graph lies on top, and so does the first block.
   Json drawLayers(double width, double height, const DrawPanel& panel) {
     Json groups = Json::array();
-    std::string valueChannel = "y";
-    for (std::size_t index = 0; index < blocks_.size(); ++index) {
-      DrawPlane::Place place = {blocks_[index], index, {}, panel.x, panel.y, width, height};
+    std::set<std::string> independent;
+    for (std::size_t index = blocks_.size(); index-- > 0;) {
+      DrawPlane::Place place = {blocks_[index], index, blocks_.size() > 1, {}, panel.x, panel.y,
+                                width,          height};
       for (const CTElementType* element : elements_) {
         if (blockOf(*element) == blocks_[index] && isShown(*element, panel)) {
           place.elements.push_back(element);
         }
       }
       DrawPlane plane(context_, place);
+      if (panel.isReversed) plane.reverse();
       if (panel.x) putCellAxes(plane, panel);
-      if (index == 0) valueChannel = plane.y().channel;
       Json layers = drawBlock(plane, place.elements, panel);
-      if (!layers.empty()) groups.push_back(layers);
-      tellFurtherAxes(plane);
+      if (layers.empty()) continue;
+      if (blocks_.size() > 1) independent.insert(plane.y().channel);
+      for (Json& axis : furtherAxes(plane, layers, panel, independent)) groups.push_back(axis);
+      groups.push_back(layers);
     }
     if (groups.empty()) return nullptr;
     Json view = {{"width", numberJson(width)}, {"height", numberJson(height)}};
@@ -285,10 +336,47 @@ class GraphDrawer {
       for (const Json& group : groups) {
         view["layer"].push_back({{"layer", group}, {"resolve", {{"scale", scales}}}});
       }
-      scales[valueChannel] = "independent";
+      for (const std::string& channel : independent) scales[channel] = "independent";
     }
     view["resolve"] = {{"scale", scales}};
     return view;
+  }
+
+  // A second axis of a dimension stands beside copies of all layers that show nothing: Vega-Lite
+  // has one axis for a scale, and no other way to say that two scales are the same.
+  std::vector<Json> furtherAxes(const DrawPlane& plane, const Json& layers, const DrawPanel& panel,
+                                std::set<std::string>& independent) {
+    std::vector<Json> groups;
+    for (const DrawSide* side : {&plane.x(), &plane.y()}) {
+      const auto axes = side->dimension ? side->dimension->getAxiss() : std::vector<PlXAxis*>();
+      for (std::size_t i = 1; i < axes.size(); ++i) {
+        const auto values = derivedValues(*axes[i]);
+        if (!values || side->isDiscrete || i > 1 || !panel.fields.empty() || plane.isPolar()) {
+          context_.notes.tell(*axes[i], "a further axis of a dimension is left out");
+          continue;
+        }
+        const Json axis = derivedAxisJson(context_, *axes[i], *side, *values);
+        Json copies = Json::array();
+        for (const Json& layer : layers) {
+          if (layer["mark"]["type"] == "text" || !layer["encoding"].contains(side->channel))
+            continue;
+          Json copy = layer;
+          copy["mark"] = {{"type", layer["mark"]["type"]}, {"opacity", 0}};
+          Json encoding = Json::object();
+          for (const auto& [channel, json] : layer["encoding"].items()) {
+            const bool isPlace = channel.starts_with('x') || channel.starts_with('y');
+            if (isPlace || channel == "detail" || channel == "order") encoding[channel] = json;
+          }
+          encoding[side->channel]["axis"] = axis;
+          copy["encoding"] = encoding;
+          copies.push_back(copy);
+        }
+        if (copies.empty()) continue;
+        independent.insert(side->channel);
+        groups.push_back(copies);
+      }
+    }
+    return groups;
   }
 
   Json drawBlock(const DrawPlane& plane, const std::vector<const CTElementType*>& elements,
@@ -309,15 +397,6 @@ class GraphDrawer {
     }
     addGuides(false);
     return layers;
-  }
-
-  void tellFurtherAxes(const DrawPlane& plane) {
-    for (const DrawSide* side : {&plane.x(), &plane.y()}) {
-      const auto axes = side->dimension ? side->dimension->getAxiss() : std::vector<PlXAxis*>();
-      for (std::size_t i = 1; i < axes.size(); ++i) {
-        context_.notes.tell(*axes[i], "a second axis of one dimension is left out");
-      }
-    }
   }
 
   void putFrame(Json& view) {

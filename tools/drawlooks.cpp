@@ -188,11 +188,11 @@ bool isStroked(const std::string& shape) {
 
 std::string symbolShape(const std::string& symbol) {
   static constexpr std::pair<const char*, const char*> shapes[] = {
-      {"circle", "circle"}, {"sphere", "circle"}, {"ball", "circle"},
-      {"square", "square"}, {"cube", "square"},   {"triangle", "triangle-up"},
-      {"plus", plusShape}, {"cross", crossShape},   {"diamond", "diamond"},
-      {"arrow", "arrow"},   {"line", "stroke"},   {"hexagon", "6"},
-      {"polygon", "6"},     {"pentagon", "5"},    {"ibeam", "stroke"},
+      {"circle", "circle"}, {"sphere", "circle"},  {"ball", "circle"},
+      {"square", "square"}, {"cube", "square"},    {"triangle", "triangle-up"},
+      {"plus", plusShape},  {"cross", crossShape}, {"diamond", "diamond"},
+      {"arrow", "arrow"},   {"line", "stroke"},    {"hexagon", "6"},
+      {"polygon", "6"},     {"pentagon", "5"},     {"ibeam", "stroke"},
       {"x", crossShape}};
   for (const auto& [word, shape] : shapes) {
     if (symbol != word) continue;

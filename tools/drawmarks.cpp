@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <set>
 
 #include "drawaesthetics.h"
@@ -179,7 +180,11 @@ class ElementDrawer {
             *field, dynamic_cast<const PlXCategoricalDomain*>(aesthetic->getDomain()));
         if (order.isPart && isDrawn(*aesthetic)) keepOnly(*field, order.texts);
       }
-      if (parts && look.isCategorical == field->isCategorical) {
+      // A line keeps together where it is told to.
+      const bool isKept = (is<PlXLine>() || is<PlXPath>()) && look.isCategorical &&
+                          isDrawn(*aesthetic) && attribute(*aesthetic, u"split") == "false";
+      isInPieces_ = isInPieces_ || isKept;
+      if (parts && !isKept && look.isCategorical == field->isCategorical) {
         addGroup(field->name);
         if (!group_ && field->isCategorical) group_ = field;
       }
@@ -860,7 +865,7 @@ class ElementDrawer {
     if (encoding.contains(value) && !encoding.contains(value + '2')) {
       const bool canStack = is<PlXInterval>() || is<PlXArea>();
       if (canStack && mark_["type"] != "rule") {
-        encoding[value]["stack"] = isStacked() || mark_["type"] == "arc" ? Json("zero") : Json();
+        encoding[value]["stack"] = isStacked() ? Json("zero") : Json();
       }
     }
     if (offsetBy_ && plane_.x().isDiscrete && !plane_.isPolar()) {
@@ -890,7 +895,7 @@ class ElementDrawer {
 
   // The stack's order is that of the categories, the same for bars and for their labels.
   void addStackOrder(Json& encoding) {
-    if (!group_ || !isStacked()) return;
+    if (!group_ || (!isStacked() && mark_["type"] != "arc")) return;
     const std::string rank = "rank_" + group_->name;
     const auto& order = context_.data.orderOf(*group_).texts;
     transforms_.push_back(calculation(
@@ -914,7 +919,9 @@ class ElementDrawer {
       encoding["order"] = {{"field", "row"}, {"type", "quantitative"}};
     }
     putBreaks();
+    if (mark_["type"] == "arc") placeSlices(encoding);
     const Json bare = encoding;
+    cutIntoPieces(encoding);
     for (const DrawLook& look : looks_) putLook(context_, look, kind_, style_, encoding);
     if (mark_["type"] == "boxplot" && encoding.contains("fill")) {
       encoding["color"] = encoding["fill"];  // the only colour that boxes have
@@ -923,7 +930,6 @@ class ElementDrawer {
       mark_["outliers"].erase("fill");
     }
     putOwnLegend();
-    if (mark_["type"] == "arc") putExplosion(encoding);
     if (!groups_.empty() && mark_["type"] != "boxplot") encoding["detail"] = detail();
     if (!tip_.empty()) encoding["tooltip"] = tip_;
     if (isVisible(style_)) {
@@ -988,8 +994,49 @@ class ElementDrawer {
                                 {"legend", look}};
   }
 
+  // ---- slices
+
+  // A slice reaches from one share of the circle to another. Without a variable of their own,
+  // slices are as wide as their values say; else all are equally wide, and as long as the values
+  // say.
+  void placeSlices(Json& encoding) {
+    const PlXPolarTransform& polar = *plane_.polar();
+    const bool isRose = !places_[0].field.empty() && !places_[1].field.empty();
+    if (isRose) {
+      const std::string rank =
+          "indexof(" + Json(plane_.x().order).dump(-1, ' ', false, Json::error_handler_t::replace) +
+          ", " + datum(places_[0].field) + ')';
+      const std::string count = literal(static_cast<double>(plane_.x().order.size()));
+      transforms_.push_back(calculation("slice_start", rank + " / " + count));
+      transforms_.push_back(calculation("slice_end", "(" + rank + " + 1) / " + count));
+    } else {
+      Json stack = {{"stack", places_[places_[0].field.empty() ? 1 : 0].field},
+                    {"groupby", panel_.fields},
+                    {"offset", "normalize"},
+                    {"as", {"slice_start", "slice_end"}}};
+      if (encoding.contains("order")) stack["sort"] = {{{"field", encoding["order"]["field"]}}};
+      transforms_.push_back(stack);
+    }
+    encoding.erase("order");
+    // Degrees count from the right and against the clock; Vega's radians from the top and with it.
+    const double start = std::numbers::pi / 180 * (90 - std::fmod(polar.getStartAngle(), 360));
+    const double cycles = polar.getCycles() > 0 && polar.getCycles() <= 1 ? polar.getCycles() : 1;
+    const double turn = 2 * std::numbers::pi * cycles * (polar.getCounterClockwise() ? -1 : 1);
+    encoding["theta"] = {{"field", "slice_start"},
+                         {"type", "quantitative"},
+                         {"stack", nullptr},
+                         {"scale", {{"domain", {0, 1}}, {"range", {start, start + turn}}}}};
+    encoding["theta2"] = {{"field", "slice_end"}};
+    if (isRose) {
+      encoding["radius"]["stack"] = nullptr;
+      encoding["radius"]["scale"] = {{"type", "sqrt"}, {"zero", true}};
+      return;
+    }
+    putRadius(encoding);
+  }
+
   // Pulled out slices are farther from the middle at both ends.
-  void putExplosion(Json& encoding) {
+  void putRadius(Json& encoding) {
     const double radius = std::min(plane_.width(), plane_.height()) / 2;
     mark_["outerRadius"] = numberJson(std::round(radius * 0.85));
     if (!offset_ || !offsetField_) return;
@@ -1009,6 +1056,26 @@ class ElementDrawer {
     put("radius2", 0, radius * distance);
     encoding["radius"].update(
         Json{{"type", "quantitative"}, {"scale", nullptr}, {"stack", nullptr}});
+  }
+
+  // A line that changes its looks on its way: a piece from each place to the next.
+  void cutIntoPieces(Json& encoding) {
+    if (!isInPieces_ || mark_["type"] != "line" || isFit_) return;
+    Json window = {{"window",
+                    {{{"op", "lead"}, {"field", places_[0].field}, {"as", "next_x"}},
+                     {{"op", "lead"}, {"field", places_[1].field}, {"as", "next_y"}}}}};
+    if (!is<PlXPath>()) window["sort"] = {{{"field", places_[0].field}}};
+    std::vector<std::string> parts = panel_.fields;
+    parts.insert(parts.end(), groups_.begin(), groups_.end());
+    putGroups(window, parts);
+    transforms_.push_back(window);
+    addFilter("isValid(" + datum("next_x") + ") && isValid(" + datum("next_y") + ") && isValid(" +
+              datum(places_[1].field) + ')');
+    mark_["type"] = "rule";
+    mark_.erase("interpolate");
+    encoding.erase("order");
+    encoding[channel(0) + '2'] = {{"field", "next_x"}};
+    encoding[channel(1) + '2'] = {{"field", "next_y"}};
   }
 
   // The crossbars of error bars.
@@ -1077,6 +1144,10 @@ class ElementDrawer {
     }
     thinLabels(steps);
     putLabelPlace(labeling, mark, encoding);
+    if (mark_["type"] == "arc") {
+      steps.push_back(calculation(
+          "slice_middle", '(' + datum("slice_start") + " + " + datum("slice_end") + ") / 2"));
+    }
     encoding["text"] = {{"field", as}, {"type", "nominal"}};
     if (!groups_.empty()) encoding["detail"] = detail();
     for (const auto* aesthetic : childrenOf<CTAesthetic>(labeling)) {
@@ -1101,7 +1172,7 @@ class ElementDrawer {
   // Labels that cover each other aren't shown: of those in one cell of a grid the first is.
   void thinLabels(Json& steps) const {
     if (element_.getShowCollidingLabels() || is<PlXInterval>()) return;
-    constexpr double cell[] = {40, 14};
+    constexpr double cell[] = {56, 14};
     std::vector<std::string> parts = panel_.fields;
     bool isThinned = false;
     for (const std::size_t i : {0U, 1U}) {
@@ -1141,11 +1212,15 @@ class ElementDrawer {
     const std::string& value = channel(1);
     if (mark_["type"] == "arc") {
       const double radius = std::min(plane_.width(), plane_.height()) / 2;
+      // In the middle between the slice's sides.
+      encoding["theta"]["field"] = "slice_middle";
+      encoding.erase("theta2");
       const bool isInside = style && style->getLabelInside() == PlXStyle::labelInside_true;
       mark["radius"] = numberJson(std::round(radius * (isInside ? 0.55 : 0.98)));
       return;
     }
-    if (mark_["type"] == "bar" && isStacked() && encoding.contains(value)) {
+    const bool isOutside = style && style->getLabelInside() == PlXStyle::labelInside_false;
+    if (mark_["type"] == "bar" && isStacked() && !isOutside && encoding.contains(value)) {
       encoding[value]["bandPosition"] = 0.5;
       return;
     }
@@ -1196,6 +1271,7 @@ class ElementDrawer {
   double binWidth_ = 0;
   bool isSummarized_ = false;
   bool isFit_ = false;
+  bool isInPieces_ = false;
   MarkKind kind_ = MarkKind::Surface;
   Json mark_;
   Json transforms_ = Json::array();

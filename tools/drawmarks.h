@@ -16,7 +16,8 @@ struct DrawPanel {
   // In a matrix of variables: those of this cell, null elsewhere.
   const DrawField* x = nullptr;
   const DrawField* y = nullptr;
-  bool isTable = false;  // each panel is one cell of a table
+  bool isTable = false;     // each panel is one cell of a table
+  bool isReversed = false;  // its values run the other way
 };
 
 // The layers of an element, the lowest first; none when it can't be drawn, which is told.

@@ -20,6 +20,8 @@ struct PageItem {
   Json view;
 };
 
+constexpr std::size_t mostItems = 200;  // that are arranged by their places
+
 class PageDrawer {
  public:
   PageDrawer(const PlXVisualization& chart, DrawNotes& notes)
@@ -249,27 +251,40 @@ class PageDrawer {
     items_.push_back({box->left, box->right, box->top, box->bottom, view});
   }
 
-  // Views beside and below each other: the page is cut where no frame is in the way.
+  // Views beside and below each other: the page is cut where no frame is in the way, or hardly.
   static Json arrange(std::vector<PageItem> items) {
     if (items.size() == 1) return items[0].view;
-    for (const bool isUpright : {true, false}) {
-      const auto start = isUpright ? &PageItem::top : &PageItem::left;
-      const auto stop = isUpright ? &PageItem::bottom : &PageItem::right;
-      std::ranges::stable_sort(items, {}, start);
-      std::vector<std::vector<PageItem>> parts;
-      double end = 0;
-      for (const PageItem& item : items) {
-        const double slack = std::min(10.0, (item.*stop - item.*start) / 3);
-        if (parts.empty() || item.*start >= end - slack) parts.emplace_back();
-        end = parts.back().empty() ? item.*stop : std::max(end, item.*stop);
-        parts.back().push_back(item);
+    for (const double share : {0.05, 0.3, 0.45}) {
+      if (items.size() > mostItems) break;
+      for (const bool isUpright : {true, false}) {
+        const auto parts = cut(items, isUpright, share);
+        if (parts.size() > 1) return concatenated(parts, isUpright);
       }
-      if (parts.size() > 1) return concatenated(parts, isUpright);
     }
     // Frames that lie on each other.
     std::vector<std::vector<PageItem>> parts;
     for (const PageItem& item : items) parts.push_back({item});
     return concatenated(parts, true);
+  }
+
+  // Frames may reach over a cut with a share of their length at each end.
+  static std::vector<std::vector<PageItem>> cut(std::vector<PageItem>& items, bool isUpright,
+                                                double share) {
+    const auto start = isUpright ? &PageItem::top : &PageItem::left;
+    const auto stop = isUpright ? &PageItem::bottom : &PageItem::right;
+    const auto slack = [&](const PageItem& item) { return share * (item.*stop - item.*start); };
+    std::ranges::stable_sort(items, {},
+                             [&](const PageItem& item) { return item.*start + slack(item); });
+    std::vector<std::vector<PageItem>> parts;
+    double end = 0;
+    for (const PageItem& item : items) {
+      const double last = item.*stop - slack(item);
+      const bool isApart = parts.empty() || item.*start + slack(item) >= end - 1;
+      if (isApart) parts.emplace_back();
+      end = isApart ? last : std::max(end, last);
+      parts.back().push_back(item);
+    }
+    return parts;
   }
 
   static Json concatenated(const std::vector<std::vector<PageItem>>& parts, bool isUpright) {

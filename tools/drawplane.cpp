@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <set>
+#include <utility>
 
 using namespace xercesc;
 
@@ -36,6 +38,8 @@ Json DrawSide::datumOf(const std::string& text, const std::vector<const DrawFiel
 Json DrawLegend::layer() const {
   Json of = {{"type", "point"}};
   for (const auto& [name, value] : mark.items()) of[name] = value;
+  // A surface without an outline has none in the legend.
+  if (!of.contains("stroke") && !encoding.contains("stroke")) of["stroke"] = "transparent";
   return {{"data", {{"values", Json::array()}}}, {"mark", of}, {"encoding", encoding}};
 }
 
@@ -57,14 +61,26 @@ DrawPlane::DrawPlane(DrawContext& context, const Place& place)
     DrawSide& side = sides_[i];
     const auto axes = side.dimension ? side.dimension->getAxiss() : std::vector<PlXAxis*>();
     if (!axes.empty()) side.axis = axisJson(context_, *axes[0], side);
-    if (place.index > 0 && i == 1 && side.axis.is_object() && !side.axis.contains("orient")) {
-      side.axis["orient"] = side.channel == "x" ? "top" : "right";
+    if (i == 1 && side.axis.is_object() && !side.axis.contains("orient")) {
+      const bool isX = side.channel == "x";
+      if (place.index > 0) side.axis["orient"] = isX ? "top" : "right";
+      if (place.index == 0 && place.hasFellows) side.axis["orient"] = isX ? "bottom" : "left";
     }
+  }
+  for (const CTElementType* element : place.elements) {
+    if (!isPolar_ || dynamic_cast<const PlXInterval*>(element)) continue;
+    context_.notes.tell(*element, "is drawn flat, and not round a middle");
+    isPolar_ = false;
   }
   if (isPolar_) {
     sides_[0].channel = "theta";
     sides_[1].channel = "radius";
   }
+}
+
+void DrawPlane::reverse() {
+  Json& scale = sides_[1].scale;
+  scale["reverse"] = !scale.value("reverse", false);
 }
 
 void DrawPlane::readTransforms() {
@@ -79,9 +95,8 @@ void DrawPlane::readTransforms() {
       isTransposed_ = !isTransposed_;
     } else if (const auto* reflection = dynamic_cast<const PlXReflectionTransform*>(object)) {
       const bool isY = reflection->getDimension() == PlXReflectionTransform::dimension_y;
-      if (reflection->getAlternating()) {
-        context_.notes.tell(*reflection, "panels aren't reflected by turns");
-      } else {
+      // Reflection by turns is the panels' business.
+      if (!reflection->getAlternating()) {
         isReflected_[isY ? 1 : 0] = !isReflected_[isY ? 1 : 0];
       }
     } else if (dynamic_cast<const PlXRectangularTransform*>(object) ||
@@ -289,11 +304,16 @@ void putDelta(Json& json, const PlXMajorTicks& ticks, const DrawSide& side) {
   const double delta = ticks.getDelta();
   if (!(delta > 0) || !std::isfinite(delta) || side.isDiscrete) return;
   if (side.isDate) {
-    static constexpr const char* units[] = {"second", "second", "minute", "hour",
-                                            "day",    "week",   "month",  "year"};
-    const auto unit = static_cast<std::size_t>(ticks.getDeltaUnit());
-    json["tickCount"] = {{"interval", unit < std::size(units) ? units[unit] : "second"},
-                         {"step", numberJson(delta)}};
+    static constexpr std::pair<const char*, double> units[] = {
+        {"second", 1},    {"minute", 60},     {"hour", 3600},    {"day", 86400},
+        {"week", 604800}, {"month", 2592000}, {"year", 31536000}};
+    const std::string stated = attribute(ticks, u"deltaUnit");
+    for (const auto& [unit, seconds] : units) {
+      if (unit != stated && !(stated.empty() && seconds == 1)) continue;
+      // Vega counts the ticks one by one.
+      if ((side.greatest - side.least) / (1000 * seconds * delta) > mostTicks) return;
+      json["tickCount"] = {{"interval", unit}, {"step", numberJson(delta)}};
+    }
     return;
   }
   const std::string type = side.scale.value("type", "linear");
@@ -358,6 +378,44 @@ void putTicks(DrawContext& context, Json& json, const PlXMajorTicks& ticks, cons
 }
 
 }  // namespace
+
+std::optional<DerivedValues> derivedValues(const PlXAxis& axis) {
+  if (axis.getTransform() == PlXAxis::transform_none) return {};
+  std::map<std::string, double> parameters = {
+      {"base-ratio", 1}, {"derived-ratio", 1}, {"base-match", 0}, {"derived-match", 0}};
+  for (const PlXAxisTransformParameter* parameter : axis.getAxisTransformParameters()) {
+    const ChartString value(parameter->getParameterValue());
+    if (value.isNumber()) parameters[utf8(parameter->getParameterName())] = value.convertToDouble();
+  }
+  DerivedValues values;
+  values.step = parameters["base-ratio"] / parameters["derived-ratio"];
+  values.match = parameters["base-match"] - parameters["derived-match"] * values.step;
+  if (!std::isfinite(values.step) || values.step == 0) return {};
+  return values;
+}
+
+Json derivedAxisJson(DrawContext& context, const PlXAxis& axis, const DrawSide& side,
+                     const DerivedValues& values) {
+  DrawSide own = side;
+  own.measure = nullptr;
+  own.scale.erase("domain");
+  Json json = axisJson(context, axis, own);
+  const PlXMajorTicks* ticks = axis.getMajorTicks();
+  const auto formats = ticks ? ticks->getFormats() : std::vector<PlXFormat*>();
+  const std::string value =
+      "((datum.value - " + literal(values.match) + ") / " + literal(values.step) + ')';
+  json["labelExpr"] = textExpression(value, formats.empty() ? nullptr : formats[0], false);
+  json.erase("tickMinStep");
+  json["grid"] = false;
+  if (!json.contains("orient")) json["orient"] = side.channel == "x" ? "top" : "right";
+  const double delta = ticks ? ticks->getDelta() : 0;
+  if (delta > 0 && std::isfinite(delta)) {
+    // Ticks beyond the end aren't drawn.
+    for (int i = 0; i <= 50; ++i)
+      json["values"].push_back(numberJson(values.match + i * delta * values.step));
+  }
+  return json;
+}
 
 Json axisJson(DrawContext& context, const PlXAxis& axis, const DrawSide& side) {
   Json json = Json::object();

@@ -3,6 +3,7 @@
 #define CHARTXML_TOOLS_DRAWPLANE_H
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -59,6 +60,7 @@ class DrawPlane {
   struct Place {
     const PlXCoordinates* block = nullptr;
     std::size_t index = 0;
+    bool hasFellows = false;  // other blocks in the graph
     std::vector<const CTElementType*> elements;
     const DrawField* x = nullptr;
     const DrawField* y = nullptr;
@@ -70,6 +72,8 @@ class DrawPlane {
   double width() const { return width_; }
   double height() const { return height_; }
   DrawSide& side(std::size_t i) { return sides_[i]; }
+  // Runs the values the other way, in a panel that is reflected by turns.
+  void reverse();
   bool isPolar() const { return isPolar_; }
   const DrawSide& x() const { return sides_[0]; }
   const DrawSide& y() const { return sides_[1]; }
@@ -98,7 +102,16 @@ class DrawPlane {
   std::vector<const DrawField*> fields_[2];
 };
 
-// The axis of a dimension or of a level of facets; `format` is that of its variable.
+// The axis of a dimension, or of a level of facets.
 Json axisJson(DrawContext& context, const PlXAxis& axis, const DrawSide& side);
+
+// What a derived axis shows: the value v stands where the main axis has `match` + v * `step`.
+struct DerivedValues {
+  double match = 0, step = 1;
+};
+// Nothing for an axis that isn't derived.
+std::optional<DerivedValues> derivedValues(const PlXAxis& axis);
+Json derivedAxisJson(DrawContext& context, const PlXAxis& axis, const DrawSide& side,
+                     const DerivedValues& values);
 
 #endif
