@@ -367,6 +367,20 @@ double DrawData::rSquared(const DrawField& x, const DrawField& y) {
   return covariance * covariance / ((count * xx - sumX * sumX) * (count * yy - sumY * sumY));
 }
 
+std::vector<std::pair<std::string, std::string>> DrawData::pairsOf(const DrawField& first,
+                                                                   const DrawField& second) {
+  const Column& a = *columnOf(*first.variable);
+  const Column& b = *columnOf(*second.variable);
+  const auto textIn = [](const DrawField& field, const std::string& raw) {
+    return raw.empty() ? raw : field.labels.at(raw);
+  };
+  std::vector<std::pair<std::string, std::string>> pairs;
+  for (std::size_t row = 0; row < a.texts.size() && row < b.texts.size(); ++row) {
+    pairs.emplace_back(textIn(first, a.texts[row]), textIn(second, b.texts[row]));
+  }
+  return pairs;
+}
+
 std::string DrawData::tableName(const std::string& source) {
   // Vega-Lite calls its own data source_0, facet, child_layer_0_main...
   for (const char* own : {"source", "data", "child", "facet", "row", "column", "concat", "layer"}) {

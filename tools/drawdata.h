@@ -60,6 +60,10 @@ class DrawData {
   // Of a straight line through the pairs; NaN when there is none.
   double rSquared(const DrawField& x, const DrawField& y);
 
+  // The texts of two fields of categories, row by row; empty for missing ones.
+  std::vector<std::pair<std::string, std::string>> pairsOf(const DrawField& first,
+                                                           const DrawField& second);
+
   // What a source is called in a specification, which has names of its own.
   static std::string tableName(const std::string& source);
   // The tables, with the fields that were asked for.

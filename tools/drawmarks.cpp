@@ -6,6 +6,7 @@
 #include <set>
 
 #include "drawaesthetics.h"
+#include "drawnetwork.h"
 
 namespace {
 
@@ -29,9 +30,6 @@ bool has(const PlXBaseElement& element) {
 }
 constexpr LeftOut leftOut[] = {
     {has<PlXClusteringStatistic>, "groups of near rows are left out"},
-    {has<PlXGraphLayoutStatistic>, "a network has no places and is left out"},
-    {has<PlXTreeLayoutStatistic>, "a tree has no places and is left out"},
-    {has<PlXTagCloudStatistic>, "a cloud of words has no places and is left out"},
     {has<PlXMapStatistic>, "a map has no outlines here and is left out"},
     {has<PlXRegionStatistic>, "a region of confidence is left out"},
     {has<PlXSOMStatistic>, "a self-organizing map is left out"},
@@ -183,7 +181,10 @@ class ElementDrawer {
       // A line keeps together where it is told to.
       const bool isKept = (is<PlXLine>() || is<PlXPath>()) && look.isCategorical &&
                           isDrawn(*aesthetic) && attribute(*aesthetic, u"split") == "false";
-      isInPieces_ = isInPieces_ || isKept;
+      // And Vega-Lite has one look for a line, unless it is cut.
+      const bool isVarying = (is<PlXLine>() || is<PlXPath>()) && !look.isCategorical &&
+                             isDrawn(*aesthetic) && !plane_.x().isDiscrete;
+      isInPieces_ = isInPieces_ || isKept || isVarying;
       if (parts && !isKept && look.isCategorical == field->isCategorical) {
         addGroup(field->name);
         if (!group_ && field->isCategorical) group_ = field;
@@ -280,6 +281,13 @@ class ElementDrawer {
       tell(row.what);
       return false;
     }
+    if (const auto* network = childOf<PlXGraphLayoutStatistic>(element_)) {
+      return placeNetwork(network->getFromVariable(), network->getToVariable(), false);
+    }
+    if (const auto* tree = childOf<PlXTreeLayoutStatistic>(element_)) {
+      return placeNetwork(tree->getNodeVariable(), tree->getParentVariable(), true);
+    }
+    if (has<PlXTagCloudStatistic>(element_)) return placeWords();
     if (const auto* distribution = childOf<PlXDistributionStatistic>(element_)) {
       return placeDistribution(*distribution);
     }
@@ -483,6 +491,87 @@ class ElementDrawer {
     isSummarized_ = true;
     if (!childrenOf<PlXLabeling>(element_).empty()) tell("labels of ranges are left out");
     return true;
+  }
+
+  // ---- networks
+
+  static std::string textOr(const DrawField& field, const std::string& raw) {
+    const auto found = field.labels.find(raw);
+    return found == field.labels.end() ? raw : found->second;
+  }
+
+  // A node for each name, and a line for each row that links two.
+  bool placeNetwork(const CTVariableType* from, const CTVariableType* to, bool isTree) {
+    const DrawField* first = fieldHere(from, element_);
+    const DrawField* second = fieldHere(to, element_);
+    if (!first || !second || !first->isCategorical || !second->isCategorical) {
+      tell("a network without names is left out");
+      return false;
+    }
+    const auto links = context_.data.pairsOf(*first, *second);
+    const NetworkPlaces places = isTree ? treePlaces(links) : circlePlaces(links);
+    tell(isTree ? "a tree is drawn from the top down"
+                : "the nodes of a network are drawn on a circle");
+    Json values = Json::array();
+    const bool isEdge = is<PlXEdge>();
+    std::set<std::string> known;
+    for (const auto& [a, b] : links) {
+      const auto start = places.find(a);
+      const auto end = places.find(b);
+      if (isEdge && start != places.end() && end != places.end()) {
+        values.push_back({{"x", start->second.first},
+                          {"y", start->second.second},
+                          {"x_end", end->second.first},
+                          {"y_end", end->second.second}});
+      }
+      for (const std::string& name : {a, b}) {
+        const auto place = places.find(name);
+        if (isEdge || place == places.end() || !known.insert(name).second) continue;
+        values.push_back(
+            {{first->name, name}, {"x", place->second.first}, {"y", place->second.second}});
+      }
+    }
+    usePlaces(values, *first);
+    if (isEdge) {
+      places_[0].end = "x_end";
+      places_[1].end = "y_end";
+      setMark("rule", lineLook(style_));
+    }
+    return !values.empty();
+  }
+
+  bool placeWords() {
+    const DrawField& field = *fields_[0][0];
+    if (!field.isCategorical) return false;
+    std::vector<std::string> words;
+    for (const std::string& raw : field.raws) words.push_back(textOr(field, raw));
+    tell("a cloud of words is drawn as rows of words");
+    Json values = Json::array();
+    for (const auto& [word, place] : gridPlaces(words)) {
+      values.push_back({{field.name, word}, {"x", place.first}, {"y", place.second}});
+    }
+    usePlaces(values, field);
+    return !values.empty();
+  }
+
+  // Values with places of their own, and nothing of the rows but the name.
+  void usePlaces(const Json& values, const DrawField& name) {
+    ownData_ = {{"values", values}};
+    transforms_ = Json::array();
+    for (const DrawLook& look : looks_) {
+      if (look.field != &name) context_.notes.tell(*look.aesthetic, "a node has no value for it");
+    }
+    std::erase_if(looks_, [&](const DrawLook& look) { return look.field != &name; });
+    groups_.clear();
+    if (popupOf()) tell("popups are left out");
+    places_[0].field = "x";
+    places_[1].field = "y";
+    hasFreePlaces_ = true;
+    for (const auto* labeling : childrenOf<PlXLabeling>(element_)) {
+      if (fieldHere(labeling->getVariable(), *labeling) == &name) {
+        labels_.emplace_back(labeling, name.name);
+      }
+    }
   }
 
   // The theoretical curve: over a histogram in the histogram's units.
@@ -850,6 +939,14 @@ class ElementDrawer {
         panel_.isTable && !fields_[i].empty() &&
         std::ranges::find(panel_.fields, fields_[i][0]->name) != panel_.fields.end();
     if (isOfTable) return;
+    if (hasFreePlaces_) {
+      encoding[name] = {{"field", at.field},
+                        {"type", "quantitative"},
+                        {"scale", {{"domain", {-0.1, 1.1}}}},
+                        {"axis", nullptr}};
+      if (!at.end.empty()) encoding[name + '2'] = {{"field", at.end}};
+      return;
+    }
     encoding[name] = DrawPlane::position(side(i), at.field);
     if (at.isBinned) encoding[name]["bin"] = "binned";
     if (!at.end.empty()) encoding[name + '2'] = {{"field", at.end}};
@@ -868,7 +965,7 @@ class ElementDrawer {
         encoding[value]["stack"] = isStacked() ? Json("zero") : Json();
       }
     }
-    if (offsetBy_ && plane_.x().isDiscrete && !plane_.isPolar()) {
+    if (offsetBy_ && plane_.x().isDiscrete && !plane_.isPolar() && !hasFreePlaces_) {
       const auto& order = context_.data.orderOf(*offsetBy_);
       encoding[channel(0) + "Offset"] = {
           {"field", offsetBy_->name}, {"type", "nominal"}, {"scale", {{"domain", order.texts}}}};
@@ -1153,8 +1250,8 @@ class ElementDrawer {
     for (const auto* aesthetic : childrenOf<CTAesthetic>(labeling)) {
       if (!isDrawn(*aesthetic)) continue;
       const DrawField* shown = fieldHere(aesthetic->getVariable(), *aesthetic);
-      const bool isKnown =
-          shown && (!isSummarized_ || std::ranges::find(keys_, shown->name) != keys_.end());
+      const bool isKnown = shown && !hasFreePlaces_ &&
+                           (!isSummarized_ || std::ranges::find(keys_, shown->name) != keys_.end());
       if (!isKnown) {
         context_.notes.tell(*aesthetic, "differs within an item and is left out");
         continue;
@@ -1171,7 +1268,7 @@ class ElementDrawer {
 
   // Labels that cover each other aren't shown: of those in one cell of a grid the first is.
   void thinLabels(Json& steps) const {
-    if (element_.getShowCollidingLabels() || is<PlXInterval>()) return;
+    if (element_.getShowCollidingLabels() || is<PlXInterval>() || hasFreePlaces_) return;
     constexpr double cell[] = {56, 14};
     std::vector<std::string> parts = panel_.fields;
     bool isThinned = false;
@@ -1216,7 +1313,7 @@ class ElementDrawer {
       encoding["theta"]["field"] = "slice_middle";
       encoding.erase("theta2");
       const bool isInside = style && style->getLabelInside() == PlXStyle::labelInside_true;
-      mark["radius"] = numberJson(std::round(radius * (isInside ? 0.55 : 0.98)));
+      mark["radius"] = numberJson(std::round(radius * (isInside ? 0.55 : offset_ ? 1.08 : 0.98)));
       return;
     }
     const bool isOutside = style && style->getLabelInside() == PlXStyle::labelInside_false;
@@ -1272,6 +1369,7 @@ class ElementDrawer {
   bool isSummarized_ = false;
   bool isFit_ = false;
   bool isInPieces_ = false;
+  bool hasFreePlaces_ = false;
   MarkKind kind_ = MarkKind::Surface;
   Json mark_;
   Json transforms_ = Json::array();

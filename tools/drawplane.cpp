@@ -300,6 +300,20 @@ void putLine(Json& json, const std::string& prefix, const PlXStyle* style) {
   }
 }
 
+// Ticks from the least value to the greatest.
+bool putValues(Json& json, const DrawSide& side, double start, double delta) {
+  const double first = std::ceil((side.least - start) / delta - 1e-9);
+  const double last = std::floor((side.greatest - start) / delta + 1e-9);
+  if (!(last - first < mostTicks) || first > last) return false;
+  Json values = Json::array();
+  for (double i = first; i <= last; ++i) {
+    // Sums of decimal fractions, without their last digits.
+    values.push_back(numberJson(std::round((start + i * delta) * 1e9) / 1e9));
+  }
+  json["values"] = values;
+  return true;
+}
+
 void putDelta(Json& json, const PlXMajorTicks& ticks, const DrawSide& side) {
   const double delta = ticks.getDelta();
   if (!(delta > 0) || !std::isfinite(delta) || side.isDiscrete) return;
@@ -312,7 +326,14 @@ void putDelta(Json& json, const PlXMajorTicks& ticks, const DrawSide& side) {
       if (unit != stated && !(stated.empty() && seconds == 1)) continue;
       // Vega counts the ticks one by one.
       if ((side.greatest - side.least) / (1000 * seconds * delta) > mostTicks) return;
-      json["tickCount"] = {{"interval", unit}, {"step", numberJson(delta)}};
+      if (seconds > 604800) {
+        json["tickCount"] = {{"interval", unit}, {"step", numberJson(delta)}};
+      } else if (side.hasExtent()) {
+        // Vega knows steps of whole months only.
+        const double step = 1000 * seconds * delta;
+        const double base = dateOf(attribute(ticks, u"base"));
+        putValues(json, side, std::isnan(base) ? 0 : base, step);
+      }
     }
     return;
   }
@@ -320,18 +341,7 @@ void putDelta(Json& json, const PlXMajorTicks& ticks, const DrawSide& side) {
   if (type == "log") return;
   if (side.scale.contains("domain")) {
     const double base = valueOf(attribute(ticks, u"base"), false);
-    const double start = std::isnan(base) ? 0 : base;
-    const double first = std::ceil((side.least - start) / delta - 1e-9);
-    const double last = std::floor((side.greatest - start) / delta + 1e-9);
-    if (last - first < mostTicks) {
-      Json values = Json::array();
-      for (double i = first; i <= last; ++i) {
-        // Sums of decimal fractions, without their last digits.
-        values.push_back(numberJson(std::round((start + i * delta) * 1e9) / 1e9));
-      }
-      if (!values.empty()) json["values"] = values;
-      return;
-    }
+    if (putValues(json, side, std::isnan(base) ? 0 : base, delta)) return;
   }
   json["tickMinStep"] = numberJson(delta);
 }
