@@ -221,6 +221,7 @@ void DrawPlane::makeDomain(DrawSide& side, const PlXDimension& dimension) {
   const bool hasBoth = !std::isnan(bounds[0]) && !std::isnan(bounds[1]);
   if (hasBoth && bounds[0] < bounds[1]) {
     side.scale["domain"] = {numberJson(bounds[0]), numberJson(bounds[1])};
+    side.scale.erase("zero");
   } else if (!std::isnan(bounds[0]) && !hasBoth) {
     side.scale["domainMin"] = numberJson(bounds[0]);
   } else if (!std::isnan(bounds[1]) && !hasBoth) {
