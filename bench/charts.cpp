@@ -1,7 +1,10 @@
 #include "charts.h"
 
 #include <cstdio>
+#include <fstream>
+#include <iterator>
 #include <random>
+#include <stdexcept>
 #include <string_view>
 
 #include "chartbase.h"
@@ -178,5 +181,12 @@ std::string chartOfBytes(std::size_t bytes) {
   for (int graphs = 1; text.size() < bytes; ++graphs) {
     text = chartText({.elements = graphs * 4, .styles = 8 + graphs * 2, .labelFrames = 2 + graphs});
   }
+  return text;
+}
+
+std::string exampleText(const std::string& name) {
+  std::ifstream file(CHARTXML_EXAMPLES "/" + name + ".xml", std::ios::binary);
+  std::string text{std::istreambuf_iterator<char>(file), {}};
+  if (text.empty()) throw std::runtime_error("there is no example " + name);
   return text;
 }

@@ -24,4 +24,7 @@ std::string chartOfBytes(std::size_t bytes);
 // Rows as they stand in a source: identifiers, codes, dates, prices and full doubles.
 std::string rowsText(int rows);
 
+// A chart of the examples, by its file's name without the ending. Throws when there is none.
+std::string exampleText(const std::string& name);
+
 #endif

@@ -26,6 +26,7 @@ int main(int argc, char** argv) {
   addCompression();
   addData();
   addDataXml();
+  addPeer();
   TableReporter table;
   benchmark::RunSpecifiedBenchmarks(&table);
   std::printf(table.broken() ? "%d limits are broken\n" : "All limits are kept\n", table.broken());

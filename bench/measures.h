@@ -56,5 +56,7 @@ void addTemplates();
 void addCompression();
 void addData();
 void addDataXml();
+// Only where libxml2 was there when this was built; says so otherwise.
+void addPeer();
 
 #endif

@@ -1,8 +1,6 @@
 // Applying templates: what it adds to opening a chart, and what ten times as much costs.
 #include <algorithm>
 #include <cstddef>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <memory>
 #include <sstream>
@@ -18,6 +16,7 @@
 #include "charts.h"
 #include "charttemplate.h"
 #include "charttransformer.h"
+#include "housestyle.h"
 #include "measures.h"
 #include "model.h"
 #include "plxelements.h"
@@ -27,84 +26,10 @@
 
 namespace {
 
-constexpr std::string_view start =
-    "<?xml version=\"1.0\" encoding=\"UTF-8\"?><template xmlns=\"" CHARTXML_HOST
-    "/tavo/visualization\" xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" "
-    "xsi:schemaLocation=\"" CHARTXML_HOST "/tavo/visualization " CHARTXML_HOST
-    "/tavo/visualization/grafo-template-2.10.xsd\">";
-
-// The look of a house: what a template of a suite states of any chart. Commands for parts that a
-// chart doesn't have are among them, as there.
-constexpr std::string_view houseStyle[] = {
-    R"(<setStyle type="bar">)"
-    R"(<style color="#1F3A5F" color2="#FFFFFF" stroke-width="0.5pt" width="70%"/></setStyle>)",
-    R"(<setStyle type="bar" subtype="clustered">)"
-    R"(<style value="stroke:white;stroke-width:0.5pt"/></setStyle>)",
-    R"(<setStyle type="histogram"><style color="#588B8B" color2="#FFFFFF"/></setStyle>)",
-    R"(<setStyle type="population"><style color2="#FFFFFF" stroke-width="0.5pt"/></setStyle>)",
-    R"(<setStyle type="pie"><style color2="#FFFFFF" stroke-width="1pt"/></setStyle>)",
-    R"(<setStyle type="range"><style color="#588B8B" stroke-width="0.5pt"/></setStyle>)",
-    R"(<setStyle type="line"><style color="#1F3A5F" stroke-width="1.5pt">)"
-    R"(<interpolation type="straight" missingRepresentation="gap"/></style></setStyle>)",
-    R"(<setStyle type="line" subtype="3D"><style color="#1F3A5F" stroke-width="1pt"/></setStyle>)",
-    R"(<setStyle type="area"><style value="fill:#588B8B;stroke:#404040"/></setStyle>)",
-    R"(<setStyle type="scatter"><style color="transparent" color2="#1F3A5F">)"
-    R"(<glyph type="square" size="4pt" sides="4" angle="0" aspect="1"/></style></setStyle>)",
-    R"(<setStyle type="schema" subtype="hingeStyle"><style color="#588B8B" color2="#404040"/>)"
-    R"(</setStyle>)",
-    R"(<setStyle type="schema" subtype="medianStyle">)"
-    R"(<style color="#404040" stroke-width="2pt"/></setStyle>)",
-    R"(<setStyle type="schema" subtype="fenceStyle">)"
-    R"(<style color="#404040" stroke-width="1pt"/></setStyle>)",
-    R"(<setStyle type="dropline"><style color="#808080" stroke-dasharray="2 2"/></setStyle>)",
-    R"(<setStyle type="errorbar"><style color="#404040" stroke-width="0.5pt"/></setStyle>)",
-    R"(<setStyle type="text" subtype="title1"><style font-size="14pt" font-weight="bold"/>)"
-    R"(</setStyle>)",
-    R"(<setStyle type="textFrame" subtype="title1"><style visible="false"/></setStyle>)",
-    R"(<setStyle type="text" subtype="legend1"><style font-size="8pt 6pt" color="#404040"/>)"
-    R"(</setStyle>)",
-    R"(<setStyle type="labelFrame" subtype="legend1"><style color="transparent"/></setStyle>)",
-    R"(<setStyle type="text" subtype="xaxis_title"><style font-size="9pt"/></setStyle>)",
-    R"(<setStyle id="style_5"><style opacity="0.8"/></setStyle>)",
-    R"(<setAxisScale role="x" method="linear"/>)",
-    R"(<setAxisScale role="y" method="log_safe" base="10"/>)",
-    R"(<setAxisInterval role="y" min="0" max="300" upperMapping="exact"/>)",
-    R"(<setAxisMargin role="x" lowerMargin="2%" upperMargin="2%" categorical="false"/>)",
-    R"(<setAxisMargin role="x" lowerMargin="4%" upperMargin="4%" categorical="true"/>)",
-    R"(<setAxisMargin role="y" lowerMargin="0%" upperMargin="5%" categorical="false"/>)",
-    R"(<setAxisStyle role="x"><style color="#808080"/><axisLabelStyle>)"
-    R"(<style font-size="9pt"/><style number="1" visible="false"/></axisLabelStyle>)"
-    R"(</setAxisStyle>)",
-    R"(<setAxisStyle role="y" categorical="false"><style value="stroke:#808080"/>)"
-    R"(<label>In thousands<style font-size="9pt"/></label></setAxisStyle>)",
-    R"(<setAxisMajorTicks><majorTicks role="x" categorical="true" length="0pt"><markStyle>)"
-    R"(<style visible="false"/></markStyle><tickLabelStyle><style font-size="8pt 6pt"/>)"
-    R"(</tickLabelStyle></majorTicks></setAxisMajorTicks>)",
-    R"(<setAxisMajorTicks>)"
-    R"(<majorTicks role="x" categorical="false" position="outside" length="3pt" delta="auto">)"
-    R"(<markStyle><style color="#808080"/></markStyle></majorTicks></setAxisMajorTicks>)",
-    R"(<setAxisMajorTicks><majorTicks role="y" position="outside" length="3pt" delta="50">)"
-    R"(<gridLines><style color="#D0D0D0"/></gridLines><markStyle>)"
-    R"(<style value="stroke:#808080"/></markStyle><tickLabelStyle><style font-size="8pt"/>)"
-    R"(<style number="1" color="#EFEFEF"/></tickLabelStyle>)"
-    R"(<numberFormat useGrouping="true" maximumFractionDigits="2"/></majorTicks>)"
-    R"(</setAxisMajorTicks>)",
-    R"(<setAxisMinorTicks><minorTicks role="y" number="4" length="2pt"><markStyle>)"
-    R"(<style color="#D0D0D0"/></markStyle></minorTicks></setAxisMinorTicks>)",
-    R"(<setAxisMinorTicks><minorTicks role="x" styleOnly="true"><markStyle>)"
-    R"(<style color="#D0D0D0"/></markStyle></minorTicks></setAxisMinorTicks>)",
-    R"(<setAxisOpposite role="x" opposite="false"/>)",
-    R"(<setAxisOpposite role="y" opposite="false"/>)",
-    R"(<setTickLabelFormat role="y"><numberFormat prefix="$" useGrouping="true"/>)"
-    R"(</setTickLabelFormat>)",
-    R"(<setTickLabelAngle role="x" labelAngle="45" categorical="true"/>)",
-    R"(<setTickLabelFrequency role="x" labelFrequency="2" categorical="true"/>)",
-    R"(<setTickLabelFrequency role="y" labelFrequency="1"/>)",
-};
-static_assert(std::size(houseStyle) == 40);
-
 // What there is more of.
 enum Of : unsigned { graphs = 1, elements = 2, styles = 4, frames = 8 };
+// On charts without categories, which some commands pass over.
+constexpr unsigned measures = 16;
 
 // The other commands, with what each of them walks over.
 struct Growing {
@@ -141,7 +66,9 @@ constexpr Growing otherCommands[] = {
     {R"(<addReferenceRectangle y1="1" y2="2" name="a"><style color="red"/>)"
      R"(</addReferenceRectangle>)"},
     {R"(<addAnchoredAnnotation x="1" y="2" name="a"><label>a</label></addAnchoredAnnotation>)"},
-    {R"(<addFitLine type="linear" target="subgroup"><style color="red"/></addFitLine>)"},
+    {R"(<addFitLine primary="true" type="linear" target="subgroup"><style color="red"/>)"
+     R"(</addFitLine>)",
+     graphs | elements | measures},
     {R"(<addHistogramNormalLine type="normal"><style color="red"/></addHistogramNormalLine>)"},
     {R"(<addInterpolationLine><interpolation type="straight" primary="true"/>)"
      R"(</addInterpolationLine>)"},
@@ -178,7 +105,7 @@ constexpr Growing otherCommands[] = {
     {R"(<addStyleCycle elementName="labeling"><cycle><style color="red"/></cycle></addStyleCycle>)",
      elements},
     {R"(<setHistogramBinning binStart="0" binWidth="5"/>)"},
-    {R"(<setScatterplotBinning method="size" binCount="9"/>)"},
+    {R"(<setScatterplotBinning method="size" binCount="9"/>)", graphs | elements | measures},
     {R"(<hideFrame type="legend" count="1"/>)", graphs | frames},
     {R"(<hideFrame type="graph" count="1"/>)", graphs | frames},
     {R"(<setShowLineMarkers><style color="red"/></setShowLineMarkers>)"},
@@ -188,17 +115,6 @@ constexpr Growing otherCommands[] = {
     {R"(<setGenericAttributes elementName="style" opacity="0.5" depth="1pt"/>)", styles},
     {R"(<setGenericAttributes elementName="interval" dot="true"/>)", elements},
 };
-
-std::string templateText(int commands) {
-  std::string text(start);
-  for (int i = 0; i < commands; ++i) text += houseStyle[i % std::size(houseStyle)];
-  return text + "</template>";
-}
-
-std::string exampleText(const std::string& name) {
-  std::ifstream file(CHARTXML_EXAMPLES "/" + name + ".xml", std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 void applyTo(ChartTransformer& chart, const std::string& text) {
   std::vector<std::size_t> passedOver;
@@ -211,7 +127,7 @@ void applyTo(ChartTransformer& chart, const std::string& text) {
 void checkHouseStyle(const std::string& text) {
   ChartTransformer chart(text);
   const std::string before = chart.getXML(nullptr);
-  applyTo(chart, templateText(std::size(houseStyle)));
+  applyTo(chart, housestyle::text());
   if (chart.getXML(nullptr).size() < before.size() + 500) {
     throw std::runtime_error("the template isn't applied");
   }
@@ -226,9 +142,9 @@ std::string printed(const xercesc::DOMDocument& document) {
 // What a command costs by the graph, where most of the cost is in the graphs.
 void addHouseStyleByGraph(const std::string& label, const std::string& chart) {
   const double graphCount = static_cast<double>(Model(chart).root.getGraphs().size());
-  const std::string house = templateText(std::size(houseStyle));
+  const std::string house = housestyle::text();
   measureEach("applyTemplate/" + label + "/microseconds a command and graph", 2.2, 100,
-              static_cast<double>(std::size(houseStyle)) * graphCount, [=]() -> Run {
+              static_cast<double>(housestyle::size) * graphCount, [=]() -> Run {
                 const auto opened = std::make_shared<ChartTransformer>(chart);
                 return [=] { applyTo(*opened, house); };
               });
@@ -237,7 +153,7 @@ void addHouseStyleByGraph(const std::string& label, const std::string& chart) {
 void addHouseStyle(const std::string& label, const std::string& chart, double applyLimit,
                    double wholeLimit) {
   checkHouseStyle(chart);
-  const std::string house = templateText(std::size(houseStyle));
+  const std::string house = housestyle::text();
   measureTimeOnce(
       "applyTemplate/" + label + "/constructor", applyLimit, 100,
       [=]() -> Run {
@@ -281,6 +197,12 @@ std::string richText(const ChartSize& size) {
   return text;
 }
 
+std::string numericText(const ChartSize& size) {
+  std::string text = richText(size);
+  constexpr std::string_view word = R"( categorical="true" domain="domain_region")";
+  return text.erase(text.find(word), word.size());
+}
+
 // A template on a chart of `sizeOf(n)`, whose text is made by `textOf`.
 void addGrowing(const std::string& label, int count, std::function<ChartSize(int)> sizeOf,
                 std::function<std::string(int)> templateOf,
@@ -322,12 +244,13 @@ void addOtherCommands() {
     const std::string name = nameOf(command);
     if (!isThere(name)) continue;
     const int number = ++numbers[name];
-    const std::string text = std::string(start) + std::string(command) + "</template>";
+    const std::string text = housestyle::templateOf(command);
     for (const Row& row : rows) {
       if (!(what & row.what)) continue;
       addGrowing(
           std::string(row.label) + "/" + name + (number > 1 ? " " + std::to_string(number) : ""),
-          row.count, row.sizeOf, [=](int) { return text; }, richText);
+          row.count, row.sizeOf, [=](int) { return text; },
+          what & measures ? numericText : richText);
     }
   }
 }
@@ -335,13 +258,13 @@ void addOtherCommands() {
 // Each command of the house style by itself on ever more graphs: a template of many walks over a
 // chart often, and finds a small one in the caches then.
 void addGrowingGraphs() {
-  for (std::size_t i = 0; i < std::size(houseStyle); ++i) {
-    const std::string_view command = houseStyle[i];
+  for (std::size_t i = 0; i < housestyle::size; ++i) {
+    const std::string_view command = housestyle::command(i);
     const std::string name = nameOf(command);
     addGrowing(
         "graphs/" + std::to_string(i + 1) + " " + name, 30,
         [](int n) { return ChartSize{.elements = 4 * n}; },
-        [=](int) { return std::string(start) + std::string(command) + "</template>"; });
+        [=](int) { return housestyle::templateOf(command); });
   }
 }
 
@@ -372,9 +295,9 @@ void addTemplates() {
     addHouseStyle(std::string(name) + " of " + std::to_string(text.size() / 1000) + " KB", text,
                   0.3, 1.6);
   }
-  const auto all = [](int) { return templateText(std::size(houseStyle)); };
+  const auto all = [](int) { return housestyle::text(); };
   addGrowing(
-      "commands", 40, [](int) { return ChartSize{}; }, templateText);
+      "commands", 40, [](int) { return ChartSize{}; }, housestyle::text);
   addGrowing(
       "elements", 100, [](int n) { return ChartSize{.elements = n, .graphElements = n}; }, all);
   addGrowing(

@@ -8,9 +8,9 @@ if(IS_SYMLINK ${CHARTXML_SCHEMAS})
 endif()
 file(MAKE_DIRECTORY ${CHARTXML_SCHEMAS})
 
-file(GLOB schemas CONFIGURE_DEPENDS
+file(GLOB CHARTXML_SCHEMA_FILES CONFIGURE_DEPENDS
      ${PROJECT_SOURCE_DIR}/schemas/*.xsd ${PROJECT_SOURCE_DIR}/schemas/*.dtd)
-foreach(schema ${schemas})
+foreach(schema ${CHARTXML_SCHEMA_FILES})
   get_filename_component(name ${schema} NAME)
   file(CREATE_LINK ${schema} ${CHARTXML_SCHEMAS}/${name} SYMBOLIC)
 endforeach()

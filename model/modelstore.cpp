@@ -234,7 +234,7 @@ void ModelStore::removeLinks(const std::u16string& id) {
   links_.erase(links);
 }
 
-std::u16string ModelStore::firstFreeId(const XMLCh* stem) {
+std::u16string ModelStore::firstFreeId(const XMLCh* stem, bool knowsFrees) {
   Numbers& numbers = numbers_[stem];
   std::u16string id;
   const auto isFree = [&](unsigned long number) {
@@ -244,7 +244,8 @@ std::u16string ModelStore::firstFreeId(const XMLCh* stem) {
   // Plain DOM calls free numbers without a word. A few are looked at again each time, in turn: a
   // walk over all would make a loop of new identifiers quadratic.
   constexpr unsigned long fewNumbers = 16;
-  for (unsigned long i = 0; i < std::min(fewNumbers, numbers.taken); ++i) {
+  const unsigned long looks = knowsFrees ? 0 : std::min(fewNumbers, numbers.taken);
+  for (unsigned long i = 0; i < looks; ++i) {
     numbers.looked = numbers.looked % numbers.taken + 1;
     if (isFree(numbers.looked)) numbers.freed.insert(numbers.looked);
   }

@@ -60,7 +60,8 @@ class ModelStore {
   // `stem` with the first number from 1 that makes it an identifier which no element of the
   // document has. Asking often costs no walk over the numbers that are taken; one above 16 that a
   // plain DOM call has freed is found by one of the next questions.
-  std::u16string firstFreeId(const XMLCh* stem);
+  // With `knowsFrees` there has been no such call since the last question about the stem.
+  std::u16string firstFreeId(const XMLCh* stem, bool knowsFrees = false);
   // To be told of each identifier that is withdrawn from the document.
   void noteFreeId(const std::u16string& id);
 

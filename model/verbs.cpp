@@ -49,6 +49,15 @@ T* as(PlXBaseElement* object) {
   return dynamic_cast<T*>(object);
 }
 
+// The same for a base class, whose links nearly always lead to one class.
+template <>
+CTVariableType* as<CTVariableType>(PlXBaseElement* object) {
+  if (object && typeid(*object) == typeid(PlXSourceVariable)) {
+    return static_cast<PlXSourceVariable*>(object);
+  }
+  return dynamic_cast<CTVariableType*>(object);
+}
+
 }  // namespace
 
 template <class Enum>

@@ -87,7 +87,8 @@ ChartParser::ChartParser(grammarpool::Kind kind, XMLGrammarPool* grammars)
 // Exceptions end here: those of the parser hold memory that goes with it.
 bool ChartParser::parseText(const std::string& text, const char* sourceName) {
   const HandlerLoan loan(*this, kind_);
-  useCachedGrammarInParse(grammarpool::serves(kind_, grammars_, text));
+  isServed_ = grammarpool::serves(kind_, grammars_, text);
+  useCachedGrammarInParse(isServed_);
   isEnded_ = false;
   hasExternalSubset_ = false;
   names_.clear();

@@ -27,6 +27,14 @@ class ChartParser : public BoundedParser<xercesc::XercesDOMParser> {
   // TavoGoToCaller passes.
   bool parseText(const std::string& text, const char* sourceName);
 
+  // True when the last text was read with the shared schemas alone.
+  bool isServed() const { return isServed_; }
+  // What the parser and its documents hold.
+  std::size_t bytes() const { return memory.bytes(); }
+  const xercesc::DOMDocument* document() const {
+    return const_cast<ChartParser*>(this)->getDocument();
+  }
+
   // Frees what a failed parse has left; documents of earlier parses are untouched.
   void dropDocument();
 
@@ -57,6 +65,7 @@ class ChartParser : public BoundedParser<xercesc::XercesDOMParser> {
 
   const grammarpool::Kind kind_;
   const xercesc::XMLGrammarPool* grammars_;  // null for schemas of its own
+  bool isServed_ = false;
   bool isEnded_ = false;
   bool hasExternalSubset_ = false;
   // Those that no schema lists, and the namespaces.

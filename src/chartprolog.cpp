@@ -187,6 +187,7 @@ chartprolog::Root chartprolog::readRoot(std::string_view text) {
   });
   if (namespaceUri == attributes.end() || location == attributes.end()) return root;
   root.isPlain = true;
+  root.localName = name.substr(colon + 1);
   root.namespaceUri = namespaceUri->second;
   root.schemaLocation = location->second;
   return root;

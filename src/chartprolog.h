@@ -12,6 +12,7 @@ struct Root {
   // False when the prolog holds anything out of the ordinary (a document type, an encoding that
   // isn't a superset of ASCII, references in the attributes): the rest says nothing then.
   bool isPlain = false;
+  std::string_view localName;
   std::string_view namespaceUri;
   std::string_view schemaLocation;
 };

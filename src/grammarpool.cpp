@@ -5,17 +5,19 @@
 #include <iterator>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <xercesc/framework/LocalFileInputSource.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>
-#include <xercesc/framework/XMLGrammarPoolImpl.hpp>
 #include <xercesc/parsers/XercesDOMParser.hpp>
 
 #include "chartbase.h"
 #include "charterrorhandler.h"
 #include "chartprolog.h"
+#include "keptdocuments.h"
 #include "pathfactory.h"
+#include "storedgrammars.h"
 
 using namespace xercesc;
 
@@ -45,22 +47,24 @@ std::vector<Schema> chartSchemas() {
 }
 
 // All versions of a namespace are one schema under many names.
-std::vector<Schema> templateSchemas() {
-  struct Versions {
-    const char* namespaceUri;
-    int major;
-    int lastMinor;
-  };
-  constexpr Versions versions[] = {
-      {dataNamespace, 1, 10}, {dataNamespace, 2, 10}, {newerTemplates, 3, 5}};
-  std::vector<Schema> schemas;
-  for (const auto& [namespaceUri, major, lastMinor] : versions) {
-    const std::string start =
-        std::string(namespaceUri) + "/grafo-template-" + std::to_string(major) + '.';
-    for (int minor = 0; minor <= lastMinor; ++minor) {
-      schemas.push_back({namespaceUri, start + std::to_string(minor) + ".xsd"});
-    }
+void addVersions(std::vector<Schema>& schemas, const char* namespaceUri, int major, int lastMinor) {
+  const std::string start =
+      std::string(namespaceUri) + "/grafo-template-" + std::to_string(major) + '.';
+  for (int minor = 0; minor <= lastMinor; ++minor) {
+    schemas.push_back({namespaceUri, start + std::to_string(minor) + ".xsd"});
   }
+}
+
+std::vector<Schema> templateSchemas() {
+  std::vector<Schema> schemas;
+  addVersions(schemas, dataNamespace, 1, 10);
+  addVersions(schemas, dataNamespace, 2, 10);
+  return schemas;
+}
+
+std::vector<Schema> newerTemplateSchemas() {
+  std::vector<Schema> schemas;
+  addVersions(schemas, newerTemplates, 3, 5);
   return schemas;
 }
 
@@ -75,10 +79,13 @@ std::vector<Schema> treeSchemas() {
 const std::vector<Schema>& schemasOf(grammarpool::Kind kind) {
   static const std::vector<Schema> charts = chartSchemas();
   static const std::vector<Schema> templates = templateSchemas();
+  static const std::vector<Schema> newerTemplates = newerTemplateSchemas();
   static const std::vector<Schema> trees = treeSchemas();
   switch (kind) {
     case grammarpool::Kind::Templates:
       return templates;
+    case grammarpool::Kind::NewerTemplates:
+      return newerTemplates;
     case grammarpool::Kind::Trees:
       return trees;
     default:
@@ -90,7 +97,9 @@ const std::vector<Schema>& schemasOf(grammarpool::Kind kind) {
 std::vector<const char*> filesOf(grammarpool::Kind kind) {
   switch (kind) {
     case grammarpool::Kind::Templates:
-      return {"grafo-template-1.0.xsd", "grafo-template-3.5.xsd"};
+      return {"grafo-template-1.0.xsd"};
+    case grammarpool::Kind::NewerTemplates:
+      return {"grafo-template-3.5.xsd"};
     case grammarpool::Kind::Trees:
       return {"pmml-2-1.xsd", displayFile};
     default:
@@ -101,7 +110,7 @@ std::vector<const char*> filesOf(grammarpool::Kind kind) {
 struct Pool {
   grammarpool::Kind kind;
   std::string folder;
-  std::unique_ptr<XMLGrammarPoolImpl> grammars;
+  std::unique_ptr<grammarpool::Grammars> grammars;
 };
 
 // Display documents come in two namespaces, and a schema is of one: the file serves both, with the
@@ -119,36 +128,21 @@ bool readOtherDisplaySchema(XercesDOMParser& parser, const std::string& folder) 
 }
 
 unsigned holders = 0;
-// More than one only in a program that changes its installation folder.
-std::vector<Pool> pools;
+// Of a kind more than one only in a program that changes its installation folder. Never destroyed:
+// a process that ends with a ChartBase leaves them to the system, which is faster.
+std::vector<Pool>& pools = *new std::vector<Pool>;
 
-// Null when the schemas can't be read.
-std::unique_ptr<XMLGrammarPoolImpl> readSchemas(grammarpool::Kind kind, const std::string& folder) {
-  auto grammars = std::make_unique<XMLGrammarPoolImpl>();
-  try {
-    XercesDOMParser parser(nullptr, XMLPlatformUtils::fgMemoryManager, grammars.get());
-    ChartErrorHandler handler;
-    parser.setErrorHandler(&handler);
-    parser.setEntityResolver(&handler);
-    parser.setDoNamespaces(true);
-    parser.setDoSchema(true);
-    parser.setValidationScheme(AbstractDOMParser::Val_Always);
-    parser.setDisableDefaultEntityResolution(true);
-    for (const char* file : filesOf(kind)) {
-      const ChartString path((folder + file).c_str());
-      if (!parser.loadGrammar(LocalFileInputSource(path.xc_str()), Grammar::SchemaGrammarType,
-                              true)) {
-        return nullptr;
-      }
-    }
-    if (kind == grammarpool::Kind::Trees && !readOtherDisplaySchema(parser, folder)) return nullptr;
-  } catch (...) {
-    // Parsers meet the same failure when they read the schema themselves, and report it.
-    return nullptr;
+// Knows which files the schemas bring in.
+class SchemaResolver : public ChartErrorHandler {
+ public:
+  InputSource* resolveEntity(const XMLCh* publicId, const XMLCh* systemId) override {
+    const std::string location = ChartString(systemId).toUTF8();
+    files.insert(location.substr(location.rfind('/') + 1));
+    return ChartErrorHandler::resolveEntity(publicId, systemId);
   }
-  grammars->lockPool();
-  return grammars;
-}
+
+  std::set<std::string> files;
+};
 
 bool isPairOf(std::string_view locations, const Schema& schema) {
   constexpr std::string_view blanks = " \t\r\n";
@@ -169,7 +163,39 @@ void grammarpool::hold() {
 }
 
 void grammarpool::drop() {
-  if (--holders == 0) pools.clear();
+  if (--holders > 0) return;
+  keptdocuments::clear();
+  pools.clear();
+}
+
+std::unique_ptr<grammarpool::Grammars> grammarpool::read(Kind kind, const std::string& folder,
+                                                         std::set<std::string>* files) {
+  auto grammars = std::make_unique<Grammars>();
+  try {
+    XercesDOMParser parser(nullptr, XMLPlatformUtils::fgMemoryManager, grammars.get());
+    SchemaResolver handler;
+    parser.setErrorHandler(&handler);
+    parser.setEntityResolver(&handler);
+    parser.setDoNamespaces(true);
+    parser.setDoSchema(true);
+    parser.setValidationScheme(AbstractDOMParser::Val_Always);
+    parser.setDisableDefaultEntityResolution(true);
+    parser.setIgnoreAnnotations(true);
+    for (const char* file : filesOf(kind)) {
+      handler.files.insert(file);
+      const ChartString path((folder + file).c_str());
+      if (!parser.loadGrammar(LocalFileInputSource(path.xc_str()), Grammar::SchemaGrammarType,
+                              true)) {
+        return nullptr;
+      }
+    }
+    if (kind == Kind::Trees && !readOtherDisplaySchema(parser, folder)) return nullptr;
+    if (files) files->merge(handler.files);
+  } catch (...) {
+    // Parsers meet the same failure when they read the schema themselves, and report it.
+    return nullptr;
+  }
+  return grammars;
 }
 
 XMLGrammarPool* grammarpool::shared(Kind kind) {
@@ -178,7 +204,10 @@ XMLGrammarPool* grammarpool::shared(Kind kind) {
   for (const Pool& pool : pools) {
     if (pool.kind == kind && pool.folder == folder) return pool.grammars.get();
   }
-  pools.push_back({kind, folder, readSchemas(kind, folder)});
+  std::unique_ptr<Grammars> grammars = storedgrammars::read(kind, folder);
+  if (!grammars) grammars = read(kind, folder);
+  if (grammars) grammars->lockPool();
+  pools.push_back({kind, folder, std::move(grammars)});
   return pools.back().grammars.get();
 }
 
@@ -190,4 +219,8 @@ bool grammarpool::serves(Kind kind, const XMLGrammarPool* grammars, std::string_
   return std::any_of(schemas.begin(), schemas.end(), [&](const Schema& schema) {
     return root.namespaceUri == schema.namespaceUri && isPairOf(root.schemaLocation, schema);
   });
+}
+
+grammarpool::Kind grammarpool::ofTemplate(std::string_view text) {
+  return text.find(newerTemplates) == text.npos ? Kind::Templates : Kind::NewerTemplates;
 }

@@ -2,9 +2,12 @@
 #ifndef CHARTXML_GRAMMARPOOL_H
 #define CHARTXML_GRAMMARPOOL_H
 
+#include <memory>
+#include <set>
+#include <string>
 #include <string_view>
 
-#include <xercesc/framework/XMLGrammarPool.hpp>
+#include <xercesc/framework/XMLGrammarPoolImpl.hpp>
 
 namespace grammarpool {
 
@@ -13,10 +16,17 @@ void hold();
 void drop();
 
 // Templates have schemas apart from those of charts: one of their namespaces is that of data
-// documents. Those of trees are tree models and their display documents. None has no schemas.
-enum class Kind { Charts, Templates, Trees, None };
+// documents. Those of version 3 are in another namespace. Those of trees are tree models and their
+// display documents. None has no schemas.
+enum class Kind { Charts, Templates, NewerTemplates, Trees, None };
 
-// The locked pool over the schemas of that kind in the installation's folder, read by the first
+// A pool without the parser library's model of the schemas: nobody here asks for it, and to make it
+// takes as long as to parse several charts.
+class Grammars : public xercesc::XMLGrammarPoolImpl {
+  void createXSModel() override {}
+};
+
+// The locked pool over the schemas of that kind in the installation's folder, made by the first
 // call for that folder. Null for None, when nobody holds the pools or the schemas can't be read.
 xercesc::XMLGrammarPool* shared(Kind kind);
 
@@ -24,6 +34,14 @@ xercesc::XMLGrammarPool* shared(Kind kind);
 // one of them and names just that one, so that it makes no difference to reading the schema anew;
 // but for display documents of the namespace /treeview, which the schema's file alone doesn't know.
 bool serves(Kind kind, const xercesc::XMLGrammarPool* pool, std::string_view text);
+
+// Reads the schemas of that kind into a pool that may be locked; null when they can't be read. With
+// `files`, adds their names.
+std::unique_ptr<Grammars> read(Kind kind, const std::string& folder,
+                               std::set<std::string>* files = nullptr);
+
+// Which of the two kinds may serve a template.
+Kind ofTemplate(std::string_view text);
 
 }  // namespace grammarpool
 

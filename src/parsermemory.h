@@ -30,6 +30,8 @@ class ParserMemory : public xercesc::MemoryManager {
   void unboundReaders() { mostReaders_ = unbound; }
   void unbind();
 
+  std::size_t bytes() const { return bytes_; }
+
   void* allocate(XMLSize_t size) override;
   void deallocate(void* block) override;
   // Exceptions may outlive the parser.

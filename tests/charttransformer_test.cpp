@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <regex>
+#include <set>
 
 #include <xercesc/dom/DOM.hpp>
 
@@ -248,6 +249,29 @@ TEST(Transformer, TakesAndGivesItsDataAsAStream) {
     ChartTransformer other(written);
     EXPECT_EQ(streamOf(other), stream) << written;
   }
+
+  // The older form of data, however it is written
+  const std::string older =
+      "<g:graphSources xmlns:g=\"" CHARTXML_HOST "/tavo/visualization\" xmlns=\"" CHARTXML_HOST
+      "/visualization\" xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" "
+      "xsi:schemaLocation=\"" CHARTXML_HOST "/tavo/visualization " CHARTXML_HOST
+      "/tavo/visualization/grafo-data-1.0.xsd\">"
+      "<source id=\"a\"><row><dataValue name=\"x\">1</dataValue></row>"
+      "<row><dataValue name=\"x\">3</dataValue></row></source></g:graphSources>";
+  const std::string marked = std::regex_replace(
+      std::regex_replace(older, std::regex("<row><data"),
+                         "<?x <row/>?><row xmlns='" CHARTXML_HOST "/visualization'><!-- --><data"),
+      std::regex(">3"), "><![CDATA[3]]>");
+  const std::string prefixed =
+      std::regex_replace(std::regex_replace(older, std::regex("(</?)([srd])"), "$1o:$2"),
+                         std::regex("xmlns="), "xmlns:o=");
+  std::set<std::string> olderStreams;
+  for (const std::string& text : {older, marked, prefixed}) {
+    ChartTransformer other(chart.getCompressedXML(), packed(text));
+    olderStreams.insert(streamOf(other));
+  }
+  EXPECT_EQ(olderStreams.size(), 1U);
+  EXPECT_FALSE(olderStreams.contains(""));
 
   // Rows whose only cell is missing keep their place.
   ChartTransformer gaps(

@@ -200,6 +200,11 @@ VAR'v'/>COUNTS CAT'w' domain='d'/>DOM'd'/><graph><line><y variable='n'/><z varia
   </graph> | COLLAPSE'z'/> | VAR'v'/>COUNTS CAT'w' domain='d'>MERGED/VDOM'd'>
   <simpleSort method='natural'>REST</simpleSort>/D<graph><line><y variable='n'/><z variable='w'/>
   SUM</line></graph>
+CAT'v'/>VAR'n'/>DOM'd'/>DOM'e'/><graph><point><x variable='n'/><color variable='v'/></point><line>
+  <x variable='n'/><size domain='d'/></line><line><x variable='n'/><size domain='e'/></line></graph>
+  | COLLAPSE'legend'/> | CAT'v'>MERGED/VVAR'n'/>DOM'd'><simpleSort method='natural'>REST</simpleSort>
+  /DDOM'e'/><graph><point><x variable='n'/><color variable='v'/>SUM</point><line><x variable='n'/>
+  <size domain='d'/>SUM</line><line><x variable='n'/><size domain='e'/>SUM</line></graph>
 CAT'v'/>COUNTS<graph><point>XY</point></graph> | COLLAPSE'y'/>COLLAPSE''/> | =
 CAT'v'/>COUNTS<graph><coordinates/><coordinates/><point>XY</point></graph> | COLLAPSE'x'/> | =
 CAT'v'/>VAR'n'/><graph><point>XY</point></graph> | COLLAPSE'x'/> | =

@@ -75,21 +75,24 @@ std::string found(const std::string& text, const std::string& pattern) {
 
 TEST(AddFitLine, FitsByType) {
   const ChartBase holder;
-  // The command's attributes; the line's statistic, the spikes', what the frame reads
+  // The command's attributes; the line's statistic, the spikes', what the frame reads, the degree
+  // of the confidence lines
   const char* const rows = R"(
-type='mean' | bounded='false' degree='0' method='polynomial' | same | -
-type='linear' proportion='1' kernel='cauchy' | bounded='false' method='linear' | same | group R 2  Linear  =  rSquared
-type='quadratic' | bounded='false' degree='2' method='polynomial' | same | group R 2  Quadratic  =  rSquared
-type='cubic' target='subgroup' | bounded='false' degree='3' method='polynomial' | same | group : R 2  Cubic  =  rSquared
-type='loess' proportion='0.5' | bounded='false' method='loess' proportion='0.5' | - | -
-type='loess' kernel='flat' | bounded='false' method='loess' | same | -
-type='Linear' kernel='cauchy' bandwith='2' intercept='0' | bandwidth='2' bounded='false' intercept='0' | - | -
-type='linear' bandwith='2' intercept='0' | bandwidth='2' bounded='false' intercept='0' method='linear' | bounded='false' method='linear' | group R 2  Linear  =  rSquared
+type='mean' | bounded='false' degree='0' method='polynomial' | same | - | 0
+type='linear' proportion='1' kernel='cauchy' | bounded='false' method='linear' | same | group R 2  Linear  =  rSquared | 1
+type='quadratic' | bounded='false' degree='2' method='polynomial' | same | group R 2  Quadratic  =  rSquared | 2
+type='cubic' target='subgroup' | bounded='false' degree='3' method='polynomial' | same | group : R 2  Cubic  =  rSquared | 3
+type='loess' proportion='0.5' | bounded='false' method='loess' proportion='0.5' | - | - | -
+type='loess' kernel='flat' | bounded='false' method='loess' | same | - | -
+type='Linear' kernel='cauchy' bandwith='2' intercept='0' | bandwidth='2' bounded='false' intercept='0' | - | - | -
+type='linear' bandwith='2' intercept='0' | bandwidth='2' bounded='false' intercept='0' method='linear' | bounded='false' method='linear' | group R 2  Linear  =  rSquared | 1
 )";
   for (const std::vector<std::string>& row : rowsOf(rows)) {
     EditedChart chart(stock + spelled("{<point>@xy@color</point>}"));
-    chart.apply("<addFitLine primary='true' spikes='true' rsquared='true' " + row[0] + "/>");
+    chart.apply("<addFitLine primary='true' spikes='true' rsquared='true' " + row[0] +
+                "><confidenceInterval/></addFitLine>");
     const std::string body = chart.body();
+    EXPECT_EQ(found(body, "<regionStatistic [^>]*degree='([^']*)'"), row[4] == "-" ? "" : row[4]);
     EXPECT_EQ(found(body, "<smoothStatistic ([^/]*)/>(?:<cond.*)?</line>"), row[1]);
     const std::string spikes = row[2] == "same" ? row[1] : row[2];
     EXPECT_EQ(found(body, "<smoothStatistic ([^/]*)/></interval>"),

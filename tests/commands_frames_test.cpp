@@ -86,6 +86,8 @@ TEST(AddFrame, PlacesAndLinksTexts) {
       {graph, "type='subtitle'>" + label, "g l5% t21% b87%; frame_subtitle_11 l2% r98% t30% b35%"},
       {frame("g", "t22%", "graph"), "type='title'>" + label, "g t22%; title1 l2% r98% t2% b20%"},
       {frame("g", "t21pt", "graph"), "type='title'>" + label, "g t21pt; title1 l2% r98% t2% b20%"},
+      {frame("g", "t21pt", "graph"), "type='title'><location bottom='20pt'/>" + label,
+       "g t21pt; title1 l2% r98% t2% b20pt"},
       {graph + frame("h", "t21%", "graph"), "type='title'>" + label,
        "g l5% t21% b87%; h t21%; title1 l2% r98% t2% b20%"},
       {note + roles("footnote2='f'"), "type='footnote'><location bottom='87%'/>" + label,

@@ -364,6 +364,28 @@ constexpr CommandCase cases[] = {
      "<style color='blue'/></cycle></styleCycle>"
      "<style id='s' color='transparent' color2='green'/><style id='l' color='green'/>"
      "<style id='f' color='white' color2='transparent'/>"},
+    // A label's own size stays its own
+    {"<sourceVariable id='v'/><graph><interval style='s'><y variable='v'/>"
+     "<dash id='d' variable='v'/><color id='o' variable='v'/>"
+     "<labeling variable='v' style='l' textFrameStyle='f'><size variable='v'/></labeling>"
+     "<labeling variable='v' style='l' textFrameStyle='f'><summaryStatistic method='mean'/>"
+     "</labeling></interval></graph><style id='s'/><style id='l'/><style id='f'/>",
+     "<addDataLabels styleOnly='true' colorByMarker='true'/>",
+     "<sourceVariable id='v'/><graph><interval style='s'><y variable='v'/>"
+     "<dash id='d' variable='v'/><color id='o' variable='v'/>"
+     "<labeling style='l' textFrameStyle='f' variable='v'><size variable='v'/>"
+     "<color id='color1' affect='main' variable='v'/></labeling>"
+     "<labeling style='l' textFrameStyle='f' variable='v'><summaryStatistic method='mean'/>"
+     "<color id='color2' affect='main' variable='v'/></labeling></interval></graph>"
+     "<style id='s'/><style id='l'/><style id='f' color='white' color2='black'/>"},
+    // No inset for labels that are outside of no pie
+    {"<sourceVariable id='v'/><graph><coordinates/><interval style='s'><y variable='v'/>"
+     "<labeling variable='v' style='s' textFrameStyle='s'/></interval></graph>"
+     "<style id='s' labelInside='false' color='red' color2='red'/>",
+     "<addDataLabels styleOnly='true'/>",
+     "<sourceVariable id='v'/><graph><coordinates/><interval style='s'><y variable='v'/>"
+     "<labeling style='s' textFrameStyle='s' variable='v'/></interval></graph>"
+     "<style id='s' color='red' color2='red' labelInside='false'/>"},
     // One inset for all graphs of labels outside, in the last block
     {"<sourceVariable id='v'/><graph><coordinates><polarTransform/></coordinates><coordinates/>"
      "<interval style='s'><y variable='v'/></interval></graph><style id='s'/>",

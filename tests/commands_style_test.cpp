@@ -179,6 +179,7 @@ TEST(SetStyle, FindsTextsAndTheirFrames) {
       // A position, but with titles the level's own number.
       {"type='text' subtype='panel_label'", "pt "},
       {"type='text' subtype='panel_label' level='0'", "pt "},
+      {"type='text' subtype='panel_label' level='-1'", "pt "},
       {"type='text' subtype='panel_label' level='1'", ""},
       {"type='textFrame' subtype='panel_label'", ""},
       {"type='text' subtype='panel_title'", "labelp1 labelq1 "},

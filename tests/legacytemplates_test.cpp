@@ -103,10 +103,10 @@ constexpr const char* stepRows = R"(
  <setAxisInterval lowerMapping='exact' max='9' min='1' role='y'/>
 <dimension role='x' domain='d' lowerMargin='5%' upperMapping='exact'/><domain id='d' categorical='true'/><dimension role='y' lowerMapping='exact'/><dimension upperMargin='1%'/> |
  <setAxisMargin categorical='true' lowerMargin='5%' role='x' upperMapping='exact'/>
-<dimension role='x'><axis opposite='true'/><axis opposite='true'><transform/></axis></dimension><axis opposite='true'/> |
+<dimension role='x'><axis opposite='true'/><axis opposite='true'><transform/></axis></dimension><axis opposite='true'/><dimension role='q'><axis><transform/></axis></dimension> |
  <addDerivedAxis role='x'><transform method=''/></addDerivedAxis><setAxisOpposite categorical='false' opposite='true' role='x'/>
-<dimension role='x'><axis baselineStyle='s'><label style='s'/><transform/></axis></dimension><style id='s'/> |
- <addDerivedAxis role='x'><transform method=''/></addDerivedAxis><setAxisStyle categorical='false' derived='true' role='x'><style/><axisLabelStyle><style/></axisLabelStyle></setAxisStyle>
+<dimension role='x'><axis baselineStyle='s'><label style='s'/><transform/></axis></dimension><dimension role='y'><axis><label style='s'/></axis></dimension><style id='s'/> |
+ <addDerivedAxis role='x'><transform method=''/></addDerivedAxis><setAxisStyle categorical='false' derived='true' role='x'><style/><axisLabelStyle><style/></axisLabelStyle></setAxisStyle><setAxisStyle categorical='false' role='y'><axisLabelStyle><style/></axisLabelStyle></setAxisStyle>
 <frame><facetlabeling><facetlabel><axis><majorticks><gridlines facetstyle='s' style='t'/><stringformat prefix='a'/><numberformat prefix='b'/></majorticks><minorticks><gridlines/></minorticks></axis></facetlabel></facetlabeling><facetvariable role='x'/><dimension role='x'/><x variable='v'/></frame><variable id='v' categorical='true'/><style id='s'/><style id='t' value='color:red'/> |
  <setAxisMajorTicks><majorticks categorical='true' role='x'><gridlines><style/><style value='color:red'/></gridlines><numberformat prefix='b'/></majorticks></setAxisMajorTicks><setAxisMinorTicks><minorticks categorical='true' role='x'><gridlines/></minorticks></setAxisMinorTicks>
 <element type='interval' positionModifier='stack'><y><statistic method='fraction'/></y></element><element type='interval'><statistic method='fraction'/></element> | <setScaleByFraction/>

@@ -262,9 +262,8 @@ TEST_F(TemplateSchema, IsTheSameInEveryVersion) {
     ++versions;
     const std::string& uri = version < "3" ? older : newer;
     const std::string text = templateText(body, uri, version);
-    EXPECT_TRUE(grammarpool::serves(grammarpool::Kind::Templates,
-                                    grammarpool::shared(grammarpool::Kind::Templates), text))
-        << name;
+    const grammarpool::Kind kind = grammarpool::ofTemplate(text);
+    EXPECT_TRUE(grammarpool::serves(kind, grammarpool::shared(kind), text)) << name;
     const DOMElement* root = parse(text);
     const DOMElement* unshared = parse(templateText(body, uri, version, elsewhere));
     ASSERT_TRUE(root && unshared) << name;

@@ -540,6 +540,22 @@ std::vector<Problem> ProblemFinder::problemsOf(const std::string& text) {
   }
 }
 
+namespace {
+
+bool isChartTag(const XMLCh* name) {
+  return XMLString::equals(name, PlXVisualization::_UTF_visualization) ||
+         XMLString::equals(name, PlXGraph::_UTF_graph);
+}
+
+// True when the root needn't be parsed to be seen to be a chart's.
+bool isPlainChart(const std::string& text) {
+  const chartprolog::Root root = chartprolog::readRoot(text);
+  return root.isPlain && root.namespaceUri == CHARTXML_HOST "/visualization" &&
+         isChartTag(ChartString(std::string(root.localName).c_str()).xc_str());
+}
+
+}  // namespace
+
 DOMElement& rootOf(ChartBase& base, const std::string& file, const std::string& text) {
   if (const DOMDocument* document = base.parseDocument(text))
     return *document->getDocumentElement();
@@ -551,6 +567,7 @@ DOMElement& rootOf(ChartBase& base, const std::string& file, const std::string& 
 
 void requireChart(ChartTransformer& transformer, const std::string& file, const std::string& text) {
   const std::string chart = transformer.getXML(ChartBase::_utf8);
+  if (isPlainChart(chart)) return;
   ChartBase base;
   if (chart.empty()) rootOf(base, file, text);
   // Without its data a chart is soon read once more; a data document has no placeholders.
@@ -561,10 +578,7 @@ void requireChart(ChartTransformer& transformer, const std::string& file, const 
 
 void requireChart(const DOMElement& root, const std::string& file) {
   if (isDataRoot(root)) throw Failure(file + ": is a data document, not a chart");
-  if (!XMLString::equals(root.getLocalName(), PlXVisualization::_UTF_visualization) &&
-      !XMLString::equals(root.getLocalName(), PlXGraph::_UTF_graph)) {
-    throw Failure(file + ": is not a chart");
-  }
+  if (!isChartTag(root.getLocalName())) throw Failure(file + ": is not a chart");
 }
 
 void requireData(const DOMElement& root, const std::string& file) {

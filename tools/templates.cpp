@@ -121,18 +121,6 @@ class Builder : public DefaultHandler {
   unsigned long column_ = 1;
 };
 
-struct Release {
-  void operator()(DOMDocument* document) const { document->release(); }
-};
-
-// As the library decides it.
-bool isTemplate(const std::string& text) {
-  const std::unique_ptr<DOMDocument, Release> document(
-      ChartBase::createPlXDocument(ChartBase::_utf8));
-  PlXVisualization chart(document->getDocumentElement());
-  return ChartTemplate(chart, nullptr).parseTemplate(text);
-}
-
 constexpr const char* noTemplate =
     ": is not a template: it names no schema grafo-template-VERSION.xsd";
 
@@ -221,7 +209,7 @@ OlderTemplate readOlderTemplate(const std::string& file) {
 Template readTemplate(const std::string& file) {
   const std::string text = readDocument(file);
   if (ChartTemplate::isOlder(text)) return readConverted(file, text);
-  if (!isTemplate(text)) failAtProblems(file, text);
+  if (!ChartTemplate::isTemplate(text)) failAtProblems(file, text);
   TemplateNode root = nodesOf(text);
   // The schema declares commands and their parts, too, and any of them may be a root.
   if (root.name.substr(root.name.find(':') + 1) != "template") {

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <iostream>
+#include <optional>
 #include <set>
 
 #include <chartxml/chartxml.h>
@@ -89,13 +90,13 @@ Job readJob(int argc, char** argv) {
 
 // Answers whether all commands exist; writes those that don't.
 bool tellUnknownCommands(const std::vector<Template>& templates) {
-  const CommandSchema schema;
+  std::optional<CommandSchema> schema;  // costs more to read than a chart
   bool areKnown = true;
   for (const Template& each : templates) {
     for (const TemplateNode& node : each.root.children) {
-      const std::string problem = node.isText() ? "" : schema.problemOfCommand(node.name);
-      if (problem.empty()) continue;
-      complain(placed(node, each.file, problem));
+      if (node.isText() || !sentenceOf(node.name).empty()) continue;
+      if (!schema) schema.emplace();
+      complain(placed(node, each.file, schema->problemOfCommand(node.name)));
       areKnown = false;
     }
   }
@@ -115,9 +116,11 @@ const TemplateNode& commandAt(const Template& source, std::size_t position) {
 // What charts have wrong, without the places: the text is one that nobody sees.
 using Messages = std::set<std::string>;
 
-Messages problemsOf(ChartTransformer& chart, ProblemFinder& finder) {
+// The finder, which costs more to make than a chart, is made when it is needed first.
+Messages problemsOf(ChartTransformer& chart, std::optional<ProblemFinder>& finder) {
+  if (!finder) finder.emplace();
   Messages messages;
-  for (const Problem& problem : finder.problemsOf(chart.getXML(ChartBase::_utf8))) {
+  for (const Problem& problem : finder->problemsOf(chart.getXML(ChartBase::_utf8))) {
     messages.insert(problem.message);
   }
   return messages;
@@ -137,7 +140,7 @@ std::string apply(const std::vector<Template>& templates, const std::string& nam
   const std::string text = readDocument(name);
   ChartTransformer transformer(text);
   requireChart(transformer, name, text);
-  ProblemFinder finder;
+  std::optional<ProblemFinder> finder;
   for (const Template& each : templates) {
     const bool isUnchecked = writesUnchecked(each);
     const Messages before = isUnchecked ? problemsOf(transformer, finder) : Messages();

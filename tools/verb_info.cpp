@@ -354,14 +354,20 @@ class Report {
     return expression ? utf8(expression->getExpression()) : std::string();
   }
 
-  // "summaryStatistic:mean"
+  // "summaryStatistic:mean", "smoothStatistic:polynomial:degree:2"
   static std::string statisticsText(const CTElementType& element) {
     std::vector<std::string> statistics;
     DOMElement* child = element.getImplementation()->getFirstElementChild();
     for (; child; child = child->getNextElementSibling()) {
       const std::string tag = utf8(child->getLocalName());
       if (!tag.ends_with("Statistic")) continue;
-      statistics.push_back(joined({tag, utf8(child->getAttribute(u"method"))}, ':'));
+      std::vector<std::string> parts = {tag, utf8(child->getAttribute(u"method"))};
+      for (const XMLCh* name :
+           {u"distribution", u"type", u"regionType", u"kernel", u"degree", u"alpha", u"spikes"}) {
+        const std::string value = utf8(child->getAttribute(name));
+        if (!value.empty()) parts.push_back(utf8(name) + ":" + value);
+      }
+      statistics.push_back(joined(parts, ':'));
     }
     return joined(statistics);
   }

@@ -91,12 +91,12 @@ std::span<const Command> commands() {
 }
 
 bool ApplyTemplate::process(const PlXVisualization* source, PlXVisualization& target,
-                            DOMElement* root) {
+                            const DOMElement* root) {
   return process(source, target, root, allCommands);
 }
 
 bool ApplyTemplate::process(const PlXVisualization* source, PlXVisualization& target,
-                            DOMElement* root, std::span<const Command> table) {
+                            const DOMElement* root, std::span<const Command> table) {
   passedOver_.clear();
   if (!root) return false;
   bool answer = true;

@@ -21,10 +21,11 @@ class ApplyTemplate {
   // False for a null root, and when the last children were skipped or failed; true when there are
   // none. A command that fails is passed over, and an element that is no command is reported. What
   // stops the run is thrown: a ChartException that has been reported, or a DOMException.
-  bool process(const PlXVisualization* source, PlXVisualization& target, xercesc::DOMElement* root);
+  bool process(const PlXVisualization* source, PlXVisualization& target,
+               const xercesc::DOMElement* root);
   // The same with commands of the caller's own.
-  bool process(const PlXVisualization* source, PlXVisualization& target, xercesc::DOMElement* root,
-               std::span<const Command> table);
+  bool process(const PlXVisualization* source, PlXVisualization& target,
+               const xercesc::DOMElement* root, std::span<const Command> table);
   // What the last run passed over, as ChartTemplate tells it.
   const std::vector<std::size_t>& getPassedOver() const { return passedOver_; }
 

@@ -10,6 +10,7 @@
 #include "chartbase.h"
 #include "dialect.h"
 #include "domwalk.h"
+#include "modelstore.h"
 #include "objectsbytag.h"
 #include "plxaesthetics.h"
 #include "plxaxis.h"
@@ -147,7 +148,9 @@ bool BaseTemplate::getBooleanAttribute(const DOMElement* element, const XMLCh* n
 }
 
 ChartString BaseTemplate::CreateUniqueId(const ChartString& base) const {
-  return ChartBase::CreateUniqueId(base, target);
+  const XMLCh* stem = base.empty() ? PlXUni::_id : base.xc_str();
+  const bool isAsked = keepsFindings_ && !askedStems_.emplace(stem).second;
+  return ChartString(target.store().firstFreeId(stem, isAsked));
 }
 
 ChartString BaseTemplate::CreateUniqueId(const char* base) const {
@@ -309,12 +312,17 @@ std::vector<PlXDimension*> BaseTemplate::getDimensionsByRole(const PlXGraph& gra
     unsigned position = 0;
     DOMElement* child = firstElement(blocks[block]->getImplementation());
     for (; child; child = nextElement(child)) {
-      PlXBaseElement* object = graph.objectOf(child);
-      auto* dimension = dynamic_cast<PlXDimension*>(object);
+      const XMLCh* tag = dialect::localName(child);
+      const bool isDimension = XMLString::equals(tag, PlXDimension::_UTF_dimension);
       // A reference takes a position but is no dimension of this block.
-      if (!dimension && !dynamic_cast<PlXDimensionReference*>(object)) continue;
+      if (!isDimension && !XMLString::equals(tag, PlXDimensionReference::_dimensionReference)) {
+        continue;
+      }
       const XMLCh* childRole = roleAt(++position, block);
-      if (dimension && childRole && role.equals(childRole)) dimensions.push_back(dimension);
+      if (!isDimension || !childRole || !role.equals(childRole)) continue;
+      if (auto* dimension = dynamic_cast<PlXDimension*>(graph.objectOf(child))) {
+        dimensions.push_back(dimension);
+      }
     }
   }
   return dimensions;

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -298,10 +299,14 @@ class CHARTXML_API BaseTemplate {
 
   bool keepsFindings_ = false;
   std::unique_ptr<StyleUsers> users_;
+  // What CreateUniqueId was asked for by a command of the dispatcher.
+  mutable std::unordered_set<std::u16string> askedStems_;
   // Found once by a command of the dispatcher: none of them adds or removes graphs.
   mutable std::optional<std::vector<PlXGraph*>> graphs_;
   // Of the first of these on x, null for none; no command clusters an axis.
   mutable std::optional<CTVariableType*> firstCluster_;
+  // What a command of the dispatcher imports again and again: its own elements.
+  std::unordered_map<const xercesc::DOMElement*, std::unique_ptr<StyleImport>> imports_;
   // The legends by the ids of what their entries lead to, a legend for each entry. Found once by a
   // command of the dispatcher.
   std::optional<std::unordered_map<std::u16string, std::vector<PlXLegend*>>> legendsOf_;

@@ -9,6 +9,7 @@
 #include "commands.h"
 #include "domwalk.h"
 #include "grammarpool.h"
+#include "keptdocuments.h"
 #include "plxuni.h"
 #include "tavogotocaller.h"
 
@@ -37,6 +38,14 @@ ChartException reported(const std::string& message, unsigned line) {
   return e;
 }
 
+std::shared_ptr<const ChartParser> parseShared(const std::string& text) {
+  if (ChartTemplate::isOlder(text)) {
+    const std::optional<ChartTemplate::Conversion> conversion = ChartTemplate::convertOlder(text);
+    return conversion ? parseShared(conversion->text) : nullptr;
+  }
+  return keptdocuments::parse(grammarpool::ofTemplate(text), text, sourceName);
+}
+
 }  // namespace
 
 std::vector<ChartTemplate::CommandInfo> ChartTemplate::getCommands() {
@@ -46,21 +55,19 @@ std::vector<ChartTemplate::CommandInfo> ChartTemplate::getCommands() {
 }
 
 ChartTemplate::ChartTemplate(PlXVisualization& target, PlXVisualization* source)
-    : target_(target),
-      source_(source),
-      parser_(std::make_unique<ChartParser>(grammarpool::Kind::Templates)) {}
+    : target_(target), source_(source) {}
 
 ChartTemplate::~ChartTemplate() = default;
 
 void ChartTemplate::setTemplate(const std::string& text) {
   try {
-    root_ = parseTemplate(text);
+    set_ = parseShared(text);
   } catch (const TavoGoToCaller&) {
     throw;
   } catch (...) {
     throw reported("Fatal Error occurred while applying template " + text, __LINE__);
   }
-  if (!root_) reported("Failed to parse template " + text, __LINE__);
+  if (!set_) reported("Failed to parse template " + text, __LINE__);
 }
 
 bool ChartTemplate::isOlder(const std::string& text) {
@@ -79,21 +86,27 @@ std::optional<ChartTemplate::Conversion> ChartTemplate::convertOlder(const std::
   return Conversion{std::move(converted), converter.getCommandCount(), converter.getLeftOut()};
 }
 
+bool ChartTemplate::isTemplate(const std::string& text) {
+  return parseShared(text) != nullptr;
+}
+
 DOMElement* ChartTemplate::parseTemplate(const std::string& text) {
   if (isOlder(text)) {
     const std::optional<Conversion> conversion = convertOlder(text);
     return conversion ? parseTemplate(conversion->text) : nullptr;
   }
-  const bool isParsed = parser_->parseText(text, sourceName);
-  return isParsed ? parser_->getDocument()->getDocumentElement() : nullptr;
+  const auto& parser =
+      parsers_.emplace_back(std::make_unique<ChartParser>(grammarpool::ofTemplate(text)));
+  const bool isParsed = parser->parseText(text, sourceName);
+  return isParsed ? parser->getDocument()->getDocumentElement() : nullptr;
 }
 
 PlXVisualization& ChartTemplate::applyTemplate() {
   passedOver_.clear();
-  if (!root_) return target_;
+  if (!set_) return target_;
   ApplyTemplate run;
   try {
-    run.process(source_, target_, root_);
+    run.process(source_, target_, set_->document()->getDocumentElement());
     passedOver_ = run.getPassedOver();
   } catch (const TavoGoToCaller&) {
     throw;

@@ -50,6 +50,9 @@ class CHARTXML_API ChartTemplate {
   // entities than the library reads; a ChartException as LegacyTemplateConverter::convert().
   static std::optional<Conversion> convertOlder(const std::string& text);
 
+  // True for a text that setTemplate() takes. Of another, the log has why it can't be parsed.
+  static bool isTemplate(const std::string& text);
+
   // Neither is owned. Of the source, which may be null, commands leave alone what an object of the
   // same id states.
   ChartTemplate(PlXVisualization& target, PlXVisualization* source);
@@ -60,6 +63,9 @@ class CHARTXML_API ChartTemplate {
   // Parses and keeps a template. One that can't be parsed is reported, and applyTemplate() does
   // nothing then. What goes wrong otherwise is reported and thrown as a ChartException; only a
   // TavoGoToCaller passes unchanged.
+  //
+  // While there is a ChartBase the process keeps the last 8 templates that were set, those that
+  // take more than 4 MiB together excepted: one that is set again isn't parsed again.
   void setTemplate(const std::string& text);
   // Null for a text that is no template; the element stays the object's. That of an older one is of
   // the template that it is converted to, as are the positions of getPassedOver().
@@ -75,8 +81,10 @@ class CHARTXML_API ChartTemplate {
  private:
   PlXVisualization& target_;
   const PlXVisualization* source_;
-  std::unique_ptr<ChartParser> parser_;
-  xercesc::DOMElement* root_ = nullptr;
+  // Of the documents that parseTemplate() answered.
+  std::vector<std::unique_ptr<ChartParser>> parsers_;
+  // Of the template that was set, and others may have set, too.
+  std::shared_ptr<const ChartParser> set_;
   std::vector<std::size_t> passedOver_;
 };
 

@@ -605,5 +605,8 @@ void BaseTemplate::StyleImport::onto(PlXStyle& style) const {
 }
 
 void BaseTemplate::importStyle(const DOMElement* styleElement, PlXStyle& style) {
-  StyleImport(*this, styleElement).onto(style);
+  if (!keepsFindings_) return StyleImport(*this, styleElement).onto(style);
+  std::unique_ptr<StyleImport>& import = imports_[styleElement];
+  if (!import) import = std::make_unique<StyleImport>(*this, styleElement);
+  import->onto(style);
 }

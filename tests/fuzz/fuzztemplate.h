@@ -30,6 +30,8 @@ inline void applyFuzzed(const std::string& text) {
   static const ChartBase holder;  // schemas are read once
   ChartTransformer chart(fuzzedChart);
   if (!chart.applyTemplate(text)) std::abort();
+  // This command alone writes what its author wants, whether the dialect has it or not.
+  if (text.find("setGenericAttributes") != text.npos) return;
   if (ChartTransformer(chart.getXML(nullptr)).getXML(nullptr).empty()) std::abort();
 }
 
