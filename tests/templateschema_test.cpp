@@ -236,6 +236,7 @@ TEST_F(TemplateSchema, DocumentsTheWordsThatItTells) {
       for (std::string name; names >> name;) EXPECT_TRUE(known.contains(name)) << name;
       continue;
     }
+    if (source == "pins") continue;  // a sentence
     std::string text = utf8(info->getParentNode()->getFirstChild()->getTextContent());
     std::replace_if(
         text.begin(), text.end(),
@@ -247,7 +248,7 @@ TEST_F(TemplateSchema, DocumentsTheWordsThatItTells) {
       EXPECT_TRUE(documented.contains(word) || (source == "keys" && style.contains(word))) << word;
     }
   }
-  EXPECT_EQ(sources, (Names{"keys", "needs", "pattern", "some-words", "taken", "words"}));
+  EXPECT_EQ(sources, (Names{"keys", "needs", "pattern", "pins", "some-words", "taken", "words"}));
 }
 
 TEST_F(TemplateSchema, IsTheSameInEveryVersion) {

@@ -26,6 +26,7 @@ struct Verb {
 int runApply(int argc, char** argv);
 int runConvert(int argc, char** argv);
 int runData(int argc, char** argv);
+int runDraw(int argc, char** argv);
 int runExplain(int argc, char** argv);
 int runInfo(int argc, char** argv);
 int runMerge(int argc, char** argv);
@@ -36,6 +37,7 @@ int runValidate(int argc, char** argv);
 extern const char applyHelp[];
 extern const char convertHelp[];
 extern const char dataHelp[];
+extern const char drawHelp[];
 extern const char explainHelp[];
 extern const char infoHelp[];
 extern const char mergeHelp[];

@@ -208,7 +208,7 @@ std::string sentenceOf(const std::string& command) {
   return {};
 }
 
-std::string suggestion(const std::string& word, const std::vector<std::string>& names) {
+const std::string* meantBy(const std::string& word, const std::vector<std::string>& names) {
   // A third of the letters may differ: "lgo" means log, but "q" doesn't mean x.
   std::size_t nearest = std::min<std::size_t>(word.size() / 3, 3) + 1;
   const std::string* name = nullptr;
@@ -218,5 +218,13 @@ std::string suggestion(const std::string& word, const std::vector<std::string>& 
     nearest = letters;
     name = &each;
   }
+  return name;
+}
+
+std::string suggestion(const std::string* name) {
   return name ? "; did you mean '" + *name + "'?" : std::string();
+}
+
+std::string suggestion(const std::string& word, const std::vector<std::string>& names) {
+  return suggestion(meantBy(word, names));
 }

@@ -60,7 +60,10 @@ class CommandSchema {
 // What the library does for a command; empty for one that it doesn't have.
 std::string sentenceOf(const std::string& command);
 
-// "; did you mean 'NAME'?" with the name that the word is a misspelling of; empty without one.
+// The name that the word is a misspelling of; null without one.
+const std::string* meantBy(const std::string& word, const std::vector<std::string>& names);
+// "; did you mean 'NAME'?"; empty without one.
+std::string suggestion(const std::string* name);
 std::string suggestion(const std::string& word, const std::vector<std::string>& names);
 
 template <class Value>

@@ -21,6 +21,7 @@ constexpr Verb verbs[] = {
     {"apply", "apply templates to charts", applyHelp, runApply},
     {"convert", "write an older template in today's language", convertHelp, runConvert},
     {"data", "show the data of a chart, or turn it into another form", dataHelp, runData},
+    {"draw", "draw a chart, for a browser or as a picture", drawHelp, runDraw},
     {"explain", "show what a template asks for and what is passed over", explainHelp, runExplain},
     {"info", "show what is in a chart", infoHelp, runInfo},
     {"merge", "put a chart and its data together", mergeHelp, runMerge},

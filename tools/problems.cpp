@@ -18,12 +18,15 @@
 #include <xercesc/parsers/SAX2XMLReaderImpl.hpp>
 #include <xercesc/sax2/Attributes.hpp>
 #include <xercesc/sax2/DefaultHandler.hpp>
+#include <xercesc/validators/schema/SchemaSymbols.hpp>
 
 #include <chartxml/chartxml.h>
 
 #include "../src/boundedparser.h"
 #include "commandline.h"
+#include "commandschema.h"
 #include "files.h"
+#include "openelements.h"
 
 using namespace xercesc;
 
@@ -45,6 +48,20 @@ bool isDataRoot(const DOMElement& root) {
 // "attribute 'style' of 'point': "
 std::string attributeText(const XMLCh* element, const XMLCh* attribute) {
   return "attribute '" + utf8(attribute) + "' of '" + utf8(element) + "': ";
+}
+
+// The name that an error of the parser is about: the first that stands in quotes.
+std::string quoted(const std::string& message) {
+  const std::size_t start = message.find('\'') + 1;
+  return message.substr(start, message.find('\'', start) - start);
+}
+
+// For a root that isn't declared.
+std::string suggestedRoot(const std::string& name) {
+  const std::vector<std::string> roots = {"visualization", "graph", "graphSources",
+                                          "template",      "PMML",  "displaySettings"};
+  const std::string* meant = meantBy(name, roots);
+  return meant && *meant != name ? suggestion(meant) : std::string();
 }
 
 // True for a role with its number, such as "title7": in the chart's own record the attribute holds
@@ -99,8 +116,7 @@ class Collector : public DefaultHandler, public PSVIHandler {
   void note(unsigned code, const XMLCh* domain, XMLErrorReporter::ErrTypes type, Problem problem) {
     // What follows from a root without a declaration says no more.
     if (isRootUnknown_) return;
-    isRootUnknown_ = depth_ == 0 && code == XMLValid::ElementNotDefined &&
-                     XMLString::equals(domain, XMLUni::fgValidityDomain);
+    if (XMLString::equals(domain, XMLUni::fgValidityDomain) && !noteValidity(code, problem)) return;
     // Values are checked by datatype validators, whose exceptions come as errors of this domain.
     if (type == XMLErrorReporter::ErrType_Error &&
         XMLString::equals(domain, XMLUni::fgExceptDomain)) {
@@ -118,6 +134,7 @@ class Collector : public DefaultHandler, public PSVIHandler {
     } else if (std::none_of(problems_.begin(), problems_.end(), std::mem_fn(&Problem::isRefused))) {
       addUnplaced("the document could not be read to its end");
     }
+    std::erase_if(problems_, [](const Problem& problem) { return problem.message.empty(); });
     return std::move(problems_);
   }
 
@@ -138,10 +155,11 @@ class Collector : public DefaultHandler, public PSVIHandler {
 
   void setDocumentLocator(const Locator* const locator) override { locator_ = locator; }
 
-  void startElement(const XMLCh* const uri, const XMLCh* const name, const XMLCh* const,
+  void startElement(const XMLCh* const uri, const XMLCh* const name, const XMLCh* const tag,
                     const Attributes& attributes) override {
     if (depth_ == 0) readRoot(uri, attributes);
     ++depth_;
+    enter(uri, name, tag, attributes);
     for (XMLSize_t i = 0; i < attributes.getLength(); ++i) {
       if (XMLString::equals(attributes.getType(i), XMLUni::fgIDString)) {
         ids_.insert(attributes.getValue(i));
@@ -153,7 +171,10 @@ class Collector : public DefaultHandler, public PSVIHandler {
     }
   }
 
-  void endElement(const XMLCh* const, const XMLCh* const, const XMLCh* const) override { --depth_; }
+  void endElement(const XMLCh* const, const XMLCh* const, const XMLCh* const) override {
+    --depth_;
+    open_.leave();
+  }
   void endDocument() override { isEnded_ = true; }
 
   void startDTD(const XMLCh* const, const XMLCh* const, const XMLCh* const systemId) override {
@@ -189,13 +210,147 @@ class Collector : public DefaultHandler, public PSVIHandler {
     nameInvalid(element, invalid);
   }
 
-  void handleElementPSVI(const XMLCh* const, const XMLCh* const, PSVIElement*) override {}
+  // For elements with content, before it.
+  void handlePartialElementPSVI(const XMLCh* const name, const XMLCh* const,
+                                PSVIElement* element) override {
+    readType(name, *element);
+  }
+
+  void handleElementPSVI(const XMLCh* const name, const XMLCh* const,
+                         PSVIElement* element) override {
+    if (tag_.isOpen) readType(name, *element);
+  }
 
  private:
   struct Link {
     std::u16string id;
     Problem problem;  // if there is no such id
   };
+
+  // A tag until its type is known.
+  struct Tag {
+    bool isOpen = false;
+    bool isUndeclared = false;
+    std::vector<std::size_t> errors;  // what else the parser has found in it, by their index
+    // Kept for tags with errors, and where the parser checks nothing.
+    std::vector<std::pair<std::string, std::u16string>> attributes;
+  };
+
+  // Of an error of the document's structure. False for one that has been told already.
+  bool noteValidity(unsigned code, Problem& problem) {
+    switch (code) {
+      case XMLValid::ElementNotDefined:
+        if (tag_.isOpen) tag_ = {};
+        tag_.isUndeclared = true;
+        isRootUnknown_ = depth_ == 0;
+        if (isRootUnknown_) problem.message += suggestedRoot(quoted(problem.message));
+        tag_.errors.push_back(problems_.size());
+        break;
+      case XMLValid::AttNotDefinedForElement:
+        if (tag_.isOpen) tag_ = {};
+        tag_.errors.push_back(problems_.size());
+        break;
+      case XMLValid::ElementNotValidForContent:
+        return !open_.hasTold(quoted(problem.message));
+      default:
+        break;
+    }
+    return true;
+  }
+
+  // The parser's own words for an element that may not stand here give way to one line.
+  void enter(const XMLCh* uri, const XMLCh* name, const XMLCh* tag, const Attributes& attributes) {
+    if (tag_.isOpen) tag_ = {};
+    tag_.isOpen = true;
+    const bool isChecked = depth_ == 1 || !open_.isUnknown();
+    const std::string message = open_.enter(uri, name, tag);
+    if (!message.empty()) {
+      if (tag_.isUndeclared) {
+        for (const std::size_t i : tag_.errors) problems_[i].message.clear();
+      }
+      problems_.push_back(here(message, true));
+    }
+    if (isChecked && message.empty() && tag_.errors.empty()) return;
+    for (XMLSize_t i = 0; i < attributes.getLength(); ++i) {
+      if (*attributes.getURI(i) != 0) continue;
+      tag_.attributes.emplace_back(utf8(attributes.getLocalName(i)), attributes.getValue(i));
+    }
+  }
+
+  void readType(const XMLCh* name, PSVIElement& element) {
+    open_.readType(element);
+    const ElementRules* rules = open_.rules();
+    if (!open_.isUnknown()) {
+      if (rules) suggestAttributes(*rules);
+    } else if (rules) {
+      checkAttributes(name, *rules);
+    } else {
+      // What an element is named that nothing is known of.
+      for (const auto& [attribute, value] : tag_.attributes) {
+        if (attribute == "id") ids_.insert(value);
+      }
+    }
+    tag_ = {};
+  }
+
+  // The names of attributes that a tag doesn't have, and may.
+  std::vector<std::string> missingAttributes(const ElementRules& rules) const {
+    std::vector<std::string> names;
+    for (const auto& [name, type] : rules.attributes) {
+      const std::string text = utf8(std::u16string(name).c_str());
+      const auto isIt = [&](const auto& attribute) { return attribute.first == text; };
+      if (std::none_of(tag_.attributes.begin(), tag_.attributes.end(), isIt)) names.push_back(text);
+    }
+    return names;
+  }
+
+  void suggestAttributes(const ElementRules& rules) {
+    if (tag_.errors.empty()) return;
+    const std::vector<std::string> names = missingAttributes(rules);
+    for (const std::size_t i : tag_.errors) {
+      const std::string name = quoted(problems_[i].message);
+      for (const auto& [attribute, value] : tag_.attributes) {
+        if (attribute != name) continue;
+        problems_[i].message += suggestAttribute(rules, name, value, names);
+        break;
+      }
+    }
+  }
+
+  // An identifier counts whatever its attribute is called.
+  std::string suggestAttribute(const ElementRules& rules, const std::string& name,
+                               const std::u16string& value, const std::vector<std::string>& names) {
+    const std::string* meant = meantBy(name, names);
+    if (meant && isId(rules.attributes.at(ChartString(meant->c_str()).xc_str()))) {
+      ids_.insert(value);
+    }
+    return suggestion(meant);
+  }
+
+  // What the parser checks where it knows the element, but for the values.
+  void checkAttributes(const XMLCh* element, const ElementRules& rules) {
+    const std::vector<std::string> names = missingAttributes(rules);
+    for (const auto& [name, value] : tag_.attributes) {
+      const ChartString text(name.c_str());
+      const auto known = rules.attributes.find(text.xc_str());
+      if (known == rules.attributes.end()) {
+        if (rules.takesAnyAttribute) continue;
+        problems_.push_back(here("attribute '" + name + "' is not declared for element '" +
+                                     utf8(element) + "'" +
+                                     suggestAttribute(rules, name, value, names),
+                                 true));
+      } else if (isId(known->second)) {
+        ids_.insert(value);
+      } else if (isLink(known->second) && !isNumberedRole(known->first)) {
+        addLink(element, text.xc_str(), value.c_str());
+      }
+    }
+  }
+
+  static bool isId(XSTypeDefinition* type) {
+    return type && XMLString::equals(type->getName(), XMLUni::fgIDString) &&
+           XMLString::equals(type->getNamespace(), SchemaSymbols::fgURI_SCHEMAFORSCHEMA);
+  }
 
   void readRoot(const XMLCh* uri, const Attributes& attributes) {
     const XMLCh* locations =
@@ -258,7 +413,9 @@ class Collector : public DefaultHandler, public PSVIHandler {
   ChartErrorHandler library_;
   const bool isBound_;
   const Locator* locator_ = nullptr;
-  std::vector<Problem> problems_;
+  OpenElements open_;
+  Tag tag_;
+  std::vector<Problem> problems_;        // without a message for one that is told in other words
   std::vector<std::size_t> typeErrors_;  // those of the current tag, by their index
   std::set<std::u16string> ids_;
   std::vector<Link> links_;

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <filesystem>
 #include <memory>
@@ -34,14 +35,16 @@ const char dataHelp[] =
     "      --out-dir DIR   write the table of each source to a file ID.csv in a folder, which is\n"
     "                      made if there is none\n"
     "  -s, --source ID     only this source; of a table, its name\n"
-    "      --csv           each FILE is a table, which becomes a source of the file's name\n"
+    "      --csv           each FILE is a table, as one named .csv is anyway; it becomes a source "
+    "of\n"
+    "                      the file's name\n"
     "  -z, --compress      write a document compressed, as a stream always is\n"
     "  -h, --help          show this\n"
     "\n"
     "Examples:\n"
     "  chartxml data sales.xml\n"
     "  chartxml data --to csv --source sales sales.xml > sales.csv\n"
-    "  chartxml data --csv --to xml -o sales.data.xml sales.csv stores.csv\n";
+    "  chartxml data --to xml -o sales.data.xml sales.csv stores.csv\n";
 
 namespace {
 
@@ -54,6 +57,13 @@ struct Job {
   bool isCompressed = false;
   std::vector<std::string> files;
 };
+
+// A name tells a table, which may hold anything.
+bool isTable(const Job& job, const std::string& file) {
+  std::string extension = fs::path(file).extension().string();
+  for (char& c : extension) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return job.isCsv || extension == ".csv";
+}
 
 Job readJob(int argc, char** argv) {
   Job job;
@@ -75,10 +85,12 @@ Job readJob(int argc, char** argv) {
   if (!job.outFolder.empty() && !job.output.empty()) {
     throw UsageError("--output and --out-dir don't go together");
   }
-  if (job.files.size() > 1 && !job.form.empty() && !job.isCsv) {
-    throw UsageError("one FILE is to be given, or several with --csv");
+  const auto tables = static_cast<std::size_t>(std::ranges::count_if(
+      job.files, [&](const std::string& file) { return isTable(job, file); }));
+  if (job.files.size() > 1 && !job.form.empty() && tables < job.files.size()) {
+    throw UsageError("one FILE is to be given, or several tables");
   }
-  if (job.files.size() > 1 && job.isCsv && !job.source.empty()) {
+  if (tables > 1 && !job.source.empty()) {
     throw UsageError("--source names the source of one table");
   }
   if (job.output.empty()) job.output = "-";
@@ -157,7 +169,7 @@ void readFileInto(const Job& job, const std::string& file, VarDataProcessor& sto
   progress.say("reading " + file);
   std::string text = readFile(file);
   if (text.empty()) throw Failure(file + ": is empty");
-  if (job.isCsv) {
+  if (isTable(job, file)) {
     const std::string source = nameOfSource(job, file);
     if (store.GetCapacity(source) > 0) {
       throw Failure(file + ": another table is named '" + escaped(source) + "' as well");

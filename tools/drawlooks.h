@@ -1,0 +1,48 @@
+// Styles and formats in the words of Vega-Lite.
+#ifndef CHARTXML_TOOLS_DRAWLOOKS_H
+#define CHARTXML_TOOLS_DRAWLOOKS_H
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "drawdata.h"
+#include "drawing.h"
+
+constexpr double pixelsPerPoint = 4.0 / 3;
+
+// The first part of a length, in pixels; nothing for a percentage and for what is no length.
+std::optional<double> pixelsOf(const std::string& length);
+// The first part of a percentage, as a share of 1.
+std::optional<double> shareOf(const std::string& length);
+
+// Null for what is no colour: an attribute of a chart must not reach out of the picture.
+Json colorJson(const std::string& color);
+bool isPainted(const Json& color);
+Json dashJson(const std::string& dashes);
+bool isVisible(const PlXStyle* style);
+
+// What a style gives to a mark. The style may be null.
+Json surfaceLook(const PlXStyle* style);             // fill and outline
+Json lineLook(const PlXStyle* style);                // a stroke
+Json pointLook(const PlXStyle* style);               // a surface with a shape and a size
+Json textLook(const PlXStyle* style);                // a text mark
+std::string symbolShape(const PlXStyle& style);      // empty for none that is known
+bool isStroked(const std::string& shape);            // one without a surface
+std::string symbolShape(const std::string& symbol);  // the same by its word
+// The font of a text that isn't a mark, each name with `prefix`: titleFont, labelColor...
+void putFont(Json& target, const std::string& prefix, const PlXStyle* style);
+
+// A colour whose hue, saturation or brightness is another.
+std::string withComponent(const std::string& color, PlXColorComponent::ENUM_type type,
+                          double value);
+
+// The styles of the first list of a cycle.
+std::vector<const PlXStyle*> stylesOf(const PlXStyleCycle* cycle);
+
+// The text of `value`, an expression, as an expression. The format may be null.
+std::string textExpression(const std::string& value, const PlXFormat* format, bool isDate);
+// The format of a labelling's or axis's own, or else that of the variable.
+const PlXFormat* formatOf(const CTVariableType* variable);
+
+#endif

@@ -1,0 +1,14 @@
+// A chart as a specification of Vega-Lite.
+#ifndef CHARTXML_TOOLS_DRAWPAGE_H
+#define CHARTXML_TOOLS_DRAWPAGE_H
+
+#include "drawing.h"
+
+// The version of Vega-Lite that specifications are for.
+constexpr char vegaLiteVersion[] = "6";
+constexpr char vegaVersion[] = "6";
+
+// Null when nothing of the chart can be drawn.
+Json drawChart(const PlXVisualization& chart, DrawNotes& notes);
+
+#endif
