@@ -72,7 +72,8 @@ def expected():
             groups[("none.clustered-bars.json", *key)].append(float(row["minutes"]))
     rows, labels = rows_of("dose-response")
     for row in rows:
-        groups["none.dose-response.json", row["dose"]].append(float(row["mort"]))
+        if row["mort"]:
+            groups["none.dose-response.json", row["dose"]].append(float(row["mort"]))
     result = {key: mean(values) for key, values in groups.items()}
     rows, labels = rows_of("histogram")
     counts = collections.Counter()

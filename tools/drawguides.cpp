@@ -41,6 +41,7 @@ class GuideDrawer {
   Json at(std::size_t i, const XMLCh* text) {
     if (!*text) return nullptr;
     Json place = side(i).datumOf(utf8(text), plane_.fieldsOf(i));
+    if (side(i).isLog() && place.is_number() && place.get<double>() <= 0) place = nullptr;
     if (place.is_null()) {
       context_.notes.tell(guide_, "the place " + utf8(text) + " isn't in the picture");
     }

@@ -825,7 +825,8 @@ class ElementDrawer {
     std::vector<std::string> parts = panel_.fields;
     parts.insert(parts.end(), groups_.begin(), groups_.end());
     if (is<PlXInterval>() || smooth.getSpikes()) return addFitSpikes(degree, parts);
-    if (plane_.x().isDiscrete || plane_.y().isDiscrete) {
+    if (plane_.x().isDiscrete || plane_.y().isDiscrete || places_[0].field.empty() ||
+        places_[1].field.empty()) {
       tell("a fit needs numbers and is left out");
       return false;
     }
@@ -951,6 +952,7 @@ class ElementDrawer {
     if (at.isBinned) encoding[name]["bin"] = "binned";
     if (!at.end.empty()) encoding[name + '2'] = {{"field", at.end}};
     if (!ends_[i].is_null()) encoding[name + '2'] = {{"datum", ends_[i]}};
+    if (i == 1 && !base_.is_null()) encoding[name + '2'] = base_;
   }
 
   Json places() const {
@@ -973,6 +975,20 @@ class ElementDrawer {
     if (element_.getPositionModifier() == CTElementType::positionModifier_jitter)
       putJitter(encoding);
     return encoding;
+  }
+
+  // A log scale has no place for zero and less, and bars on it stand on its lower end.
+  void keepPositive() {
+    for (const std::size_t i : {0U, 1U}) {
+      if (!side(i).isLog() || places_[i].field.empty() || hasFreePlaces_) continue;
+      addFilter(datum(places_[i].field) + " > 0");
+      const bool isOpen = places_[i].end.empty() && ends_[i].is_null();
+      if (ends_[i].is_number() && ends_[i].get<double>() <= 0) ends_[i] = nullptr;
+      const bool hasBase = is<PlXInterval>() || is<PlXArea>() || (!isOpen && places_[i].end.empty());
+      if (i == 0 || !hasBase || !places_[i].end.empty()) continue;
+      base_ = {{"datum", numberJson(side(i).base)}};
+      if (isStacked()) tell("on a log scale all bars stand on its lower end");
+    }
   }
 
   // Symbols that would cover each other are strewn.
@@ -1009,6 +1025,7 @@ class ElementDrawer {
 
   void finish() {
     addJitter();
+    keepPositive();
     Json encoding = places();
     if (!plane_.isPolar() || mark_["type"] == "arc") addStackOrder(encoding);
     if (is<PlXPath>() && !isSummarized_ && !isFit_) {
@@ -1192,7 +1209,7 @@ class ElementDrawer {
       const Json end = ends[value + '2'];
       ends.erase(value + '2');
       if (isSecond) {
-        if (end.contains("datum")) continue;
+        if (!end.contains("field")) continue;
         ends[value]["field"] = end["field"];
       }
       addLayer(mark, ends);
@@ -1365,6 +1382,7 @@ class ElementDrawer {
   Json tip_ = Json::array();
   Place places_[2];
   Json ends_[2];
+  Json base_;  // of bars on a log scale
   double binWidth_ = 0;
   bool isSummarized_ = false;
   bool isFit_ = false;

@@ -218,6 +218,13 @@ void DrawPlane::makeDomain(DrawSide& side, const PlXDimension& dimension) {
     bounds[0] = std::fmin(bounds[0], side.least);
     bounds[1] = std::fmax(bounds[1], side.greatest);
   }
+  if (side.isLog()) {
+    for (double& bound : bounds) {
+      if (bound > 0 || std::isnan(bound)) continue;
+      context_.notes.tell(dimension, "a log scale has no bound that isn't positive");
+      bound = std::nan("");
+    }
+  }
   const bool hasBoth = !std::isnan(bounds[0]) && !std::isnan(bounds[1]);
   if (hasBoth && bounds[0] < bounds[1]) {
     side.scale["domain"] = {numberJson(bounds[0]), numberJson(bounds[1])};
@@ -264,6 +271,13 @@ void DrawPlane::makeScale(std::size_t index, double pixels, bool hasBars) {
     side.scale["nice"] =
         dimension && (dimension->getNiceLowerMapping() || dimension->getNiceUpperMapping());
     if (dimension) makeDomain(side, *dimension);
+    if (side.isLog() && hasBars) {
+      // Bars stand on the power of ten below the least value; counts on less than one case.
+      const double least = side.hasExtent() && side.least > 0 ? side.least : side.hasExtent() ? 1 : 0.9;
+      side.base = std::pow(10, std::floor(std::log10(least)));
+      if (side.scale.contains("domain")) side.base = side.scale["domain"][0].get<double>();
+      if (!side.scale.contains("domain")) side.scale["domainMin"] = numberJson(side.base);
+    }
     if (padding > 0 && padding < 0.4 && !hasBars) {
       side.scale["padding"] = numberJson(std::round(padding * pixels));
     }

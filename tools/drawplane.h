@@ -47,8 +47,10 @@ struct DrawSide {
   Json scale = Json::object();
   Json axis = nullptr;
   double least = 1, greatest = 0;  // of numbers, as far as domain and data tell
+  double base = 1;                 // what bars stand on, on a log scale
 
   bool hasExtent() const { return least <= greatest; }
+  bool isLog() const { return scale.value("type", "") == "log"; }
   // The place of a value that the chart states: a number, a date or a category.
   Json datumOf(const std::string& text, const std::vector<const DrawField*>& fields) const;
 };
