@@ -269,7 +269,9 @@ class ElementDrawer {
       return scale.contains("domain") && scale["domain"].size() == 2 &&
              scale["domain"][0].is_number();
     };
-    if (isPartOf(plane_.x().scale) || isPartOf(plane_.y().scale)) mark_["clip"] = true;
+    if (isPartOf(plane_.x().scale) || isPartOf(plane_.y().scale) || plane_.y().isLog()) {
+      mark_["clip"] = true;
+    }
   }
 
   // ---- places
