@@ -212,20 +212,25 @@ class GraphDrawer {
       view["data"] = {{"name", DrawData::tableName(field.source)}};
       view["transform"] = transforms;
       view["transform"].push_back({{"filter", {{"field", field.name}, {"equal", text}}}});
-      for (Json& layer : view["layer"]) {
-        if (layer.contains("data") && layer["data"] == view["data"]) layer.erase("data");
-        if (views.empty()) continue;
-        // Only the first panel has the axis of the categories.
-        for (const char* channel : {"x", "y"}) {
-          Json& encoding = layer["encoding"];
-          if (encoding.contains(channel) && encoding[channel].value("type", "") == "nominal") {
-            encoding[channel]["axis"] = nullptr;
-          }
-        }
-      }
+      joinPanel(view, view["data"], views.empty());
       views.push_back(view);
     }
     return {{"hconcat", views}, {"spacing", 4}};
+  }
+
+  // Layers take the rows of their panel; only the first panel has the axis of the categories.
+  static void joinPanel(Json& view, const Json& data, bool isFirst) {
+    for (Json& layer : view["layer"]) {
+      if (layer.contains("layer")) joinPanel(layer, data, isFirst);
+      if (layer.contains("data") && layer["data"] == data) layer.erase("data");
+      if (isFirst || !layer.contains("encoding")) continue;
+      for (const char* channel : {"x", "y"}) {
+        Json& encoding = layer["encoding"];
+        if (encoding.contains(channel) && encoding[channel].value("type", "") == "nominal") {
+          encoding[channel]["axis"] = nullptr;
+        }
+      }
+    }
   }
 
   Json facetTitle(const std::string& text) const {

@@ -273,7 +273,9 @@ void DrawPlane::makeScale(std::size_t index, double pixels, bool hasBars) {
     if (dimension) makeDomain(side, *dimension);
     if (side.isLog() && hasBars) {
       // Bars stand on the power of ten below the least value; counts on less than one case.
-      const double least = side.hasExtent() && side.least > 0 ? side.least : side.hasExtent() ? 1 : 0.9;
+      const double least = side.hasExtent() && side.least > 0 ? side.least
+                           : side.hasExtent()                 ? 1
+                                                              : 0.9;
       side.base = std::pow(10, std::floor(std::log10(least)));
       if (side.scale.contains("domain")) side.base = side.scale["domain"][0].get<double>();
       if (!side.scale.contains("domain")) side.scale["domainMin"] = numberJson(side.base);
