@@ -560,15 +560,12 @@ unsigned char* ChartTransformer::getCompressedDataStream(unsigned long& size) {
       return copy;
     }
     std::string text;
-    if (dataText_) {
+    if (dataText_ || compressedData_.starts_with('x')) {
       if (!readDataText(text)) return nullptr;
-    } else if (compressedData_.empty()) {
-      return nullptr;
-    } else if (!compressedData_.starts_with('x')) {
+    } else {
       text = compressedData_;
-    } else if (!zlib1211tavo::decompressString(text, compressedData_)) {
-      return nullptr;
     }
+    if (text.empty()) return nullptr;
     if (isForParsers(text)) {
       const OwnedDocument data(parseOwned(text));
       if (data) {

@@ -168,7 +168,7 @@ class RowCopier {
       const __m128i block = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
       _mm_storeu_si128(reinterpret_cast<__m128i*>(out_), block);
       const unsigned marks = marksOf(block);
-      const int count = marks ? std::countr_zero(marks) : blockSize;
+      const std::ptrdiff_t count = marks ? std::countr_zero(marks) : blockSize;
       at += count;
       out_ += count;
       if (marks) return at;

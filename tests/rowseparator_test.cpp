@@ -140,6 +140,8 @@ TEST_F(Rows, OutOfTheOrdinaryStay) {
                                  "\x1F",
                                  "\x80",
                                  "\xC1\x81",
+                                 "\xC1\x81\xD0\x9C\xD0\x9C\xD0\x9C",
+                                 "\xD0\x9C\xD0\x9C\xD0\x9C\xC0\x80",
                                  "\xC3",
                                  "\xE0\x9F\xBF",
                                  "\xED\xA0\x80",
