@@ -3,12 +3,13 @@
 # template of examples/templates but all-commands.xml: each specification is valid by Vega-Lite's own
 # schema and renders, and the values that Vega computes of three are those of their data.
 #
-# Needs node, and vega and vega-lite in the folder of modules that CHARTXML_VEGA names or among npm's
-# global ones; without them it is skipped (77).
+# Needs node, and vega and vega-lite in the folder of modules that CHARTXML_VEGA names, in that of
+# scripts/gallery, or among npm's global ones; without them it is skipped (77).
 set -u
 tool=$(realpath "$1")
 cd "$(dirname "$0")/.." || exit 2
-modules=${CHARTXML_VEGA:-$(npm root -g 2>/dev/null)}
+modules=${CHARTXML_VEGA:-build/vega/node_modules}
+[[ -d $modules ]] || modules=$(npm root -g 2>/dev/null)
 for needed in vega vega-lite; do
   if ! type node >/dev/null 2>&1 || [[ ! -d $modules/$needed ]]; then
     echo "skipped: node, vega and vega-lite aren't there"
