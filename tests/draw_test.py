@@ -191,6 +191,10 @@ class Draw(unittest.TestCase):
         self.assertEqual(stacked["y"]["stack"], "zero")
         self.assertEqual(dodged["xOffset"]["field"], "g")
         self.assertIsNone(plain["y"]["stack"])
+        cycled = next(layers(draw(chart(
+            bars.replace("<color", '<color cycle="k"') % "stack", more='<styleCycle id="k"><cycle><style color="red"/>'
+            '<style color="#00ff00"/></cycle></styleCycle>'))[0]))["encoding"]
+        self.assertEqual(cycled["fill"]["scale"]["range"], ["red", "#00ff00", "red"])
         turned = next(layers(draw(chart(bars % "dodge", transforms="<transposeTransform/>"))[0]))
         self.assertEqual((turned["encoding"]["y"]["field"], turned["encoding"]["x"]["field"]),
                          ("g", "sum_v"))
@@ -201,6 +205,54 @@ class Draw(unittest.TestCase):
         self.assertEqual(pie["mark"]["type"], "arc")
         self.assertEqual(steps(pie), ["sum v by g", "= rank_g", "stack sum_v"])
         self.assertEqual(pie["encoding"]["theta"]["scale"]["range"][0], 0)
+
+    def test_order_and_guides(self):
+        # Behind the data, the last element, the first, before the data.
+        spec, _ = draw(chart(f'<point id="p">{X_U}{Y_V}</point><line id="l">{X_U}{Y_V}</line>'
+                             '<lineGuide id="a" y="3" zOrder="1"/><lineGuide id="b" x="2" zOrder="-1"/>'))
+        self.assertEqual([layer["description"] for layer in layers(spec)], ["b", "l", "p", "a"])
+        self.assertEqual(list(layers(spec))[3]["encoding"]["y"]["datum"], 3)
+
+    def test_two_axes(self):
+        spec, notes = draw(chart(f'<point id="p">{X_U}{Y_V}</point><point id="q" coordinates="c2">{X_U}'
+                                 '<y variable="w"/></point>').replace(
+            "</coordinates>", '</coordinates><coordinates id="c2"><dimensionReference ref="dx"/>'
+            '<dimension id="dw"><axis><label><text>W</text></label></axis></dimension></coordinates>'))
+        self.assertEqual(spec["resolve"]["scale"]["y"], "independent")
+        axes = {layer["description"]: layer["encoding"]["y"]["axis"] for layer in layers(spec)}
+        self.assertEqual((axes["p"], axes["q"]["title"], axes["q"]["orient"]), (None, "W", "right"))
+        self.assertEqual(notes, "")
+
+    def test_legends_labels_and_popups(self):
+        more = ('<legend id="key"><label><text>Groups</text></label><legendTarget target="k"/></legend>'
+                '<popup target="p" tokenTemplate="V: $[1]$"><tokenMapping valueToken="1" variable="v"/></popup>')
+        spec, _ = draw(chart(
+            f'<point id="p">{X_U}{Y_V}<color id="k" variable="g"><colorMapping from="b" to="#123456"/>'
+            '<colorMapping from="a" to="red"/><colorMapping from="c" to="blue"/></color>'
+            '<labeling variable="w"><format suffix=" kg" maximumFractionDigits="1"/></labeling></point>',
+            more=more))
+        legend, points, labels = layers(spec)
+        self.assertEqual(legend["encoding"]["fill"]["legend"]["title"], "Groups")
+        self.assertEqual(points["encoding"]["fill"]["scale"],
+                         {"domain": ["a", "b", "c"], "range": ["red", "#123456", "blue"]})
+        self.assertEqual(points["encoding"]["tooltip"][0]["title"], "V")
+        text = next(step["calculate"] for step in labels["transform"] if "label" in step.get("as", ""))
+        self.assertIn('format(datum["w"], ".1~f") + " kg"', text)
+
+    def test_panels(self):
+        faceted = chart(f'<interval id="e">{X_U}{Y_V}{summary("mean")}<conditionalStyle '
+                        'when="facet1!=facet2" style="h"/></interval>', more='<style id="h" visible="false"/>').replace(
+            "</coordinates>", '</coordinates><facetLayout method="%s"/><faceting>%s</faceting>')
+        wrapped, _ = draw(faceted % ("wrap", '<variableReference ref="g"/>'))
+        self.assertEqual((wrapped["facet"]["field"], wrapped["columns"]), ("g", 2))
+        self.assertEqual(steps(next(layers(wrapped))), ["mean v by g,u"])
+        matrix = chart(f'<point id="e"><x variable="uv"/><y variable="uv"/><conditionalStyle '
+                       'when="facet1==facet2" style="h"/></point>', more='<style id="h" visible="false"/>').replace(
+            "u+v", "u/v").replace("</coordinates>", '</coordinates><faceting><variableReference ref="uv"/>'
+                                  '<variableReference ref="uv"/></faceting>')
+        cells = [layer for layer in layers(draw(matrix)[0]) if layer.get("description") == "e"]
+        self.assertEqual([(cell["encoding"]["x"]["field"], cell["encoding"]["y"]["field"]) for cell in cells],
+                         [("v", "u"), ("u", "v")])
 
     def test_data(self):
         spec, _ = draw(chart(f'<point id="p">{X_D}<y variable="w"/><color variable="g"/></point>'))
