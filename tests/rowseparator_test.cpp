@@ -67,6 +67,7 @@ TEST_F(Rows, OutOfTheOrdinaryStay) {
       {chartText(plain, "<!DOCTYPE visualization [<!ATTLIST row x CDATA 'd'>]>"), false},
       {chartText(plain, "<!-- <row>--><?pi <row>?>"), true},
       {chartText("<!-- " + plain + " -->"), false},
+      {chartText("<!-->" + plain + "-->"), false},
       {chartText(sourceText("<row><![CDATA[" + plain + "]]></row>")), false},
       {chartText("<labelFrame id='f'><label><text><![CDATA[" + plain +
                  "]]></text></label></labelFrame>"),
