@@ -110,6 +110,12 @@ TEST_F(Rows, OutOfTheOrdinaryStay) {
       {chartText(plain + "<bogus/>"), true},
       {chartText(plain) + "<second/>", false},
       {chartText(plain) + "<visualization/>", false},
+      {"<gs:graphSources xmlns='" CHARTXML_HOST "/visualization' xmlns:gs='" CHARTXML_HOST
+       "/tavo/visualization' xmlns:xsi='http://www.w3.org/2001/XMLSchema-instance' "
+       "xsi:schemaLocation='" CHARTXML_HOST "/tavo/visualization " CHARTXML_HOST
+       "/tavo/visualization/grafo-data-2.1.xsd'>" +
+           plain + "</gs:graphSources>",
+       false},
       {declared.substr(0, declared.size() - 1), false},
       {declared.substr(0, declared.find("</row")), false},
       {declared.substr(0, declared.find("</embedded")), false},
