@@ -29,7 +29,6 @@ using namespace xercesc;
 namespace {
 
 using Value = ChartStyleValue;
-using Ids = std::unordered_set<std::u16string>;
 using StyleUsers = BaseTemplate::StyleUsers;
 template <class T>
 using Painted = StyleUsers::Painted<T>;
@@ -292,68 +291,6 @@ void write(const Statements& stated, PlXStyle& style, const PlXStyle* source) {
 }
 
 // ---- the keys stroke and fill
-void addId(Ids& ids, const PlXStyle* style) {
-  if (style) ids.insert(style->getId());
-}
-
-// Adds the style of a part that is a surface.
-void addSurface(Ids& ids, const PlXBaseElement& part) {
-  if (const auto* interval = dynamic_cast<const PlXInterval*>(&part)) {
-    addId(ids, interval->getStyle());
-  } else if (const auto* schema = dynamic_cast<const PlXSchema*>(&part)) {
-    addId(ids, schema->getHingeStyle());
-  } else if (const auto* graph = dynamic_cast<const PlXGraph*>(&part)) {
-    addId(ids, graph->getCellStyle());
-  } else if (const auto* legend = dynamic_cast<const PlXLegend*>(&part)) {
-    addId(ids, legend->getStyle());
-  } else if (const auto* page = dynamic_cast<const PlXVisualization*>(&part)) {
-    addId(ids, page->getStyle());
-  }
-}
-
-template <class T>
-void addSurfaces(Ids& ids, const std::vector<T*>& parts) {
-  for (const T* part : parts) addSurface(ids, *part);
-}
-
-// The styles that paint surfaces: those of the addressed graphs, of all legends and of the page.
-Ids surfaces(const BaseTemplate& base, const PlXVisualization& target,
-             const std::vector<PlXGraph*>& graphs) {
-  Ids ids;
-  addSurface(ids, target);
-  addSurfaces(ids, graphs);
-  for (const PlXGraph* graph : graphs) {
-    addSurfaces(ids, graph->getIntervals());
-    addSurfaces(ids, graph->getSchemas());
-  }
-  addSurfaces(ids, base.getLegends());
-  return ids;
-}
-
-// True when it is a graph, or in a graph, other than the only one that the command addresses.
-bool isElsewhere(const PlXBaseElement& part, const PlXGraph* onlyGraph) {
-  if (!onlyGraph) return false;
-  const DOMNode* node = part.getImplementation();
-  while (node && !XMLString::equals(dialect::localName(node), PlXUni::_graph)) {
-    node = node->getParentNode();
-  }
-  return node && node != onlyGraph->getImplementation();
-}
-
-void findSurfaces(const BaseTemplate& base, const PlXVisualization& target, bool isOne,
-                  StyleUsers& users) {
-  if (users.surfaces) return;
-  std::vector<PlXGraph*> graphs;
-  base.getGraphs(graphs);
-  users.surfaces = surfaces(base, target, graphs);
-  users.onlyGraph = isOne && !graphs.empty() ? graphs.front() : nullptr;
-}
-
-// A style without an id, as those of cycles are, counts as a surface's where there is any surface.
-bool isSurface(const PlXStyle& style, const Ids& surfaces) {
-  return *style.getId() ? surfaces.contains(style.getId()) : !surfaces.empty();
-}
-
 void importStrokeAndFill(const Value& value, PlXStyle& style, const PlXStyle* source,
                          bool isSurface) {
   if (!value.stroke.empty() && !(source && source->isColor2Present())) {
@@ -486,7 +423,7 @@ void noticePainted(std::optional<Painted<T>>& painted, PlXBaseElement& part) {
 // What got a style of its own since the last import, as a new element does.
 void noticeRestyled(StyleUsers& users) {
   for (PlXBaseElement* part : users.restyled) {
-    if (users.surfaces && !isElsewhere(*part, users.onlyGraph)) addSurface(*users.surfaces, *part);
+    users.noticeSurface(*part);
     noticePainted(users.lines, *part);
     noticePainted(users.areas, *part);
     noticePainted(users.paths, *part);
@@ -585,9 +522,9 @@ void BaseTemplate::StyleImport::onto(PlXStyle& style) const {
   noticeRestyled(users);
   write(reading_->properties, style, source);
   if (reading_->hasStrokeOrFill()) {
-    findSurfaces(base_, base_.target, base_.attribute(PlXUni::_graph).convertToSignedInteger() > 0,
-                 users);
-    importStrokeAndFill(reading_->value, style, source, isSurface(style, *users.surfaces));
+    users.findSurfaces(base_, base_.target,
+                       base_.attribute(PlXUni::_graph).convertToSignedInteger() > 0);
+    importStrokeAndFill(reading_->value, style, source, users.isSurface(style));
   }
   for (const DOMElement* child = firstElement(element_); child; child = nextElement(child)) {
     const ChartString name(child->getTagName());

@@ -35,6 +35,15 @@ struct BaseTemplate::StyleUsers {
   // The children interpolation that all areas and paths follow, and the ids of the styles whose
   // elements do.
   std::unordered_map<const xercesc::DOMElement*, std::unordered_set<std::u16string>> followed;
+
+  // Finds those of the addressed graphs, of all legends and of the page, unless they are known.
+  // `isOne` tells that the command addresses a single graph.
+  void findSurfaces(const BaseTemplate& base, const PlXVisualization& target, bool isOne);
+  // Once they are found. A style without an id, as those of cycles are, counts as a surface's where
+  // there is any surface.
+  bool isSurface(const PlXStyle& style) const;
+  // Adds the style of a part, when that is a surface that the command addresses.
+  void noticeSurface(const PlXBaseElement& part);
 };
 
 #endif
