@@ -31,6 +31,11 @@ bool inflateAll(std::string& output, const std::string& input, std::size_t limit
 }  // namespace
 
 bool zlib1211tavo::compressString(const std::string& input, std::string& output) {
+  if (input.size() <= mostAtOnce) {
+    const Packed packed = packAtOnce(input.data(), input.size(), Content::Text);
+    output.assign(packed.bytes.get(), packed.size);
+    return packed.size > 0;
+  }
   Deflater deflater;
   deflater.write(input.data(), input.size());
   const bool isWhole = deflater.finish();

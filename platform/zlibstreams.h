@@ -1,14 +1,26 @@
-// Zlib streams that are written and read piece by piece.
+// Zlib streams: written at once, and written and read piece by piece.
 #ifndef CHARTXML_ZLIBSTREAMS_H
 #define CHARTXML_ZLIBSTREAMS_H
 
 #include <zlib.h>
 
 #include <cstddef>
+#include <memory>
 
 #include "textbuffer.h"
 
-// Compresses what it is given, without a copy of the whole.
+// What is compressed at once takes as much memory again, and as much more where it lies in pieces.
+constexpr std::size_t mostAtOnce = std::size_t(64) << 20;
+
+struct Packed {
+  std::unique_ptr<char[]> bytes;
+  std::size_t size = 0;  // 0 when it failed
+};
+enum class Content { Text, Columns };
+// Several times as fast as a Deflater. Throws std::bad_alloc for the lack of memory.
+Packed packAtOnce(const void* bytes, std::size_t size, Content content);
+
+// Compresses what it is given, without a copy of the whole. For more than mostAtOnce.
 class Deflater {
  public:
   Deflater();

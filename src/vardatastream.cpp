@@ -426,28 +426,50 @@ bool StreamReader::readRest(std::unique_ptr<unsigned char[]>& rest, std::size_t&
   return isWhole_;
 }
 
+using Bytes = std::unique_ptr<unsigned char[]>;
+
+// Where compressing fails, it stays as it is.
+Bytes bareStream(const VarDataProcessor& store, std::uint64_t total) {
+  Bytes bare = std::make_unique_for_overwrite<unsigned char[]>(total);
+  Memory out(bare.get());
+  writeStream(store, total, out);
+  return bare;
+}
+
+unsigned char* streamAtOnce(const VarDataProcessor& store, std::uint64_t total, unsigned& size) {
+  Bytes stream = bareStream(store, total);
+  const Packed packed = packAtOnce(stream.get(), total, Content::Columns);
+  size = static_cast<unsigned>(packed.size > 0 ? packed.size : total);
+  if (packed.size == 0) return stream.release();
+  stream.reset();
+  stream = std::make_unique_for_overwrite<unsigned char[]>(packed.size);
+  std::copy_n(packed.bytes.get(), packed.size, stream.get());
+  return stream.release();
+}
+
+// Without a copy of all columns.
+unsigned char* streamInPieces(const VarDataProcessor& store, std::uint64_t total, unsigned& size) {
+  Deflater deflater;
+  writeStream(store, total, deflater);
+  if (!deflater.finish()) {
+    size = static_cast<unsigned>(total);
+    return bareStream(store, total).release();
+  }
+  TextBuffer& packed = deflater.packed();
+  if (packed.size() > mostBytes) return nullptr;
+  Bytes stream = std::make_unique_for_overwrite<unsigned char[]>(packed.size());
+  packed.copyTo(reinterpret_cast<char*>(stream.get()));
+  size = static_cast<unsigned>(packed.size());
+  return stream.release();
+}
+
 }  // namespace
 
 unsigned char* VarDataProcessor::GetDataStream(unsigned& size) try {
   size = 0;
   const std::uint64_t total = streamSize(*this);
   if (sources.size() > mostSources || total > mostBytes) return nullptr;
-  Deflater deflater;
-  writeStream(*this, total, deflater);
-  std::unique_ptr<unsigned char[]> stream;
-  if (deflater.finish()) {
-    TextBuffer& packed = deflater.packed();
-    if (packed.size() > mostBytes) return nullptr;
-    stream = std::make_unique_for_overwrite<unsigned char[]>(packed.size());
-    packed.copyTo(reinterpret_cast<char*>(stream.get()));
-    size = static_cast<unsigned>(packed.size());
-  } else {
-    stream = std::make_unique_for_overwrite<unsigned char[]>(total);
-    Memory out(stream.get());
-    writeStream(*this, total, out);
-    size = static_cast<unsigned>(total);
-  }
-  return stream.release();
+  return total > mostAtOnce ? streamInPieces(*this, total, size) : streamAtOnce(*this, total, size);
 } catch (...) {
   size = 0;
   return nullptr;
