@@ -55,6 +55,7 @@ class PageDrawer {
       if (key != "title" || !spec.contains("title")) spec[key] = value;
     }
     putLocale(spec);
+    tellDrillDowns();
     return spec;
   }
 
@@ -311,6 +312,14 @@ class PageDrawer {
     }
     title["offset"] = 10;
     spec["title"] = title;
+  }
+
+  void tellDrillDowns() {
+    for (const PlXExtensionVis* record : chart_.getExtensions()) {
+      if (attribute(*record, PlXDrillDown::_UTF_drillDown) == "true") {
+        notes_.tell(*record, "a drill-down to " + attribute(*record, u"target") + " is left out");
+      }
+    }
   }
 
   // The chart's signs for decimals and groups of digits, if it states any.

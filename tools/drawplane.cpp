@@ -250,6 +250,9 @@ void DrawPlane::makeScale(std::size_t index, double pixels, bool hasBars) {
     return dimension ? shareOf(attribute(*dimension, name)).value_or(0) : 0;
   };
   const double padding = std::min(margin(u"lowerMargin"), margin(u"upperMargin"));
+  if (margin(u"lowerMargin") != margin(u"upperMargin")) {
+    context_.notes.tell(*dimension, "has the smaller of its margins at both ends");
+  }
   if (side.isDiscrete) {
     side.scale["type"] = "band";
     side.scale["domain"] = side.order;
@@ -455,6 +458,9 @@ Json axisJson(DrawContext& context, const PlXAxis& axis, const DrawSide& side) {
   json["grid"] = false;
   if (const PlXMajorTicks* ticks = axis.getMajorTicks()) {
     putTicks(context, json, *ticks, side);
+    if (ticks->getLabelFrequency() > 1) {
+      context.notes.tell(*ticks, "labels are thinned as they have room, not by their frequency");
+    }
   } else {
     json["labels"] = false;
     json["ticks"] = false;
