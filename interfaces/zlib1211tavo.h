@@ -11,7 +11,7 @@
 // the same string.
 class CHARTXML_API zlib1211tavo {
  public:
-  // False, with an empty output, when zlib fails.
+  // False, with an empty output, when compressing fails.
   static bool compressString(const std::string& input, std::string& output);
 
   // False, with an empty output, for what isn't one whole stream from the first byte to the last,

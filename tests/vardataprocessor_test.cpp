@@ -14,6 +14,7 @@
 #include <sstream>
 
 #include "zlib1211tavo.h"
+#include "zlibstreams.h"
 
 namespace {
 
@@ -624,6 +625,29 @@ TEST(VarDataProcessor, KeepsHandlesWhenTextsAreRead) {
   EXPECT_EQ(info.strings, again.FindStringMap("source", "text"));
   EXPECT_EQ(again.GetValueAsString("source", "text", 2), "south");
   EXPECT_EQ(again.GetValueAsString("source", "other", 0), "");
+}
+
+// More than this is compressed in pieces.
+TEST(Stream, IsWholeWhateverItsSize) {
+  for (const std::size_t size : {mostAtOnce, mostAtOnce + 1}) {
+    const std::string text(size, 'a');
+    std::string packed;
+    std::string again;
+    ASSERT_TRUE(zlib1211tavo::compressString(text, packed));
+    EXPECT_LT(packed.size(), size / 500);
+    EXPECT_TRUE(zlib1211tavo::decompressString(again, packed) && again == text);
+  }
+  const unsigned rows = mostAtOnce / sizeof(double) + 1;
+  VarDataProcessor store;
+  _varinfo info;
+  store.AddVariable("s", "v", &info);
+  double* cells = store.SetMaxRow("s", "v", rows);
+  for (unsigned row = 0; row < rows; ++row) cells[row] = row % 7;
+  const std::string stream = streamOf(store);
+  EXPECT_LT(stream.size(), mostAtOnce / 100);
+  VarDataProcessor again;
+  ASSERT_TRUE(read(again, stream));
+  EXPECT_TRUE(std::equal(cells, cells + rows, again.SetMaxRow("s", "v", rows)));
 }
 
 }  // namespace
