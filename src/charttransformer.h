@@ -18,8 +18,8 @@ struct Separated;
 // back together or apart. In the chart a `userSource` of the same id stands for each embedded
 // source that was taken out.
 //
-// The data that was taken out is kept as text, which takes no time but memory. It is compressed when
-// it is first asked for in that form, and kept as both from then on. A text of more than
+// The data that was taken out is kept as text, which takes no time but memory. It is compressed
+// when it is first asked for in that form, and kept as both from then on. A text of more than
 // `longestKeptText` is compressed at once, and kept as that alone.
 //
 // All texts are UTF-8; the `encoding` arguments have no effect. A compressed text is a zlib stream:
