@@ -232,7 +232,7 @@ struct LookDrawer {
     if (!look.isCategorical) return tellMade("dashes by numbers are left out");
     const auto texts = categories();
     Json json = definition();
-    const auto solid = [](Json dashes) { return dashes.empty() ? Json{1, 0} : dashes; };
+    const auto solid = [](const Json& dashes) { return dashes.empty() ? Json{1, 0} : dashes; };
     putCategories(
         json,
         rangeFor<PlXDashMapping>(

@@ -472,7 +472,7 @@ DrawData::Order DrawData::orderFor(const DrawField& field, const PlXCategoricalD
   const auto moveEnds = [&](const PlXBaseElement& sort) {
     for (const auto* move : childrenOf<PlXSortMove>(sort)) {
       const std::string text = textOf(field, utf8(move->getCategory()));
-      std::ranges::stable_partition(raws, [&](const std::string& raw) {
+      std::stable_partition(raws.begin(), raws.end(), [&](const std::string& raw) {
         return (textOf(field, raw) == text) == move->getFirst();
       });
     }

@@ -167,13 +167,15 @@ void ElementDrawer::findLooks() {
 void ElementDrawer::makeMark() {
   kind_ = MarkKind::Surface;
   const std::string symbol = style_ ? attribute(*style_, u"symbol") : "";
+  const bool isThin =
+      is<PlXInterval>() && !plane_.isPolar() && (symbol == "ibeam" || symbol == "line");
   if (is<PlXPoint>()) {
     kind_ = MarkKind::Point;
     setMark("point", pointLook(style_));
   } else if (is<PlXLine>() || is<PlXPath>()) {
     kind_ = MarkKind::Line;
     setMark("line", lineLook(style_));
-  } else if (is<PlXEdge>()) {
+  } else if (is<PlXEdge>() || isThin) {
     kind_ = MarkKind::Line;
     setMark("rule", lineLook(style_));
   } else if (is<PlXArea>()) {
@@ -184,9 +186,6 @@ void ElementDrawer::makeMark() {
     setMark("boxplot", Json::object());
   } else if (plane_.isPolar()) {
     setMark("arc", surfaceLook(style_));
-  } else if (symbol == "ibeam" || symbol == "line") {
-    kind_ = MarkKind::Line;
-    setMark("rule", lineLook(style_));
   } else {
     setMark("bar", surfaceLook(style_));
     const auto share = style_ ? shareOf(attribute(*style_, u"width")) : std::nullopt;

@@ -27,7 +27,7 @@ Summary::Summary(DrawContext& context, std::string source, std::vector<std::stri
       panels_(std::move(panels)) {}
 
 std::string Summary::add(const char* operation, const DrawField* field) {
-  const std::string as = std::string(operation) + (field ? '_' + field->name : "");
+  std::string as = std::string(operation) + (field ? '_' + field->name : "");
   Json entry = {{"op", operation}};
   if (field) entry["field"] = field->name;
   entry["as"] = as;
@@ -55,7 +55,7 @@ std::string Summary::addShare(const std::string& base, PlXSummaryStatistic::ENUM
   Json total = {{"joinaggregate", {{{"op", "sum"}, {"field", base}, {"as", "whole_" + base}}}}};
   putGroups(total, groups);
   later_.push_back(total);
-  const std::string as = (factor == 1 ? "fraction_" : "percent_") + base;
+  std::string as = (factor == 1 ? "fraction_" : "percent_") + base;
   calculate(as, (factor == 1 ? "" : literal(factor) + " * ") + datum(base) + " / " +
                     datum("whole_" + base));
   return as;
@@ -68,7 +68,7 @@ std::string Summary::addCumulation(const std::string& base, bool isShare) {
     calculate(rank, "indexof(" + Json(order_).dump(-1, ' ', false, Json::error_handler_t::replace) +
                         ", " + datum(place_) + ')');
   }
-  const std::string as = "cumulative_" + base;
+  std::string as = "cumulative_" + base;
   Json window = {{"window", {{{"op", "sum"}, {"field", base}, {"as", as}}}},
                  {"frame", {nullptr, 0}}};
   if (!rank.empty()) window["sort"] = {{{"field", rank}}};

@@ -13,8 +13,6 @@
 
 #include "commandline.h"
 
-extern char** environ;
-
 namespace {
 
 constexpr char program[] = "vl2svg";

@@ -58,7 +58,7 @@ Job readJob(int argc, char** argv) {
   return job;
 }
 
-std::string replaced(std::string text, const std::string& from, const std::string& to) {
+std::string replaced(const std::string& text, const std::string& from, const std::string& to) {
   std::string result;
   std::size_t done = 0;
   for (std::size_t at; (at = text.find(from, done)) != text.npos; done = at + from.size()) {
@@ -74,9 +74,9 @@ std::string jsonText(const Json& json, int indent) {
 // A script within a page. What would end it, or start a comment, only stands in its texts.
 std::string inlined(std::string script) {
   for (const std::string tag : {"</script", "</SCRIPT", "</Script"}) {
-    script = replaced(std::move(script), tag, "<\\" + tag.substr(1));
+    script = replaced(script, tag, "<\\" + tag.substr(1));
   }
-  return "<script>" + replaced(std::move(script), "<!--", "<\\!--") + "</script>\n";
+  return "<script>" + replaced(script, "<!--", "<\\!--") + "</script>\n";
 }
 
 struct Script {
