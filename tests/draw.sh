@@ -1,6 +1,6 @@
 #!/bin/bash
 # draw.sh TOOL: Vega-Lite takes what `chartxml draw` writes of all examples, as they are and after each
-# template of examples/templates but all-commands.xml: each specification is valid by Vega-Lite's own
+# template of examples/templates but all-commands.xml: each plot is valid by Vega-Lite's own
 # schema and renders, and the values that Vega computes of three are those of their data.
 #
 # Needs node, and vega and vega-lite in the folder of modules that CHARTXML_VEGA names, in that of
@@ -46,7 +46,7 @@ for template in examples/templates/*.xml; do
 done
 # Looks that are the same are checked once.
 sha1sum "$work"/specs/*.json | sort | awk 'seen[$1]++ { print $2 }' | grep -v '/none\.' | xargs -r rm
-echo "$(ls "$work/specs" | wc -l) specifications"
+echo "$(ls "$work/specs" | wc -l) plots"
 
 node tests/draw_vega.mjs "$modules" "$work/specs" || failures=1
 python3 tests/draw_values.py "$work/specs" "$modules/vega-lite/build/vega-lite-schema.json" || failures=1

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """draw_test.py TOOL: what `chartxml draw` makes of elements, scales, texts and of damaged charts.
 
-Needs nothing but the tool. That Vega-Lite takes the specifications is draw.sh's business.
+Needs nothing but the tool. That Vega-Lite takes the plots is draw.sh's business.
 """
 import json
 import os

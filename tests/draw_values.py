@@ -1,4 +1,4 @@
-"""draw_values.py FOLDER SCHEMA: holds the specifications in a folder against Vega-Lite's schema, and
+"""draw_values.py FOLDER SCHEMA: holds the plots in a folder against Vega-Lite's schema, and
 what Vega computed (values.txt) against what the examples' data say.
 
 Needs python3-jsonschema; without it the schema isn't looked at, which is told.
@@ -33,7 +33,7 @@ def check_schema():
     try:
         import jsonschema
     except ImportError:
-        print("python3-jsonschema is missing: the specifications aren't held against the schema")
+        print("python3-jsonschema is missing: the plots aren't held against the schema")
         return
     with open(schema, encoding="utf-8") as file:
         rules = json.load(file)

@@ -1,6 +1,6 @@
-// draw_vega.mjs MODULES FOLDER: compiles and renders each specification FOLDER/*.json by the vega and
+// draw_vega.mjs MODULES FOLDER: compiles and renders each plot FOLDER/*.json by the vega and
 // vega-lite of a folder of node modules. Writes FOLDER/values.txt: what the transforms of some layers
-// give, a row a line, for draw.sh to compare. Exits with 1 when a specification can't be rendered.
+// give, a row a line, for draw.sh to compare. Exits with 1 when a plot can't be rendered.
 import {readdirSync, readFileSync, writeFileSync} from 'node:fs';
 import {pathToFileURL} from 'node:url';
 

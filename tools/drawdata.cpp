@@ -239,13 +239,12 @@ std::string DrawData::freeName(const std::string& source, const std::string& id)
     if (!isPlain) c = '_';
   }
   if (name.empty() || name[0] == '_') name = "v" + name;
-  const auto isTaken = [&](const std::string& candidate) {
-    return std::ranges::any_of(inOrder_, [&](const DrawField* field) {
-      return field->source == source && field->name == candidate;
-    });
-  };
-  std::string result = name;
-  for (int number = 2; isTaken(result); ++number) result = name + '_' + std::to_string(number);
+  // Numbers go on from the last of the name: many may have it.
+  int& number = names_[{source, name}];
+  std::string result = number++ == 0 ? name : name + '_' + std::to_string(number);
+  while (result != name && !names_.emplace(std::pair(source, result), 1).second) {
+    result = name + '_' + std::to_string(++number);
+  }
   return result;
 }
 

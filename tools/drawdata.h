@@ -64,7 +64,7 @@ class DrawData {
   std::vector<std::pair<std::string, std::string>> pairsOf(const DrawField& first,
                                                            const DrawField& second);
 
-  // What a source is called in a specification, which has names of its own.
+  // What a source is called in a plot, which has names of its own.
   static std::string tableName(const std::string& source);
   // The tables, with the fields that were asked for.
   Json tables() const;
@@ -88,6 +88,8 @@ class DrawData {
   std::map<const CTVariableType*, std::unique_ptr<DrawField>> fields_;
   std::map<std::pair<const DrawField*, const PlXCategoricalDomain*>, Order> orders_;
   std::vector<const DrawField*> inOrder_;
+  // The names of fields by source, with the last number that was put behind each.
+  std::map<std::pair<std::string, std::string>, int> names_;
 };
 
 // A date of a chart in milliseconds since 1970; NaN for a text that is none.

@@ -1,10 +1,10 @@
-// A chart as a specification of Vega-Lite.
+// A chart as a plot of Vega-Lite.
 #ifndef CHARTXML_TOOLS_DRAWPAGE_H
 #define CHARTXML_TOOLS_DRAWPAGE_H
 
 #include "drawing.h"
 
-// The version of Vega-Lite that specifications are for.
+// The version of Vega-Lite that plots are for.
 constexpr char vegaLiteVersion[] = "6";
 constexpr char vegaVersion[] = "6";
 

@@ -136,6 +136,7 @@ void DrawPlane::readDimensions(const std::vector<const CTElementType*>& elements
 // A side is discrete when a variable on it is, since Vega-Lite has one kind of scale for both.
 void DrawPlane::readFields(const Place& place) {
   const DrawField* only[] = {place.x, place.y};
+  std::set<const DrawField*> known[2];
   for (const CTElementType* element : place.elements) {
     const CTCoordinate* coordinates[] = {element->getX(), element->getY()};
     for (const std::size_t i : {0U, 1U}) {
@@ -143,7 +144,7 @@ void DrawPlane::readFields(const Place& place) {
       auto fields = context_.data.fieldsOf(coordinates[i]->getVariable());
       if (only[i] && fields.size() > 1) fields = {only[i]};
       for (const DrawField* field : fields) {
-        if (std::ranges::find(fields_[i], field) == fields_[i].end()) fields_[i].push_back(field);
+        if (known[i].insert(field).second) fields_[i].push_back(field);
       }
     }
   }
@@ -151,7 +152,7 @@ void DrawPlane::readFields(const Place& place) {
     DrawSide& side = sides_[i];
     const auto* domain = dynamic_cast<const PlXCategoricalDomain*>(
         side.dimension ? side.dimension->getDomain() : nullptr);
-    std::set<std::string> known;
+    std::set<std::string> categories;
     for (const DrawField* field : fields_[i]) {
       side.isDiscrete = side.isDiscrete || field->isCategorical;
       if (!field->isCategorical) {
@@ -162,7 +163,7 @@ void DrawPlane::readFields(const Place& place) {
         continue;
       }
       for (const std::string& text : context_.data.orderOf(*field, domain).texts) {
-        if (known.insert(text).second) side.order.push_back(text);
+        if (categories.insert(text).second) side.order.push_back(text);
       }
     }
   }

@@ -62,10 +62,10 @@ std::string readAll(const Descriptor& pipe) {
 
 }  // namespace
 
-std::string renderSvg(const std::string& specification, const std::string& name) {
-  const Descriptor input(memfd_create("specification", MFD_CLOEXEC));
+std::string renderSvg(const std::string& plot, const std::string& name) {
+  const Descriptor input(memfd_create("plot", MFD_CLOEXEC));
   if (input.number() < 0) fail(name, std::strerror(errno));
-  fill(input, specification, name);
+  fill(input, plot, name);
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) fail(name, std::strerror(errno));
   const Descriptor output(ends[0]);

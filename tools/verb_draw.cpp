@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 const char drawHelp[] =
     "usage: chartxml draw [--html | --svg] [--vega DIR] [-o OUT] CHART\n"
     "\n"
-    "Writes a chart as a specification of Vega-Lite, with the chart's data in it: as JSON, as a\n"
+    "Writes a chart as a plot of Vega-Lite, with the chart's data in it: as JSON, as a\n"
     "page that a browser shows, or as a picture, which the program vl2svg draws when it is on the\n"
     "path. What Vega-Lite can't show is drawn as near as it can be, or left out; each such thing "
     "is\n"
@@ -97,7 +97,7 @@ std::string scriptText(const std::string& folder, const Script& script) {
   throw Failure(folder + ": has no script " + name + ".min.js");
 }
 
-std::string pageOf(const Job& job, const Json& specification) {
+std::string pageOf(const Job& job, const Json& plot) {
   std::string page =
       "<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n<title>chart</title>\n";
   for (const Script& script : scripts) {
@@ -108,7 +108,7 @@ std::string pageOf(const Job& job, const Json& specification) {
   // A browser reads no JSON there, so that no text of the chart is ever taken for a tag.
   page +=
       "</head>\n<body>\n<div id=\"chart\"></div>\n<script type=\"application/json\" id=\"spec\">" +
-      replaced(jsonText(specification, -1), "<", "\\u003c") +
+      replaced(jsonText(plot, -1), "<", "\\u003c") +
       "</script>\n<script>\n"
       "vegaEmbed(\"#chart\", JSON.parse(document.getElementById(\"spec\").textContent),\n"
       "          {renderer: \"svg\"});\n"
@@ -125,16 +125,16 @@ int runDraw(int argc, char** argv) {
   requireChart(root, job.chart);
   const PlXVisualization chart(&root);
   DrawNotes notes;
-  const Json specification = drawChart(chart, notes);
+  const Json plot = drawChart(chart, notes);
   for (const std::string& note : notes.texts()) complain(job.chart + ": " + escaped(note));
-  if (specification.is_null()) throw Failure(job.chart + ": nothing of it can be drawn");
+  if (plot.is_null()) throw Failure(job.chart + ": nothing of it can be drawn");
   std::string text;
   if (job.isPage) {
-    text = pageOf(job, specification);
+    text = pageOf(job, plot);
   } else if (job.isPicture) {
-    text = renderSvg(jsonText(specification, -1), job.chart);
+    text = renderSvg(jsonText(plot, -1), job.chart);
   } else {
-    text = jsonText(specification, 1) + '\n';
+    text = jsonText(plot, 1) + '\n';
   }
   PendingFile(job.output, std::move(text)).commit();
   return exitDone;
