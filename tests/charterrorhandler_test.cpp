@@ -50,9 +50,10 @@ TEST(Log, NamesKindAndPlaceOfEveryException) {
   EXPECT_THROW(handler.error(DOMException(13)), DOMException);
   const std::regex lines(
       ".* Fatal Error -- ChartXML: m at file f, line 1, char 0\n"
-      ".* Error -- SAX: sax at file src/charterrorhandler.cpp, line [0-9]+, char 0\n"
-      ".* Warning -- DOM: not found error at file src/charterrorhandler.cpp, line [0-9]+, char 0\n"
-      ".* Fatal Error -- DOM: unknown DOM error at file src/charterrorhandler.cpp, .*\n"
+      ".* Error -- SAX: sax at file src/parsing/charterrorhandler.cpp, line [0-9]+, char 0\n"
+      ".* Warning -- DOM: not found error at file src/parsing/charterrorhandler.cpp, line [0-9]+, "
+      "char 0\n"
+      ".* Fatal Error -- DOM: unknown DOM error at file src/parsing/charterrorhandler.cpp, .*\n"
       ".* Fatal Error -- SAX Parser: not \u0416 well at file http://x/y.xml, line 12, char 34\n"
       ".* Error -- SAX Parser: not \u0416 well at file http://x/y.xml, line 12, char 34\n"
       ".* Warning -- SAX Parser: not \u0416 well at file http://x/y.xml, line 12, char 34\n"
@@ -114,10 +115,12 @@ TEST(Dumps, HoldTheTextThatFailedToParse) {
   EXPECT_EQ(readFile(folder.file("parseError_00.xml")), "<wrong");
   const std::regex log(
       ".* Fatal Error -- SAX Parser: .* at file ChartBase, line 1, char 8\n"
-      ".* Error -- ChartXML: parseDocument fatal error while parsing at file src/chartbase.cpp, "
+      ".* Error -- ChartXML: parseDocument fatal error while parsing at file "
+      "src/documents/chartbase.cpp, "
       ".*\n"
       ".* Fatal Error -- SAX Parser: .* at file ChartBase, line 1, char 7\n"
-      ".* Error -- ChartXML: XML stream validation error at file src/chartbase.cpp, line .*\n");
+      ".* Error -- ChartXML: XML stream validation error at file src/documents/chartbase.cpp, line "
+      ".*\n");
   EXPECT_TRUE(std::regex_match(folder.log(), log)) << folder.log();
 }
 

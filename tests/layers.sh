@@ -1,15 +1,22 @@
 #!/usr/bin/env bash
 # layers.sh: no file includes a header of a layer above its own. Headers are included by their bare
-# names, so no two layers may have a name in common.
+# names, so no two layers may have a name in common. Commands have no headers, so they don't know
+# each other.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-# Each layer may include itself and what stands behind the colon.
+# Each layer may include itself and what stands behind the colon. The run of a template converts
+# older ones, and their conversion asks as commands do: two rooms of one layer.
 layers='interfaces:
 platform: interfaces
 model: platform interfaces
-src: model platform interfaces
-src/templates: src model platform interfaces'
+src/data: model platform interfaces
+src/parsing: src/data model platform interfaces
+src/documents: src/parsing src/data model platform interfaces
+src/trees: src/documents src/parsing src/data model platform interfaces
+src/templates/legacy: src/templates src/documents src/parsing src/data model platform interfaces
+src/templates: src/templates/legacy src/trees src/documents src/parsing src/data model platform interfaces
+src/templates/commands: src/templates src/documents src/parsing src/data model platform interfaces'
 
 declare -A home
 failed=0

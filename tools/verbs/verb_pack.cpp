@@ -5,8 +5,8 @@
 
 #include "commandline.h"
 #include "files.h"
-#include "pagedrawing.h"
 #include "pagelayout.h"
+#include "pagesvg.h"
 #include "problems.h"
 
 const char packHelp[] =

@@ -8,10 +8,9 @@
 #include <string_view>
 #include <utility>
 
-#include "chartbase.h"
+#include "charthost.h"
 #include "formatter.h"
 #include "textbuffer.h"
-#include "textconversion.h"
 #include "utf.h"
 #include "vardataprocessor.h"
 #include "xmldatareader.h"
@@ -73,13 +72,6 @@ std::string escaped(std::string_view text) {
       result += entity;
     }
   }
-  return result;
-}
-
-std::string generic(const XMLCh* text) {
-  char* bytes = TAVOMBTranscodeGeneric(text);
-  std::string result(bytes);
-  TAVOMBRelease(&bytes);
   return result;
 }
 
@@ -341,9 +333,9 @@ bool XmlDataHandler::WriteStore(VarDataProcessor& store, std::string& out) {
     writer.append("<gs:graphSources xmlns=\"" CHARTXML_HOST
                   "/visualization\""
                   " xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" \n"
-                  "xmlns:gs=\"" CHARTXML_HOST "/tavo/visualization\" xsi:schemaLocation=\"");
-    writer.append(generic(ChartBase::_schemaDataLocationValue));
-    writer.append("\">\n");
+                  "xmlns:gs=\"" CHARTXML_HOST
+                  "/tavo/visualization\" xsi:schemaLocation=\"" CHARTXML_DATA_SCHEMA_LOCATION
+                  "\">\n");
     for (const std::string& source : sources) writeSource(store, source, writer);
     writer.append("</gs:graphSources>\n");
     out = writer.finish();

@@ -1,6 +1,6 @@
 // A chart as a plot of Vega-Lite.
-#ifndef CHARTXML_TOOLS_DRAWPAGE_H
-#define CHARTXML_TOOLS_DRAWPAGE_H
+#ifndef CHARTXML_TOOLS_DRAWCHART_H
+#define CHARTXML_TOOLS_DRAWCHART_H
 
 #include "drawing.h"
 

@@ -1,6 +1,6 @@
 // A picture of a chart's page.
-#ifndef CHARTXML_TOOLS_PAGEDRAWING_H
-#define CHARTXML_TOOLS_PAGEDRAWING_H
+#ifndef CHARTXML_TOOLS_PAGESVG_H
+#define CHARTXML_TOOLS_PAGESVG_H
 
 #include <string>
 

@@ -4,7 +4,7 @@
 #include <chartxml/chartxml.h>
 
 #include "commandline.h"
-#include "drawpage.h"
+#include "drawchart.h"
 #include "files.h"
 #include "problems.h"
 #include "renderer.h"

@@ -22,7 +22,7 @@
 
 #include <chartxml/chartxml.h>
 
-#include "../src/boundedparser.h"
+#include "boundedparser.h"
 #include "commandline.h"
 #include "commandschema.h"
 #include "files.h"

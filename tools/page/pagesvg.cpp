@@ -1,4 +1,4 @@
-#include "pagedrawing.h"
+#include "pagesvg.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "drawpage.h"
+#include "drawchart.h"
 
 #include <algorithm>
 #include <cmath>

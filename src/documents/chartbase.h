@@ -11,6 +11,7 @@
 #include <xercesc/util/XMLString.hpp>
 #include <xercesc/util/XercesDefs.hpp>
 
+#include "charthost.h"
 #include "chartstring.h"
 #include "export.h"
 
@@ -26,9 +27,6 @@ class FacSTDictionary;
 class PlXFormat;
 class PlXVisualization;
 struct TAVO_Format;
-
-// Scheme and host of every URI of the system.
-#define CHARTXML_HOST "http://xml.tavo.example"
 
 struct CompareXMLCh {
   bool operator()(const XMLCh* a, const XMLCh* b) const {

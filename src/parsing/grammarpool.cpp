@@ -12,9 +12,10 @@
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/parsers/XercesDOMParser.hpp>
 
-#include "chartbase.h"
 #include "charterrorhandler.h"
+#include "charthost.h"
 #include "chartprolog.h"
+#include "chartstring.h"
 #include "keptdocuments.h"
 #include "pathfactory.h"
 #include "storedgrammars.h"
