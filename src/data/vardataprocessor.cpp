@@ -17,6 +17,9 @@ constexpr std::uint64_t mostRows = std::numeric_limits<unsigned>::max();
 
 constexpr std::string_view blanks = " \t\r\n";
 
+// Whole numbers of up to so many digits are what a double holds.
+constexpr std::size_t mostExactDigits = 15;
+
 bool isDigit(char c) {
   return c >= '0' && c <= '9';
 }
@@ -383,9 +386,10 @@ VarDataProcessor::Spelling VarDataProcessor::SpellingOf(std::string_view text, d
   value = number;
   const bool isPadded = digits.size() > 1 && digits[0] == '0' && isDigit(digits[1]);
   if (hasPlus || isPadded) return Spelling::Code;
-  return std::ranges::all_of(digits, isDigit) && !isExact(digits, std::abs(number))
-             ? Spelling::Code
-             : Spelling::Number;
+  if (digits.size() <= mostExactDigits || !std::ranges::all_of(digits, isDigit)) {
+    return Spelling::Number;
+  }
+  return isExact(digits, std::abs(number)) ? Spelling::Number : Spelling::Code;
 }
 
 VarDataProcessor::TextIndex& VarDataProcessor::textIndex() {
