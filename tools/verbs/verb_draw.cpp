@@ -14,7 +14,6 @@
 #include "files.h"
 #include "htmlpage.h"
 #include "problems.h"
-#include "progress.h"
 #include "renderer.h"
 #include "templates.h"
 
@@ -208,28 +207,22 @@ std::string drawn(const Job& job, const std::vector<Template>& templates, const 
 bool drawMany(const Job& job, const std::vector<Template>& templates) {
   OutputFolder folder(job.outFolder);
   std::vector<std::string> charts;
-  bool isWhole = true;
-  isWhole = forEachFile(job.charts, [&](const std::string& path) {
-              std::ranges::copy(chartsAt(path, job.templates), std::back_inserter(charts));
-            }) == exitDone;
-  if (charts.empty()) return isWhole;
+  const int isRead = forEachFile(job.charts, [&](const std::string& path) {
+    std::ranges::copy(chartsAt(path, job.templates), std::back_inserter(charts));
+  });
+  if (charts.empty()) return false;
   std::size_t failed = 0;
-  {
-    Progress progress(charts.size());
-    std::size_t done = 0;
-    forEachFile(charts, [&](const std::string& chart) {
-      progress.show(done++);
-      bool isGood = true;
-      ++failed;  // unless it comes to its end
-      const std::string file = folder.fileFor(chart, extensionOf(job.form));
-      PendingFile(file, drawn(job, templates, chart, isGood)).commit();
-      if (isGood) --failed;
-    });
-  }
+  forEachFile(charts, [&](const std::string& chart) {
+    bool isGood = true;
+    ++failed;  // unless it comes to its end
+    const std::string file = folder.fileFor(chart, extensionOf(job.form));
+    PendingFile(file, drawn(job, templates, chart, isGood)).commit();
+    if (isGood) --failed;
+  });
   if (failed) {
     complain(std::to_string(failed) + " of " + std::to_string(charts.size()) + " charts failed");
   }
-  return isWhole && failed == 0;
+  return isRead == exitDone && failed == 0;
 }
 
 }  // namespace
