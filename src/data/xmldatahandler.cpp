@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "charthost.h"
+#include "datafields.h"
 #include "formatter.h"
 #include "textbuffer.h"
 #include "utf.h"
@@ -359,5 +360,5 @@ bool XmlDataHandler::ReadStore(const std::string& xml, VarDataProcessor& store, 
 }
 
 bool XmlDataHandler::WriteStore(VarDataProcessor& store, std::string& out) {
-  return writeStore(store, xmldata::greekSemicolon, out);
+  return writeStore(store, datafields::greekSemicolon, out);
 }

@@ -9,9 +9,9 @@
 #include <unordered_map>
 #include <utility>
 
+#include "datafields.h"
 #include "numbertext.h"
 #include "plainrows.h"
-#include "utf.h"
 #include "vardataprocessor.h"
 #include "zlib1211tavo.h"
 
@@ -21,6 +21,10 @@ using Problem = XmlDataHandler::Problem;
 using Keep = XmlDataHandler::Keep;
 using xmldata::Form;
 
+using datafields::decoded;
+using datafields::fieldEnd;
+using datafields::Of;
+using datafields::withSemicolons;
 using plainrows::emptyRow;
 using plainrows::rowEnd;
 using plainrows::rowStart;
@@ -50,73 +54,6 @@ bool startsWith(const char* at, const char* end, std::string_view word) {
 
 bool areBlanks(std::string_view text) {
   return text.find_first_not_of(" \t\n\v\f\r") == npos;
-}
-
-// ---- references
-
-struct Entity {
-  std::string_view text;
-  char character;
-};
-constexpr Entity entities[] = {
-    {"&amp;", '&'}, {"&lt;", '<'}, {"&gt;", '>'}, {"&quot;", '"'}, {"&apos;", '\''}};
-
-struct Reference {
-  std::size_t length = 0;  // 0 for an '&' that starts none
-  char32_t character = 0;
-};
-
-// `at` stands on an '&'.
-Reference referenceAt(const char* at, const char* end) {
-  for (const Entity& entity : entities) {
-    if (startsWith(at, end, entity.text)) {
-      return {entity.text.size(), static_cast<char32_t>(entity.character)};
-    }
-  }
-  if (!startsWith(at, end, "&#")) return {};
-  const bool isHexadecimal = startsWith(at, end, "&#x");
-  const char* digits = at + (isHexadecimal ? 3 : 2);
-  std::uint32_t code = 0;
-  const auto result = std::from_chars(digits, end, code, isHexadecimal ? 16 : 10);
-  if (result.ec != std::errc() || result.ptr == end || *result.ptr != ';') return {};
-  if (!utf::isXmlCharacter(code)) return {};
-  return {static_cast<std::size_t>(result.ptr + 1 - at), code};
-}
-
-enum class Of { Cell, Name };
-
-// What the writer of stores makes of a ';' within a cell.
-std::string withSemicolons(std::string_view text) {
-  std::string result(text);
-  for (std::size_t at = 0; (at = result.find(xmldata::greekSemicolon, at)) != npos; ++at) {
-    result.replace(at, xmldata::greekSemicolon.size(), ";");
-  }
-  return result;
-}
-
-// In a name a reference to ';' stays as it is: the writer would make two names of the character.
-std::string decoded(std::string_view text, Of kind) {
-  std::string result;
-  const char* end = text.data() + text.size();
-  for (const char* at = text.data(); at != end;) {
-    const Reference reference = *at == '&' ? referenceAt(at, end) : Reference();
-    if (reference.length == 0 || (kind == Of::Name && reference.character == U';')) {
-      result += *at++;
-    } else {
-      utf::appendUtf8(result, reference.character);
-      at += reference.length;
-    }
-  }
-  return result;
-}
-
-// Where the field at `at` ends: at a ';' that ends no reference, at markup, or at `end`.
-const char* fieldEnd(const char* at, const char* end) {
-  while (at != end && *at != ';' && *at != '<') {
-    const std::size_t length = *at == '&' ? referenceAt(at, end).length : 0;
-    at += length == 0 ? 1 : length;
-  }
-  return at;
 }
 
 // ---- columns

@@ -10,9 +10,6 @@
 
 namespace xmldata {
 
-// U+037E. It is the same character to Unicode as ';', which ends a cell.
-constexpr std::string_view greekSemicolon = "\xCD\xBE";
-
 enum class Form { Current, Older };
 
 Form formOf(std::string_view xml);
