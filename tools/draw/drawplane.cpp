@@ -269,7 +269,8 @@ void DrawPlane::makeScale(std::size_t index, double pixels, bool hasBars) {
     side.scale["type"] = "band";
     side.scale["domain"] = side.order;
     const double gap = dimension ? shareOf(attribute(*dimension, u"clusterGap")).value_or(0) : 0;
-    side.scale["paddingInner"] = numberJson(side.cluster || side.depth ? std::clamp(gap, 0.15, 0.9) : 0);
+    side.scale["paddingInner"] =
+        numberJson(side.cluster || side.depth ? std::clamp(gap, 0.15, 0.9) : 0);
     side.scale["paddingOuter"] = numberJson(std::clamp(padding * 2, 0.0, 1.0));
   } else {
     if (side.isDate) side.scale["type"] = "utc";
