@@ -255,6 +255,12 @@ class Draw(unittest.TestCase):
                          ({"field": "h", "type": "nominal", "scale": {"domain": ["1"]}},
                           ["filter", "mean v by h,g"]))
         self.assertIn("dx: a variable of numbers makes no clusters", clustered(bars % X_G, "u")[3])
+        other = ('<embeddedSource id="t"><names>k;n</names><types>string;number</types><row>a;1</row>'
+                 '</embeddedSource><sourceVariable id="k" categorical="true" source="t" sourceName="k"/>'
+                 '<sourceVariable id="n" source="t" sourceName="n"/>')
+        found = clustered('<interval id="e"><x variable="k"/><y variable="n"/></interval>', more=other)
+        self.assertEqual(found[:2], ("k", None))
+        self.assertIn("e: a variable of another source is left out", found[3])
 
     def test_order_of_categories(self):
         texts = ["10", "Z", "2.5", "-3", "Ä", "2", "a", "Group 10", "-20", "B", "\u22125", "&lt;18", "Group 2",
@@ -263,10 +269,10 @@ class Draw(unittest.TestCase):
                    "Z"]
         rows = "".join(f"<row>{text};1;1;1;</row>" for text in texts)
 
-        def order(method, **language):
+        def order(method, labels="", **language):
             domain = f'<categoricalDomain id="o"><simpleSort {method}/></categoricalDomain>'
             text = chart(f'<interval id="e">{X_G}{Y_V}</interval>', more=domain).replace(ROWS, rows).replace(
-                'id="g"', 'id="g" domain="o"')
+                'id="g"', 'id="g" domain="o"').replace('sourceName="g"/>', f'sourceName="g">{labels}</sourceVariable>')
             done = subprocess.run([TOOL, "draw", "-"], input=text.encode(), capture_output=True, check=True,
                                   env=language)
             return next(layers(json.loads(done.stdout)))["encoding"]["x"]["scale"]["domain"]
@@ -275,6 +281,10 @@ class Draw(unittest.TestCase):
             self.assertEqual(order('method="natural"', **language), natural, language)
         self.assertEqual(order('method="natural" descending="true"'), natural[::-1])
         self.assertEqual(order('method="value"'), natural)
+        # By what readers see, or by what stands in the data.
+        labels = '<format><relabel from="-20" to="Y"/></format>'
+        self.assertEqual(order('method="natural"', labels)[-2:], ["Y", "Z"])
+        self.assertEqual(order('method="value"', labels)[1], "Y")
         swedish = order('method="natural"', LC_ALL="", LANG="sv_SE.UTF-8")
         self.assertEqual(swedish[-2:], ["Z", "Ä"])
 

@@ -19,16 +19,15 @@ std::string languageInUse() {
     const char* value = std::getenv(name);
     if (!value || !*value) continue;
     const std::string_view stated(value);
-    const std::string language(stated.substr(0, stated.find_first_of(".@")));
-    return language == "C" || language == "POSIX" ? "" : language;
+    return std::string(stated.substr(0, stated.find_first_of(".@")));
   }
   return "";
 }
 
 std::unique_ptr<icu::Collator> makeCollator() {
   UErrorCode status = U_ZERO_ERROR;
-  // What ICU takes for a language that it doesn't know. Of itself it would take that of computers,
-  // in which Z stands before a.
+  // What ICU takes for a language that it doesn't know, C among them. Of itself it would take that
+  // of computers, in which Z stands before a.
   icu::Locale::setDefault(icu::Locale::getRoot(), status);
   const icu::Locale language(languageInUse().c_str());
   std::unique_ptr<icu::Collator> collator(icu::Collator::createInstance(
