@@ -26,9 +26,7 @@ std::string languageInUse() {
 
 std::unique_ptr<icu::Collator> makeCollator() {
   UErrorCode status = U_ZERO_ERROR;
-  // What ICU takes for a language that it doesn't know, C among them. Of itself it would take that
-  // of computers, in which Z stands before a.
-  icu::Locale::setDefault(icu::Locale::getRoot(), status);
+  // The root's order is what ICU has for a language that it doesn't know, C among them.
   const icu::Locale language(languageInUse().c_str());
   std::unique_ptr<icu::Collator> collator(icu::Collator::createInstance(
       language.isBogus() ? icu::Locale::getRoot() : language, status));
