@@ -128,7 +128,7 @@ class Target {
 
   // The identifier of the source whose place the table takes. `wanted` may be empty.
   std::string sourceFor(const std::string& table, const std::string& wanted, bool isOnlyTable) {
-    const std::string name = wanted.empty() ? sourceNameOf(table) : wanted;
+    std::string name = wanted.empty() ? sourceNameOf(table) : wanted;
     std::vector<std::string> names;
     for (const DOMElement* source : sources_) names.push_back(idOf(*source));
     if (std::ranges::count(names, name) > 0) return name;
