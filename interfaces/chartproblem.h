@@ -5,8 +5,8 @@
 #include <cstddef>
 #include <string>
 
-// Texts are UTF-8. Where problems are told of a document, they come in the order of their lines,
-// and those without a place last.
+// Texts are UTF-8. Where problems are told of a document, they come in the order of their lines;
+// those of a schema and those without a place stand where they were met.
 struct ChartProblem {
   // No more are told of one document: where there are more, the last one says so.
   static constexpr std::size_t mostProblems = 10000;

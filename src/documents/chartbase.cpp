@@ -17,6 +17,7 @@
 #include "placeholders.h"
 #include "plxframes.h"
 #include "plxuni.h"
+#include "problemfinder.h"
 #include "report.h"
 #include "tavogotocaller.h"
 
@@ -79,6 +80,7 @@ ChartBase::ChartBase() {
 
 ChartBase::~ChartBase() {
   parser_.reset();
+  finder_.reset();
   grammarpool::drop();
   terminate();
 }
@@ -230,7 +232,9 @@ ChartParser& ChartBase::parser() {
 }
 
 bool ChartBase::parse(const std::string& text) {
-  if (parser().parseText(text, sourceName)) return true;
+  const bool isParsed = parser().parseText(text, sourceName);
+  problems_ = parser().problems();
+  if (isParsed) return true;
   reportParse(text, "parseDocument fatal error while parsing", __LINE__);
   parser().dropDocument();
   return false;
@@ -245,7 +249,14 @@ DOMDocument* ChartBase::parseOwned(const std::string& text) {
 }
 
 DOMDocument* ChartBase::tryOwned(const std::string& text) {
-  return parser().tryText(text, sourceName) ? parser().adoptDocument() : nullptr;
+  if (!parser().tryText(text, sourceName)) return nullptr;
+  problems_ = parser().problems();
+  return parser().adoptDocument();
+}
+
+std::vector<ChartProblem> ChartBase::findProblems(const std::string& text) {
+  if (!finder_) finder_ = std::make_unique<ProblemFinder>();
+  return finder_->problemsOf(text);
 }
 
 void ChartBase::releaseDocument(DOMDocument* doc) {

@@ -76,6 +76,7 @@ class BoundedParser : protected parserbounds::Memory, public Parser {
   // The parser's current encoding.
   virtual const XMLCh* encoding() const = 0;
   [[noreturn]] virtual void refuse(const XMLCh* reason) = 0;  // at the present place
+  [[noreturn]] virtual void refuseAt(const XMLCh* reason, chartprolog::Place place) = 0;
 
   xercesc::SecurityManager& expansions() { return expansions_; }
   const std::u16string& subset() const { return subset_; }
@@ -88,6 +89,13 @@ class BoundedParser : protected parserbounds::Memory, public Parser {
                const XMLCh* const actual) override {
     Parser::XMLDecl(version, name, standalone, actual);
     if (!chartprolog::isAscii(*text_)) requireFewAttributes(*text_, actual);
+  }
+  // The parser takes a character 0 for the end of the text, and drops some bytes that are none.
+  void endDocument() override {
+    if (const auto passed = chartprolog::firstPassedOver(*text_, encoding())) {
+      refuseAt(passed->reason, passed->place);
+    }
+    Parser::endDocument();
   }
   void startElement(const xercesc::XMLElementDecl& declaration, const unsigned int uriId,
                     const XMLCh* const prefix,

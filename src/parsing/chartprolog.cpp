@@ -1,12 +1,16 @@
 #include "chartprolog.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 #include <map>
 #include <memory>
 #include <set>
 
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/TransService.hpp>
+#include <xercesc/util/XMLString.hpp>
+#include <xercesc/util/XMLUni.hpp>
 
 using namespace xercesc;
 
@@ -161,6 +165,34 @@ std::size_t mostAttributesOf(std::basic_string_view<Unit> text) {
   return most;
 }
 
+// Where a text that starts with these lines and characters goes on.
+chartprolog::Place placeBehind(std::u16string_view start) {
+  chartprolog::Place place{1, 1};
+  for (std::size_t i = 0; i < start.size(); ++i) {
+    const bool isBreak = start[i] == u'\n' || (start[i] == u'\r' && start.substr(i + 1, 1) != u"\n");
+    place.column = isBreak ? 1 : place.column + 1;
+    place.line += isBreak;
+  }
+  return place;
+}
+
+bool isIllFormedLead(char c) {
+  return static_cast<std::uint8_t>(c - 0xF5) < 3;
+}
+
+// Block by block, each of which the compiler looks at as a whole.
+std::size_t findIllFormedLead(std::string_view text) {
+  constexpr std::size_t block = 4096;
+  for (std::size_t start = 0; start < text.size(); start += block) {
+    const std::string_view part = text.substr(start, block);
+    bool isThere = false;
+    for (const char c : part) isThere |= isIllFormedLead(c);
+    if (!isThere) continue;
+    return start + static_cast<std::size_t>(std::ranges::find_if(part, isIllFormedLead) - part.begin());
+  }
+  return text.npos;
+}
+
 }  // namespace
 
 chartprolog::Root chartprolog::readRoot(std::string_view text) {
@@ -246,4 +278,22 @@ bool chartprolog::isAscii(std::string_view text) {
 std::size_t chartprolog::mostAttributes(std::string_view text, const char16_t* encoding) {
   if (!encoding) return mostAttributesOf(text);
   return mostAttributesOf(std::u16string_view(decoded(text, encoding)));
+}
+
+std::optional<chartprolog::PassedOver> chartprolog::firstPassedOver(std::string_view text,
+                                                                    const char16_t* encoding) {
+  constexpr const char16_t* zero = u"the document has a character 0";
+  if (!isAscii(text)) {
+    const std::u16string whole = decoded(text, encoding);
+    const std::size_t end = whole.find(u'\0');
+    if (end == whole.npos) return std::nullopt;
+    return PassedOver{placeBehind(std::u16string_view(whole).substr(0, end)), zero};
+  }
+  const bool isUtf8 = XMLString::compareIString(encoding, XMLUni::fgUTF8EncodingString) == 0 ||
+                      XMLString::compareIString(encoding, XMLUni::fgUTF8EncodingString2) == 0;
+  const std::size_t end = text.find('\0');
+  const std::size_t lead = isUtf8 ? findIllFormedLead(text.substr(0, end)) : text.npos;
+  if (end == text.npos && lead == text.npos) return std::nullopt;
+  return PassedOver{placeBehind(decoded(text.substr(0, std::min(end, lead)), encoding)),
+                    lead == text.npos ? zero : u"the document has bytes that are no UTF-8"};
 }

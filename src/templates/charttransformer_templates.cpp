@@ -34,7 +34,10 @@ bool ChartTransformer::applyTemplate(const std::string& templateText,
   } catch (...) {
     isApplied = false;  // and reported where it happened
   }
-  if (chartTemplate) passedOver = chartTemplate->getPassedOver();
+  if (chartTemplate) {
+    passedOver = chartTemplate->getPassedOver();
+    problems_ = chartTemplate->getProblems();
+  }
   if (willPrintString(PRINT_AFTER_TEMPLATE)) {
     dump("Xml_after_template_", counter++, PRINT_AFTER_TEMPLATE);
   }

@@ -7,6 +7,7 @@
 #include "chartparser.h"
 #include "domwalk.h"
 #include "grammarpool.h"
+#include "problemlist.h"
 #include "report.h"
 #include "tavogotocaller.h"
 #include "xmlwriter.h"
@@ -176,7 +177,9 @@ void TreeTransformer::openDisplay(const std::string& displayXml) {
 }
 
 bool TreeTransformer::parse(const std::string& xml) {
-  if (treeParser_ && treeParser_->parseText(xml, sourceName)) return true;
+  const bool isParsed = treeParser_ && treeParser_->parseText(xml, sourceName);
+  if (treeParser_) problems_ = treeParser_->problems();
+  if (isParsed) return true;
   report("TreeTransformer::parseDocument() fatal error", sourceName, __LINE__);
   if (treeParser_) treeParser_->dropDocument();
   return false;
@@ -193,6 +196,13 @@ TreeTransformer::OwnedDocument TreeTransformer::parseOwned(const std::string& xm
   OwnedDocument document(parse(xml) ? treeParser_->adoptDocument() : nullptr);
   if (document && !XMLString::equals(document->getDocumentElement()->getLocalName(), root)) {
     report("TreeTransformer::parseDocument() fatal error", sourceName, __LINE__);
+    const ChartString name = document->getDocumentElement()->getNodeName();
+    problemlist::add(problems_, {{},
+                                 0,
+                                 0,
+                                 "the root is '" + name.toUTF8() + "', not '" +
+                                     ChartString(root).toUTF8() + "'",
+                                 true});
     document.reset();
   }
   return document;
