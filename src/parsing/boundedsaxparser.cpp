@@ -44,8 +44,8 @@ bool BoundedSaxParser::parseText(const std::string& text, PlacedHandler& handler
   } catch (const Stop&) {
     return false;
   } catch (const ParserMemory::Exceeded& e) {
-    // The parser has left the place.
-    note(0, nullptr, ErrType_Fatal, {{}, 0, 0, utf8(e.reason), true});
+    const chartprolog::Place place = placeOfExceeded();
+    note(0, nullptr, ErrType_Fatal, {{}, place.line, place.column, utf8(e.reason), true});
     return false;
   }
   return isEnded_;
@@ -77,7 +77,7 @@ const XMLCh* BoundedSaxParser::encoding() const {
 }
 
 void BoundedSaxParser::refuse(const XMLCh* reason) {
-  BoundedSaxParser::refuseAt(reason, handler_->place());
+  BoundedSaxParser::refuseAt(reason, place());
 }
 
 void BoundedSaxParser::refuseAt(const XMLCh* reason, chartprolog::Place place) {

@@ -49,6 +49,7 @@ class BoundedSaxParser : public BoundedParser<xercesc::SAX2XMLReaderImpl> {
  private:
   [[noreturn]] void refuse(const XMLCh* reason) override;
   [[noreturn]] void refuseAt(const XMLCh* reason, chartprolog::Place place) override;
+  chartprolog::Place place() const override { return handler_->place(); }
   const XMLCh* encoding() const override;
 
   PlacedHandler* handler_ = nullptr;

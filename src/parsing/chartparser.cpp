@@ -135,8 +135,7 @@ void ChartParser::parseBounded(const std::string& text, const char* sourceName) 
     const Bounds bounds(*this, text);
     parse(source);
   } catch (const ParserMemory::Exceeded& e) {
-    // The parser has left the place.
-    refuseAt(e.reason, {0, 0});
+    refuseAt(e.reason, placeOfExceeded());
   }
   if (isEnded_) return;
   // What the parser has told last has ended the scan.
@@ -223,6 +222,11 @@ void ChartParser::doctypeDecl(const DTDElementDecl& root, const XMLCh* const pub
 void ChartParser::endIntSubset() {
   if (!subset().empty()) fInternalSubset.set(subset().c_str());
   XercesDOMParser::endIntSubset();
+}
+
+chartprolog::Place ChartParser::place() const {
+  const Locator& locator = *getScanner()->getLocator();
+  return {locator.getLineNumber(), locator.getColumnNumber()};
 }
 
 const XMLCh* ChartParser::encoding() const {

@@ -63,6 +63,7 @@ class ChartParser : public BoundedParser<xercesc::XercesDOMParser> {
   ChartParser(grammarpool::Kind kind, xercesc::XMLGrammarPool* grammars);
   bool parseUnder(xercesc::ErrorHandler& handler, const std::string& text, const char* sourceName);
   void parseBounded(const std::string& text, const char* sourceName);
+  chartprolog::Place place() const override;
   const XMLCh* encoding() const override;
   [[noreturn]] void refuse(const XMLCh* reason) override;
   [[noreturn]] void refuseAt(const XMLCh* reason, chartprolog::Place place) override;
