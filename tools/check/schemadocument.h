@@ -2,6 +2,8 @@
 #ifndef CHARTXML_TOOLS_SCHEMADOCUMENT_H
 #define CHARTXML_TOOLS_SCHEMADOCUMENT_H
 
+#include <fstream>
+#include <iterator>
 #include <optional>
 #include <sstream>
 #include <string>
@@ -11,7 +13,6 @@
 #include <chartxml/chartxml.h>
 
 #include "commandline.h"
-#include "files.h"
 
 namespace schemadocument {
 
@@ -80,9 +81,9 @@ class SchemaDocument {
   // Throws a Failure when it can't be read.
   explicit SchemaDocument(const std::string& file) {
     const std::string path = PathFactory::getPathInstance(3)->getFolder() + file;
-    ChartProblem problem;
-    root_ = DocumentNode::read(readFile(path), true, &problem);
-    if (!root_) throw Failure(path + ": " + problem.message);
+    std::ifstream file(path, std::ios::binary);
+    root_ = DocumentNode::read({std::istreambuf_iterator<char>(file), {}});
+    if (!root_) throw Failure(path + ": can't be read");
   }
 
   const DocumentNode& root() const { return *root_; }
