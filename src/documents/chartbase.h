@@ -47,9 +47,9 @@ using ConstChartStringSet = std::set<const XMLCh*, CompareXMLCh>;
 // then read once, not once for each chart, which is most of the time that a small chart takes. They
 // are read anew when the last object has gone.
 //
-// Failures are told by results, and reported to the log of ChartErrorHandler; why a text was refused
-// is told by getProblems(), too. Comparisons of names
-// take null and the empty text as equal.
+// Failures are told by results, and reported to the log of ChartErrorHandler; why a text was
+// refused is told by getProblems(), too. Comparisons of names take null and the empty text as
+// equal.
 class CHARTXML_API ChartBase {
  public:
 #define CONSTANT(name, text) static const XMLCh name[sizeof(u"" text) / sizeof(XMLCh)];
@@ -142,7 +142,9 @@ class CHARTXML_API ChartBase {
   // or was made of, data that it looked into, or a template. Values that break their type come
   // first, and where the text was refused the reason is the last, the only one that isRefused. At
   // most ChartProblem::mostProblems. Empty when nothing was wrong or nothing has been read.
-  const std::vector<ChartProblem>& getProblems() const { return problems_; }
+  const std::vector<ChartProblem>& getProblems() const {
+    return problems_;
+  }
   // All that is wrong with a text, which may be a chart, a data document, a template or a document
   // of trees: getProblems() tells what ends a parse, this goes on to the end, and knows the names
   // that misspelt ones mean, links that lead nowhere, and documents that are none of these. It
@@ -184,10 +186,11 @@ class CHARTXML_API ChartBase {
   using Attributes = std::initializer_list<std::pair<const XMLCh*, const XMLCh*>>;
   static xercesc::DOMDocument* newDocument(const XMLCh* root, Attributes attributes);
 
-  // As parseDocument(), but the document is the caller's to release.
+  // As parseDocument(), but the document is the caller's to release, before the object goes. Throws
+  // std::bad_alloc for lack of memory.
   xercesc::DOMDocument* parseOwned(const std::string& text);
   // The same for a text of the schemas that all documents share. Null for any other and where
-  // parseOwned() fails, but without a trace of it in log and dumps.
+  // parseOwned() answers null, but without a trace of it in log and dumps.
   xercesc::DOMDocument* tryOwned(const std::string& text);
 
   // Not owned; null until a derived class sets it.

@@ -40,6 +40,16 @@ struct Place {
   unsigned long column;
 };
 
+// Counts on over the bytes of a UTF-8 text. No part ends between "\r" and "\n".
+class PlaceCounter {
+ public:
+  void pass(std::string_view part);
+  Place place() const { return place_; }
+
+ private:
+  Place place_{1, 1};
+};
+
 // The first character of a text that no document may have and the parser library still passes over:
 // 0, behind which it reads nothing, and of UTF-8 what starts with F5 to F7. For a text that it has
 // found well-formed.

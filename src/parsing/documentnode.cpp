@@ -133,8 +133,8 @@ std::optional<DocumentNode> DocumentNode::read(const std::string& text, bool has
 }
 
 const std::string* DocumentNode::attribute(std::string_view wanted) const {
-  const auto found = std::ranges::find(attributes, wanted,
-                                       [](const auto& each) -> const auto& { return each.first; });
+  const auto found = std::ranges::find(
+      attributes, wanted, [](const auto& each) -> const auto& { return each.first; });
   return found == attributes.end() ? nullptr : &found->second;
 }
 

@@ -348,10 +348,9 @@ class Collector : public PlacedHandler, public PSVIHandler {
       const auto known = rules.attributes.find(text.xc_str());
       if (known == rules.attributes.end()) {
         if (rules.takesAnyAttribute) continue;
-        add(here("attribute '" + name + "' is not declared for element '" +
-                                     utf8(element) + "'" +
-                                     suggestAttribute(rules, name, value, names),
-                                 true));
+        add(here("attribute '" + name + "' is not declared for element '" + utf8(element) + "'" +
+                     suggestAttribute(rules, name, value, names),
+                 true));
       } else if (isId(known->second)) {
         ids_.insert(value);
       } else if (isLink(known->second) && !isNumberedRole(known->first)) {
@@ -430,7 +429,7 @@ class Collector : public PlacedHandler, public PSVIHandler {
   const bool isBound_;
   OpenElements open_;
   Tag tag_;
-  std::vector<ChartProblem> problems_;        // without a message for one that is told in other words
+  std::vector<ChartProblem> problems_;   // without a message for one that is told in other words
   std::vector<std::size_t> typeErrors_;  // those of the current tag, by their index
   std::set<std::u16string> ids_;
   std::vector<Link> links_;

@@ -4,6 +4,8 @@
 #include <string_view>
 #include <utility>
 
+#include "memoryfailure.h"
+
 namespace {
 
 constexpr std::size_t most = ChartProblem::mostProblems;
@@ -30,6 +32,14 @@ void problemlist::add(std::vector<ChartProblem>& problems, ChartProblem problem)
   }
   if (problems.size() < most) problems.push_back(andMore);
   if (problem.isRefused) problems[most - 2] = std::move(problem);
+}
+
+void problemlist::noteMemory(std::vector<ChartProblem>& problems) {
+  problems.clear();
+  unlessMemoryFails(false, [&] {
+    problems.push_back({{}, 0, 0, "there is not enough memory", true});
+    return true;
+  });
 }
 
 void problemlist::finish(std::vector<ChartProblem>& problems) {

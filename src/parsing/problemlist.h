@@ -16,6 +16,9 @@ void shorten(std::string& message);
 // document takes the place of the last; any other is passed over.
 void add(std::vector<ChartProblem>& problems, ChartProblem problem);
 
+// Makes lack of memory the one problem, as far as there is memory for that.
+void noteMemory(std::vector<ChartProblem>& problems);
+
 // Drops what is too many.
 void finish(std::vector<ChartProblem>& problems);
 

@@ -9,6 +9,7 @@
 #include "charterrorhandler.h"
 #include "chartexception.h"
 #include "chartparser.h"
+#include "commandoutcome.h"
 #include "commands.h"
 #include "documentnode.h"
 #include "domwalk.h"
@@ -71,7 +72,8 @@ ChartProblem passedOver(const DocumentNode& node) {
 
 std::vector<ChartTemplate::CommandInfo> ChartTemplate::getCommands() {
   std::vector<CommandInfo> result;
-  for (const Command& command : commands()) result.push_back({command.element, command.sentence});
+  for (const Command& command : commands())
+    result.push_back({command.element, command.family, command.sentence});
   return result;
 }
 
@@ -146,9 +148,18 @@ DOMElement* ChartTemplate::parseTemplate(const std::string& text) {
 }
 
 PlXVisualization& ChartTemplate::applyTemplate() {
+  return run(nullptr);
+}
+
+PlXVisualization& ChartTemplate::applyTemplate(std::vector<CommandOutcome>& outcomes) {
+  outcomes.clear();
+  return run(&outcomes);
+}
+
+PlXVisualization& ChartTemplate::run(std::vector<CommandOutcome>* outcomes) {
   passedOver_.clear();
   if (!set_) return target_;
-  ApplyTemplate run;
+  ApplyTemplate run(outcomes);
   try {
     run.process(source_, target_, set_->document()->getDocumentElement());
     passedOver_ = run.getPassedOver();

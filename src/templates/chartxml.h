@@ -16,6 +16,7 @@
 #include "charttemplate.h"
 #include "charttranscoder.h"
 #include "charttransformer.h"
+#include "commandoutcome.h"
 #include "documentnode.h"
 #include "facstdictionary.h"
 #include "formatter.h"

@@ -171,22 +171,26 @@ TreeTransformer::~TreeTransformer() = default;
 
 void TreeTransformer::openDisplay(const std::string& displayXml) {
   guarded("TreeTransformer fatal error", __LINE__, [&] {
-    treeParser_ = std::make_unique<ChartParser>(grammarpool::Kind::Trees);
     display_ = parseOwned(displayXml.empty() ? SetupDisplayData() : displayXml, displayFrame.root);
   });
 }
 
+// Throws std::bad_alloc for lack of memory.
 bool TreeTransformer::parse(const std::string& xml) {
-  const bool isParsed = treeParser_ && treeParser_->parseText(xml, sourceName);
-  if (treeParser_) problems_ = treeParser_->problems();
+  ChartParser& parser = ChartParser::usable(treeParser_, grammarpool::Kind::Trees);
+  const bool isParsed = parser.parseText(xml, sourceName);
+  problems_ = parser.problems();
   if (isParsed) return true;
   report("TreeTransformer::parseDocument() fatal error", sourceName, __LINE__);
-  if (treeParser_) treeParser_->dropDocument();
   return false;
 }
 
 DOMDocument* TreeTransformer::parseDocument(const std::string& xml) {
-  return parse(xml) ? treeParser_->getDocument() : nullptr;
+  DOMDocument* document = nullptr;
+  guarded("TreeTransformer::parseDocument() fatal error", __LINE__, [&] {
+    if (parse(xml)) document = treeParser_->getDocument();
+  });
+  return document;
 }
 
 // The parser no longer knows the document, so that it may be released before the parser goes. Null,
@@ -197,12 +201,12 @@ TreeTransformer::OwnedDocument TreeTransformer::parseOwned(const std::string& xm
   if (document && !XMLString::equals(document->getDocumentElement()->getLocalName(), root)) {
     report("TreeTransformer::parseDocument() fatal error", sourceName, __LINE__);
     const ChartString name = document->getDocumentElement()->getNodeName();
-    problemlist::add(problems_, {{},
-                                 0,
-                                 0,
-                                 "the root is '" + name.toUTF8() + "', not '" +
-                                     ChartString(root).toUTF8() + "'",
-                                 true});
+    problemlist::add(
+        problems_, {{},
+                    0,
+                    0,
+                    "the root is '" + name.toUTF8() + "', not '" + ChartString(root).toUTF8() + "'",
+                    true});
     document.reset();
   }
   return document;

@@ -21,7 +21,7 @@ Definitions definitionsOf(const DocumentNode& schema, std::string_view kind) {
 void addAttributes(const DocumentNode& holder, const Definitions& groups, DialectElement& element) {
   for (const DocumentNode* each : descendants(holder, "attribute")) {
     element.attributes[attribute(*each, "name")] = {documentationOf(*each),
-                                                     attribute(*each, "type") == "link"};
+                                                    attribute(*each, "type") == "link"};
   }
   for (const DocumentNode* each : descendants(holder, "attributeGroup")) {
     const auto group = groups.find(attribute(*each, "ref"));

@@ -90,7 +90,7 @@ class SchemaReader {
     if (!group) return;
     for (const DocumentNode* each : descendants(*group, "element")) {
       entry.children[attribute(*each, "ref")] = {documentationOf(*each), ruleOf(*each),
-                                                  joined(annotation(*each, "taken"), "")};
+                                                 joined(annotation(*each, "taken"), "")};
     }
     for (const DocumentNode* each : descendants(*group, "group")) {
       addChildren(attribute(*each, "ref"), entry);

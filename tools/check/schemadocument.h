@@ -81,8 +81,8 @@ class SchemaDocument {
   // Throws a Failure when it can't be read.
   explicit SchemaDocument(const std::string& file) {
     const std::string path = PathFactory::getPathInstance(3)->getFolder() + file;
-    std::ifstream file(path, std::ios::binary);
-    root_ = DocumentNode::read({std::istreambuf_iterator<char>(file), {}});
+    std::ifstream stream(path, std::ios::binary);
+    root_ = DocumentNode::read({std::istreambuf_iterator<char>(stream), {}});
     if (!root_) throw Failure(path + ": can't be read");
   }
 

@@ -208,7 +208,8 @@ class Explanation {
     const auto charts = charts_.find(tag);
     const DialectElement* written = charts == charts_.end() ? nullptr : &charts->second;
     if (!tag.empty() && !written) {
-      addProblem(node, "charts have no element '" + tag + '\'' + misspelling::suggestion(tag, namesOf(charts_)));
+      addProblem(node, "charts have no element '" + tag + '\'' +
+                           misspelling::suggestion(tag, namesOf(charts_)));
     }
     if (written && !link.empty()) {
       const auto found = written->attributes.find(link);
