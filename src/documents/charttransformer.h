@@ -10,6 +10,7 @@
 #include "chartbase.h"
 
 class ChartData;
+struct CommandOutcome;
 struct ReleaseDocument;
 namespace rowseparator {
 struct Separated;
@@ -84,6 +85,8 @@ class CHARTXML_API ChartTransformer : public ChartBase {
   bool applyTemplate(const std::string& templateText);
   // The same, and tells what was passed over in the way of ChartTemplate::getPassedOver().
   bool applyTemplate(const std::string& templateText, std::vector<std::size_t>& passedOver);
+  // The same, and tells what became of each command as ChartTemplate::applyTemplate(outcomes) does.
+  bool applyTemplate(const std::string& templateText, std::vector<CommandOutcome>& outcomes);
   // Gives a chart without popups its default popups. False without a chart or with popups.
   bool addPopups();
 
@@ -93,6 +96,8 @@ class CHARTXML_API ChartTransformer : public ChartBase {
  private:
   using OwnedDocument = std::unique_ptr<xercesc::DOMDocument, ReleaseDocument>;
 
+  bool runTemplate(const std::string& templateText, std::vector<std::size_t>& passedOver,
+                   std::vector<CommandOutcome>* outcomes);
   void dump(const std::string& prefix, unsigned counter, PRINTTYPE type);
   void makeModel(const std::string& text);
   bool openWithoutRows(const std::string& text);

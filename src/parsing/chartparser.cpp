@@ -151,9 +151,10 @@ void ChartParser::parseBounded(const std::string& text, const char* sourceName) 
                                  sourceName, false);
   try {
     const Bounds bounds(*this, text);
-    // Others need not a hundredth of what there is.
+    // A text of no length needs little of it, and asking takes time. A quarter is for what is made
+    // of the document, and for other programs.
     constexpr std::size_t longText = 1 << 20;
-    if (text.size() >= longText) memory.boundRoom(memoryroom::left() / 8 * 7);
+    if (text.size() >= longText) memory.boundRoom(memoryroom::left() / 4 * 3);
     parse(source);
   } catch (const ParserMemory::Exceeded& e) {
     // The parser has left the place.
