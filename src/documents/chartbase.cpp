@@ -235,12 +235,14 @@ ChartParser& ChartBase::parser() {
 }
 
 bool ChartBase::parse(const std::string& text) {
+  isOutOfMemory_ = false;
   try {
     const bool isParsed = parser().parseText(text, sourceName);
     problems_ = parser_->problems();
     if (isParsed) return true;
   } catch (const std::bad_alloc&) {
     problemlist::noteMemory(problems_);
+    isOutOfMemory_ = true;
     reportParse(text, "parseDocument fatal error while parsing: not enough memory", __LINE__);
     throw;
   }

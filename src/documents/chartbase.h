@@ -152,6 +152,11 @@ class CHARTXML_API ChartBase {
   // small charts. At most ChartProblem::mostProblems; getProblems() stays as it is.
   std::vector<ChartProblem> findProblems(const std::string& text);
 
+  // True when the last parse, or the last of the other operations that a derived class names,
+  // failed for lack of memory: it may succeed where there is more.
+  bool isOutOfMemory() const {
+    return isOutOfMemory_;
+  }
   // For documents that belong to the caller; null is passed over.
   void releaseDocument(xercesc::DOMDocument* doc);
 
@@ -197,6 +202,7 @@ class CHARTXML_API ChartBase {
   xercesc::DOMDocument* document_ = nullptr;
   // What getProblems() answers.
   std::vector<ChartProblem> problems_;
+  mutable bool isOutOfMemory_ = false;
 
  private:
   ChartParser& parser();

@@ -11,6 +11,7 @@
 #include "datatypeerror.h"
 #include "grammarpool.h"
 #include "memoryfailure.h"
+#include "memoryroom.h"
 #include "plxextension.h"
 #include "problemlist.h"
 #include "tavogotocaller.h"
@@ -153,6 +154,10 @@ void ChartParser::parseBounded(const std::string& text, const char* sourceName) 
                                  sourceName, false);
   try {
     const Bounds bounds(*this, text);
+    // A text of no length needs little of it, and asking takes time. A quarter is for what is made
+    // of the document, and for other programs.
+    constexpr std::size_t longText = 1 << 20;
+    if (text.size() >= longText) memory.boundRoom(memoryroom::left() / 4 * 3);
     parse(source);
   } catch (const ParserMemory::Exceeded& e) {
     refuseAt(e.reason, placeOfExceeded());

@@ -4,6 +4,7 @@
 
 #include "basetemplate.h"
 #include "bpoutput.h"
+#include "chart.h"
 #include "chartbase.h"
 #include "chartelement.h"
 #include "charterrorhandler.h"

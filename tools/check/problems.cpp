@@ -35,6 +35,7 @@ void failAtProblem(const std::vector<ChartProblem>& problems, const std::string&
 DOMElement& rootOf(ChartBase& base, const std::string& file, const std::string& text) {
   if (const DOMDocument* document = base.parseDocument(text))
     return *document->getDocumentElement();
+  if (base.isOutOfMemory()) throw NotEnoughMemory(file);
   failAtProblem(base.findProblems(text), file, nullptr);
 }
 
@@ -42,6 +43,7 @@ void requireChart(ChartTransformer& transformer, const std::string& file, const 
   if (const PlXVisualization* chart = transformer.getVisualization()) {
     requireChart(*chart->getImplementation(), file);
   } else {
+    if (transformer.isOutOfMemory()) throw NotEnoughMemory(file);
     failAtProblem(transformer.findProblems(text), file, "a chart");
   }
 }

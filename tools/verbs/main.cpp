@@ -113,7 +113,9 @@ int main(int argc, char** argv) {
   } catch (const OutputError& e) {
     complain(e.what());
   } catch (const std::bad_alloc&) {
-    complain("out of memory");
+    complain("not enough memory");
+  } catch (const xercesc::OutOfMemoryException&) {
+    complain("not enough memory");
   } catch (const std::exception& e) {
     complain(e.what());
   } catch (...) {
