@@ -41,8 +41,7 @@ TEST(Problems, AreToldWithTheirPlaces) {
   const Case cases[] = {
       {chart(""), "", "="},
       // A parse ends with what refuses the text; all goes on.
-      {chart("<grap/>\n<stile/>"),
-       "2:8 no declaration found for element 'grap'",
+      {chart("<grap/>\n<stile/>"), "2:8 no declaration found for element 'grap'",
        "2:8 element 'grap' is not allowed in 'visualization'; did you mean 'graph'?\n"
        "3:9 element 'stile' is not allowed in 'visualization'; did you mean 'style'?"},
       // Values and links are tolerated; links are only looked for when all is asked for.
@@ -63,6 +62,9 @@ TEST(Problems, AreToldWithTheirPlaces) {
        "3:1 the document has a character 0", "="},
       {doctype + "<graph>\xC3\xA4\xF0\x9F\x98\x80\xF5\x80\x80\x80</graph>" + '\0',
        "2:11 the document has bytes that are no UTF-8", "="},
+      // An exception of the parser library's, which ends the scan as if it were a value's.
+      {chart("<graph/>\xF4\x90\x80\x80"),
+       "1:39 invalid bytes '\xEF\xBF\xBD' and '\xEF\xBF\xBD' of a 4-byte sequence", "="},
       {utf16(doctype + "<graph/>\n" + '\0'), "3:1 the document has a character 0", "="},
       {"<?xml version='1.0' encoding='ISO-8859-1'?>" + doctype + "<graph>\xF5</graph>", "", "="},
   };
@@ -81,9 +83,9 @@ TEST(Problems, AreToldWithTheirPlaces) {
 TEST(Problems, AreBoundedInNumberAndLength) {
   const std::string longName(3000, 'n');
   ChartBase base;
-  ASSERT_NE(base.parseDocument(chart("<labelFrame><location part='" + longName +
-                                     "'/></labelFrame>")),
-            nullptr);
+  ASSERT_NE(
+      base.parseDocument(chart("<labelFrame><location part='" + longName + "'/></labelFrame>")),
+      nullptr);
   ASSERT_EQ(base.getProblems().size(), 1u);
   EXPECT_LE(base.getProblems()[0].message.size(), ChartProblem::longestMessage);
   const auto all = base.findProblems(chart("<" + longName + "\xC3\xA4/>"));
@@ -152,7 +154,9 @@ TEST(Nodes, StandWhereTheyWereWritten) {
   EXPECT_EQ(std::pair(b.line, b.column), std::pair(2ul, 2ul));
   const DocumentNode& text = root->children[1];
   EXPECT_TRUE(text.isText());
-  EXPECT_EQ(text.text, " \xC3\xA4" "A");
+  EXPECT_EQ(text.text,
+            " \xC3\xA4"
+            "A");
   EXPECT_EQ(std::pair(text.line, text.column), std::pair(2ul, 16ul));
   const DocumentNode& c = root->children[2];
   EXPECT_TRUE(c.hasOtherNodes);
@@ -168,10 +172,17 @@ TEST(Nodes, StandWhereTheyWereWritten) {
 
 TEST(Misspellings, AreOfTheNearestName) {
   const std::vector<std::string> names = {"log", "linear", "logarithmic", "x"};
-  const std::pair<const char*, const char*> cases[] = {
-      {"lgo", "log"},      {"LOG", "log"},   {"lineer", "linear"}, {"logaritmic", "logarithmic"},
-      {"q", nullptr},      {"", nullptr},    {"lo", nullptr},      {"logs", "log"},
-      {"linaer", "linear"}, {"lnaer", nullptr}, {"logarithmically", nullptr}};
+  const std::pair<const char*, const char*> cases[] = {{"lgo", "log"},
+                                                       {"LOG", "log"},
+                                                       {"lineer", "linear"},
+                                                       {"logaritmic", "logarithmic"},
+                                                       {"q", nullptr},
+                                                       {"", nullptr},
+                                                       {"lo", nullptr},
+                                                       {"logs", "log"},
+                                                       {"linaer", "linear"},
+                                                       {"lnaer", nullptr},
+                                                       {"logarithmically", nullptr}};
   for (const auto& [word, name] : cases) {
     const std::string* meant = misspelling::meantBy(word, names);
     EXPECT_EQ(meant ? *meant : "none", name ? name : "none") << word;
