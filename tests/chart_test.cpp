@@ -87,8 +87,7 @@ TEST(FrontDoor, ThrowsWhyATextWasRefused) {
 
 TEST(FrontDoor, AppliesTemplatesAndTellsWhatWasPassedOver) {
   Chart chart = Chart::parse(chartText("<graph id=\"g\"/>"));
-  const auto passed =
-      chart.apply(Template::parse(templateText("<hideFrame type=\"title\"/>")));
+  const auto passed = chart.apply(Template::parse(templateText("<hideFrame type=\"title\"/>")));
   EXPECT_EQ(passed.size(), 0u);
   Chart moved = std::move(chart);
   chart = Chart::parse(chartText());

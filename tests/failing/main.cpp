@@ -5,6 +5,7 @@
 
 #include "pathfactory.h"
 #include "scenarios.h"
+#include "testplaces.h"
 
 int main(int argc, char** argv) {
   PathFactory::getPathInstance(3)->setInstallationFolder(CHARTXML_INSTALLATION);

@@ -5,24 +5,22 @@
 #include "problems.h"
 
 const char validateHelp[] =
-    "usage: chartxml validate FILE...\n"
-    "\n"
-    "Writes a line FILE:LINE:COLUMN: MESSAGE for every problem of charts and data documents: text\n"
-    "that is no XML, elements, attributes and values that the schemas don't know, identifiers "
-    "that\n"
-    "two elements have, and links to elements that there are none of. A document that is valid "
-    "but\n"
-    "no chart, data document, template or tree is one, too. A misspelt name is told once, with "
-    "the\n"
-    "one that seems to be meant. Places are behind the tag that has the problem. The number of\n"
-    "problems goes to standard error; at most 10000 are told of a document.\n"
-    "\n"
-    "  -h, --help  show this\n"
-    "\n"
-    "Examples:\n"
-    "  chartxml validate sales.xml\n"
-    "  chartxml validate archive/*.xml | grep \"'style'\"\n"
-    "  vim -q <(chartxml validate sales.xml)\n";
+    R"(usage: chartxml validate FILE...
+
+Writes a line FILE:LINE:COLUMN: MESSAGE for every problem of charts and data documents: text
+that is no XML, elements, attributes and values that the schemas don't know, identifiers that
+two elements have, and links to elements that there are none of. A document that is valid but
+no chart, data document, template or tree is one, too. A misspelt name is told once, with the
+one that seems to be meant. Places are behind the tag that has the problem. The number of
+problems goes to standard error; at most 10000 are told of a document.
+
+  -h, --help  show this
+
+Examples:
+  chartxml validate sales.xml
+  chartxml validate archive/*.xml | grep "'style'"
+  vim -q <(chartxml validate sales.xml)
+)";
 
 int runValidate(int argc, char** argv) {
   const auto files = readOptions(argc, argv, {});
