@@ -14,7 +14,6 @@
 #include <chartxml/chartxml.h>
 
 #include "commandline.h"
-#include "commandschema.h"
 #include "files.h"
 
 namespace {
@@ -94,9 +93,10 @@ const Verb* verbOf(std::string_view name) {
 int failAtVerb(const std::string& name) {
   std::vector<std::string> names = {"help", "version"};
   for (const Verb& verb : verbs) names.emplace_back(verb.name);
-  complain(name.empty()            ? "a verb is missing"
-           : name.starts_with('-') ? "unrecognized option '" + name + "'"
-                                   : "unknown verb '" + name + "'" + suggestion(name, names));
+  complain(name.empty() ? "a verb is missing"
+           : name.starts_with('-')
+               ? "unrecognized option '" + name + "'"
+               : "unknown verb '" + name + "'" + misspelling::suggestion(name, names));
   std::cerr << "Try 'chartxml --help'.\n";
   return exitUsage;
 }
@@ -128,7 +128,9 @@ int main(int argc, char** argv) {
   } catch (const OutputError& e) {
     complain(e.what());
   } catch (const std::bad_alloc&) {
-    complain("out of memory");
+    complain("not enough memory");
+  } catch (const xercesc::OutOfMemoryException&) {
+    complain("not enough memory");
   } catch (const std::exception& e) {
     complain(e.what());
   } catch (...) {

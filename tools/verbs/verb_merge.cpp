@@ -9,7 +9,6 @@
 #include <chartxml/chartxml.h>
 
 #include "commandline.h"
-#include "commandschema.h"
 #include "csv.h"
 #include "files.h"
 #include "problems.h"
@@ -45,13 +44,16 @@ std::string compressed(const std::string& text) {
   return result;
 }
 
-// The library leaves placeholders out that the data has nothing for, and says nothing of data that
-// it can't read.
-void checkPair(const std::string& chartName, const std::string& chart, const std::string& dataName,
-               const std::string& data) {
+void checkChart(const std::string& name, const std::string& text) {
+  ChartBase base;
+  requireChart(rootOf(base, name, text), name);
+}
+
+// Why the library can't put them together as a whole.
+[[noreturn]] void failAtPair(const std::string& chartName, const std::string& chart,
+                             const std::string& dataName, const std::string& data) {
   ChartBase base;
   const DOMElement& chartRoot = rootOf(base, chartName, chart);
-  requireChart(chartRoot, chartName);
   const DOMElement& dataRoot = rootOf(base, dataName, data);
   requireData(dataRoot, dataName);
   std::set<ChartString> sources;
@@ -68,6 +70,7 @@ void checkPair(const std::string& chartName, const std::string& chart, const std
                     " has a placeholder for");
     }
   }
+  throw Failure(chartName + ": can't be merged");
 }
 
 // ---- tables
@@ -147,7 +150,7 @@ class Target {
       if (name.empty() || std::ranges::count(columns, name) > 0) continue;
       throw Failure(table + ": has no column '" + escaped(name) + "', which variable '" +
                     escaped(idOf(*child)) + "' of " + file_ + " is read from, but " +
-                    listed(columns) + suggestion(name, columns));
+                    listed(columns) + misspelling::suggestion(name, columns));
     }
   }
 
@@ -216,11 +219,14 @@ int runMerge(int argc, char** argv) {
   const Job job = readJob(argc, argv);
   std::string chart = readDocument(job.chart);
   const std::string data = job.isTables ? dataOfTables(job, chart) : readDocument(job.data[0]);
-  checkPair(job.chart, chart, job.data[0], data);
+  checkChart(job.chart, chart);
 
-  ChartTransformer transformer(compressed(chart), compressed(data));
-  const std::string text = transformer.getEntireXML(ChartBase::_utf8);
-  if (text.empty()) throw Failure(job.chart + ": can't be merged");
-  PendingFile(job.output, text + '\n').commit();
+  ChartTransformer transformer(compressed(chart), std::string());
+  transformer.setDataXML(data);
+  std::string text = transformer.getEntireXML(ChartBase::_utf8);
+  if (transformer.isOutOfMemory()) throw NotEnoughMemory(job.chart);
+  if (text.empty() || !transformer.isDataWhole()) failAtPair(job.chart, chart, job.data[0], data);
+  text += '\n';
+  PendingFile(job.output, std::move(text)).commit();
   return exitDone;
 }
