@@ -163,8 +163,8 @@ class CHARTXML_API ChartBase {
   std::string asString(int value) const;
 
  protected:
-  // A document with an empty root that has these attributes, as far as it could be made; the caller
-  // releases it. Null when the parser library isn't started.
+  // A document with an empty root that has these attributes; the caller releases it. Null when the
+  // parser library isn't started. Throws for lack of memory.
   using Attributes = std::initializer_list<std::pair<const XMLCh*, const XMLCh*>>;
   static xercesc::DOMDocument* newDocument(const XMLCh* root, Attributes attributes);
 
