@@ -1,8 +1,10 @@
 #include "applytemplate.h"
 
+#include <new>
 #include <sstream>
 
 #include <xercesc/dom/DOM.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/XMLString.hpp>
 
 #include "charterrorhandler.h"
@@ -57,6 +59,11 @@ Outcome run(BaseTemplate& command) {
   try {
     return command.ProcessCommand() ? Outcome::True : Outcome::False;
   } catch (const TavoGoToCaller&) {
+    return Outcome::Stopped;
+  } catch (const std::bad_alloc&) {
+    // No fault of the command's: to go on would give a chart with half of the template.
+    return Outcome::Stopped;
+  } catch (const OutOfMemoryException&) {
     return Outcome::Stopped;
   } catch (...) {
     // A command that failed is passed over; it has reported what it chose to.
