@@ -1,7 +1,6 @@
 #include "applytemplate.h"
 
 #include <new>
-#include <sstream>
 
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/util/OutOfMemoryException.hpp>
@@ -9,10 +8,10 @@
 
 #include "charterrorhandler.h"
 #include "chartexception.h"
-#include "chartprinter.h"
 #include "commands.h"
 #include "report.h"
 #include "tavogotocaller.h"
+#include "xmlwriter.h"
 
 using namespace xercesc;
 
@@ -30,16 +29,10 @@ constexpr Command allCommands[] = {
 };
 #undef COMMAND
 
-std::string printed(const DOMElement* element) {
-  std::ostringstream text;
-  ChartPrinter().Print(element, text, true);
-  return text.str();
-}
-
 // Reports what stops the run, to be thrown.
 ChartException stopping(const DOMElement* element, unsigned line) {
   const ChartException e(
-      "Fatal Error occurred while applying template command: " + printed(element), __FILE__, line);
+      "Fatal Error occurred while applying template command: " + xmlText(*element, true), __FILE__, line);
   ChartErrorHandler().error(e);
   return e;
 }
@@ -77,7 +70,7 @@ Outcome dispatch(const PlXVisualization* source, PlXVisualization& target,
   try {
     const Command* command = rowOf(table, element->getTagName());
     if (command) return run(*command->make(source, target, element));
-    report("Unsupported Template element encountered (" + printed(element) + ")", __FILE__,
+    report("Unsupported Template element encountered (" + xmlText(*element, true) + ")", __FILE__,
            __LINE__);
     return Outcome::Failed;
   } catch (const XMLException& e) {

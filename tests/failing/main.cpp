@@ -11,10 +11,13 @@ int main(int argc, char** argv) {
   const char* name = argc > 1 ? argv[1] : "";
   const bool isLasting = std::getenv("CHARTXML_FAILING_LASTING") != nullptr;
   std::vector<Scenario> scenarios = libraryScenarios();
+  for (const Scenario& scenario : toolScenarios()) scenarios.push_back(scenario);
   int faults = 0;
   for (const Scenario& scenario : scenarios) {
     if (*name && std::strcmp(name, scenario.name) != 0) continue;
     Sweep how;
+    how.failure.kind =
+        std::getenv("CHARTXML_FAILING_CALLS") ? resources::Kind::Calls : resources::Kind::Memory;
     how.failure.at = argc > 2 ? std::atol(argv[2]) : 1;
     how.failure.isLasting = isLasting;
     how.stride = argc > 3 ? std::atol(argv[3]) : scenario.stride;

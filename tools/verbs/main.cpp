@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include <chartxml/chartxml.h>
+#include <xercesc/util/OutOfMemoryException.hpp>
 
 #include "commandline.h"
 #include "files.h"
@@ -113,7 +114,9 @@ int main(int argc, char** argv) {
   } catch (const OutputError& e) {
     complain(e.what());
   } catch (const std::bad_alloc&) {
-    complain("out of memory");
+    complain("not enough memory");
+  } catch (const xercesc::OutOfMemoryException&) {
+    complain("not enough memory");
   } catch (const std::exception& e) {
     complain(e.what());
   } catch (...) {

@@ -1,0 +1,173 @@
+// What the tool does when a resource fails. It runs in this process, as main() would run it.
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <utility>
+
+#include "scenarios.h"
+#include "testsupport.h"
+
+namespace fs = std::filesystem;
+
+// The tool's main() under another name.
+int toolMain(int argc, char** argv);
+
+namespace {
+
+constexpr const char* oldText = "what stood there before\n";
+constexpr const char* outputs[] = {"other", "out"};
+
+// A standard stream in a file for a scope.
+class Redirected {
+ public:
+  Redirected(int stream, const fs::path& path) : stream_(stream) {
+    const resources::Pause pause;
+    kept_ = dup(stream);
+    const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_APPEND, 0600);
+    dup2(file, stream);
+    close(file);
+  }
+  Redirected(const Redirected&) = delete;
+  Redirected& operator=(const Redirected&) = delete;
+  ~Redirected() {
+    const resources::Pause pause;
+    dup2(kept_, stream_);
+    close(kept_);
+  }
+
+ private:
+  int stream_;
+  int kept_;
+};
+
+// Where the tool writes.
+class Folder {
+ public:
+  Folder() {
+    char name[] = "/tmp/chartxml-failing-XXXXXX";
+    path_ = mkdtemp(name);
+    fs::create_directory(path_ / "work");
+    fs::create_directory(path_ / "streams");
+  }
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+  ~Folder() {
+    if (owner_ == getpid()) fs::remove_all(path_);
+  }
+
+  // Each output is there before.
+  void prepare() const {
+    for (const std::string& name : files()) fs::remove(path_ / "work" / name);
+    for (const char* name : outputs) std::ofstream(file(name)) << oldText;
+  }
+  std::string file(const std::string& name) const { return path_ / "work" / name; }
+  std::string stream(const std::string& name) const { return path_ / "streams" / name; }
+  std::vector<std::string> files() const {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(path_ / "work")) {
+      names.push_back(entry.path().filename());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+  }
+
+ private:
+  fs::path path_;
+  pid_t owner_ = getpid();
+};
+
+const Folder& folder() {
+  static const Folder folder;
+  return folder;
+}
+
+// The words of a command line; those of `outputs` are files of the folder.
+using Words = std::vector<std::string>;
+
+int run(const Words& words) {
+  std::vector<std::string> texts;
+  std::vector<char*> pointers;
+  {
+    const resources::Pause pause;
+    texts.emplace_back("chartxml");
+    for (const std::string& word : words) {
+      const bool isOutput = std::ranges::count(outputs, word) > 0;
+      texts.push_back(isOutput ? folder().file(word) : word);
+    }
+    for (std::string& text : texts) pointers.push_back(text.data());
+    pointers.push_back(nullptr);
+  }
+  const int code = toolMain(static_cast<int>(words.size()) + 1, pointers.data());
+  const resources::Pause pause;
+  std::vector<std::string>().swap(texts);
+  std::vector<char*>().swap(pointers);
+  return code;
+}
+
+// A failure is told and leaves the old files, whole; of two one may be new already.
+void runVerb(const Words& words, Answers& answers) {
+  {
+    const resources::Pause pause;
+    folder().prepare();
+  }
+  int code = -1;
+  {
+    const Redirected messages(STDERR_FILENO, folder().stream("messages"));
+    const Redirected output(STDOUT_FILENO, folder().stream("output"));
+    answers.take([&] {
+      code = run(words);
+      return "ran";
+    });
+  }
+  const resources::Pause pause;
+  const std::vector<std::string> files = folder().files();
+  if (!std::ranges::equal(files, outputs)) answers.blame("leaves a file: " + files[1]);
+  if (code != 0 && code != 1) answers.blame("ends with code " + std::to_string(code));
+  if (code != 0 && readFile(folder().stream("messages")).empty()) answers.blame("tells nothing");
+  for (const char* name : outputs) {
+    const std::string text = readFile(folder().file(name));
+    answers.take([&] { return code != 0 && text == oldText ? std::string() : text; });
+  }
+  const std::string text = readFile(folder().stream("output")) + '.';
+  answers.take([&] { return code == 0 ? text : std::string(); });
+}
+
+std::string example(const std::string& name) {
+  return std::string(CHARTXML_EXAMPLES) + '/' + name;
+}
+
+}  // namespace
+
+std::vector<Scenario> toolScenarios() {
+  const std::string chart = example("two-cities.xml");
+  const std::string house = example("templates/house-style.xml");
+  struct Row {
+    const char* name;
+    Words words;
+    long stride;
+  };
+  const Row rows[] = {
+      {"tool-apply", {"apply", "-o", "out", chart, house}, 41},
+      {"tool-convert", {"convert", "-o", "out", example("templates/older/bars.xml")}, 41},
+      {"tool-data", {"data", chart}, 1},
+      {"tool-draw", {"draw", "-o", "out", chart}, 7},
+      {"tool-explain", {"explain", house}, 997},
+      {"tool-info", {"info", chart}, 7},
+      {"tool-pack", {"pack", "-o", "out", chart}, 7},
+      {"tool-separate", {"separate", "--chart", "out", "--data", "other", chart}, 7},
+      {"tool-tree", {"tree", "-o", "out", example("trees/customers.xml")}, 41},
+      {"tool-validate", {"validate", chart}, 997},
+  };
+  std::vector<Scenario> scenarios;
+  for (const Row& row : rows) {
+    scenarios.push_back({row.name, [words = row.words](Answers& answers) {
+                           runVerb(words, answers);
+                         },
+                         row.stride});
+  }
+  return scenarios;
+}
