@@ -38,6 +38,10 @@ inline std::string whatIsSeen(const std::string& text) {
     tell("compressed data", chart.getCompressedData());
     tell("compressed chart", chart.getCompressedXML());
     tell("whole again", chart.getEntireXML(nullptr));
+    ChartTransformer reopened(chart.getCompressedXML(), chart.getCompressedData());
+    tell("whole of both", reopened.getEntireXML(nullptr));
+    ChartTransformer streamed(chart.getCompressedXML(), stream.get(), size);
+    tell("whole of a stream", streamed.getEntireXML(nullptr));
   }
   for (const std::string& name : folder.files()) tell("file", name);
   tell("log", withoutTimes(folder.log()));

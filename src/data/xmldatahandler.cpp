@@ -221,7 +221,7 @@ unsigned char* streamOf(const std::string& xml, Form form, unsigned& size) {
   try {
     VarDataProcessor store;
     if (xmldata::read(xml, form, store, XmlDataHandler::Keep::Numbers) == 0) return nullptr;
-    return store.GetDataStream(size);
+    return store.WriteStream(size);
   } catch (const XmlDataHandler::Problem&) {
     return nullptr;
   }
@@ -266,7 +266,7 @@ bool XmlDataHandler::BuildXmlData(std::string& out, bool compressed) {
   std::string text;
   {
     VarDataProcessor store;
-    if (!store.ReadStreamData(stream_, streamSize_)) return false;
+    if (!store.ReadStream(stream_, streamSize_)) return false;
     if (!WriteStore(store, text)) return false;
   }
   give(std::move(text), out, compressed);

@@ -187,9 +187,8 @@ int ChartBase::AddAttributeDoc(DOMDocument* doc, DOMElement* element, const XMLC
 bool ChartBase::ValidXML(const std::string& text) {
   // Without an object the parser library may not have been started.
   const LibraryUse use;
-  const bool isValid = unlessMemoryFails(false, [&] {
-    return ChartParser(grammarpool::Kind::Charts).parseText(text, sourceName);
-  });
+  const bool isValid = unlessMemoryFails(
+      false, [&] { return ChartParser(grammarpool::Kind::Charts).parseText(text, sourceName); });
   if (!isValid) reportParse(text, "XML stream validation error", __LINE__);
   return isValid;
 }
@@ -235,9 +234,11 @@ ChartParser& ChartBase::parser() {
 }
 
 bool ChartBase::parse(const std::string& text) {
+  isOutOfMemory_ = false;
   try {
     if (parser().parseText(text, sourceName)) return true;
   } catch (const std::bad_alloc&) {
+    isOutOfMemory_ = true;
     reportParse(text, "parseDocument fatal error while parsing: not enough memory", __LINE__);
     throw;
   }

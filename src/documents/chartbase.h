@@ -134,6 +134,11 @@ class CHARTXML_API ChartBase {
   // 10,000 references to entities, an entity of over 4,096 characters, or over a million characters
   // that entities and default attributes add.
   xercesc::DOMDocument* parseDocument(const std::string& text);
+  // True when the last parse, or the last of the other operations that a derived class names,
+  // failed for lack of memory: it may succeed where there is more.
+  bool isOutOfMemory() const {
+    return isOutOfMemory_;
+  }
   // For documents that belong to the caller; null is passed over.
   void releaseDocument(xercesc::DOMDocument* doc);
 
@@ -177,6 +182,7 @@ class CHARTXML_API ChartBase {
 
   // Not owned; null until a derived class sets it.
   xercesc::DOMDocument* document_ = nullptr;
+  mutable bool isOutOfMemory_ = false;
 
  private:
   ChartParser& parser();

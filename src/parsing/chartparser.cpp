@@ -11,6 +11,7 @@
 #include "datatypeerror.h"
 #include "grammarpool.h"
 #include "memoryfailure.h"
+#include "memoryroom.h"
 #include "plxextension.h"
 #include "tavogotocaller.h"
 #include "treeentityresolver.h"
@@ -150,6 +151,9 @@ void ChartParser::parseBounded(const std::string& text, const char* sourceName) 
                                  sourceName, false, &memory);
   try {
     const Bounds bounds(*this, text);
+    // Others need not a hundredth of what there is.
+    constexpr std::size_t longText = 1 << 20;
+    if (text.size() >= longText) memory.boundRoom(memoryroom::left() / 8 * 7);
     parse(source);
   } catch (const ParserMemory::Exceeded& e) {
     // The parser has left the place.

@@ -22,12 +22,13 @@ ParserMemory::~ParserMemory() {
 }
 
 void ParserMemory::unbind() {
-  mostBytes_ = unbound;
+  mostBytes_ = room_ = unbound;
   unboundReaders();
 }
 
 void* ParserMemory::allocate(XMLSize_t size) {
   if (bytes_ > mostBytes_ || size > mostBytes_ - bytes_) throw Exceeded();
+  if (bytes_ > room_ || size > room_ - bytes_) throw OutOfMemoryException();
   if (isReader(size) && ++readers_ > mostReaders_) throw Exceeded();
   void* memory = ::operator new(sizeof(Header) + size, std::nothrow);
   if (!memory) memory = reserve(sizeof(Header) + size);

@@ -28,11 +28,12 @@ bool startsWith(const char* at, const char* end, std::string_view word) {
 // the parser refuses it there.
 class Walk {
  public:
-  Walk(std::string_view text, rowseparator::Separated& result)
+  Walk(std::string_view text, rowseparator::Separated& result, rowseparator::Of of)
       : at_(text.data()),
         copied_(at_),
         end_(text.data() + text.size()),
         result_(result),
+        of_(of),
         rows_(end_) {}
 
   bool run() {
@@ -100,6 +101,11 @@ class Walk {
     return depth_ == 2 && isInSource_ && isRow() ? takeRows() : passStartTag();
   }
 
+  // A data document's root has a prefix, so that the default namespace is the sources' alone.
+  bool isRoot(std::string_view name) const {
+    return of_ == rowseparator::Of::Chart ? name == "visualization" : name == "gs:graphSources";
+  }
+
   bool isRow() const { return startsWith(at_, end_, rowStart) || startsWith(at_, end_, emptyRow); }
 
   bool takeRows() {
@@ -117,7 +123,7 @@ class Walk {
     if (tag.empty()) return false;
     const bool isEmpty = tag.ends_with('/');
     const std::string_view name = tag.substr(0, tag.find_first_of(" \t\r\n/"));
-    if (depth_ == 0 && (name != "visualization" || isEmpty)) return false;
+    if (depth_ == 0 && (!isRoot(name) || isEmpty)) return false;
     if (depth_ == 1) {
       isInSource_ = name == sourceName;
       if (!isInSource_ && name.ends_with(sourceName)) return false;
@@ -166,6 +172,7 @@ class Walk {
   const char* copied_;  // what is behind it isn't in the rest yet
   const char* const end_;
   rowseparator::Separated& result_;
+  const rowseparator::Of of_;
   plainrows::Copier rows_;
   int depth_ = 0;
   bool isInSource_ = false;
@@ -173,8 +180,8 @@ class Walk {
 
 }  // namespace
 
-bool rowseparator::separate(std::string_view text, Separated& result) {
-  return isOn && Walk(text, result).run();
+bool rowseparator::separate(std::string_view text, Separated& result, Of of) {
+  return isOn && Walk(text, result, of).run();
 }
 
 void rowseparator::turn(bool on) {

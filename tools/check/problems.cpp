@@ -559,6 +559,7 @@ bool isPlainChart(const std::string& text) {
 DOMElement& rootOf(ChartBase& base, const std::string& file, const std::string& text) {
   if (const DOMDocument* document = base.parseDocument(text))
     return *document->getDocumentElement();
+  if (base.isOutOfMemory()) throw NotEnoughMemory(file);
   for (const Problem& problem : ProblemFinder().problemsOf(text)) {
     if (problem.isRefused) throw Failure(placed(problem, file));
   }
@@ -568,6 +569,7 @@ DOMElement& rootOf(ChartBase& base, const std::string& file, const std::string& 
 void requireChart(ChartTransformer& transformer, const std::string& file, const std::string& text) {
   const std::string chart = transformer.getXML(ChartBase::_utf8);
   if (isPlainChart(chart)) return;
+  if (transformer.isOutOfMemory()) throw NotEnoughMemory(file);
   ChartBase base;
   if (chart.empty()) rootOf(base, file, text);
   // Without its data a chart is soon read once more; a data document has no placeholders.

@@ -109,6 +109,7 @@ int main(int argc, char** argv) {
   // Writing tells what these two would end the process for.
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
+  removeTemporariesAtSignals();
   try {
     return runTool(argc, argv);
   } catch (const OutputError& e) {

@@ -137,9 +137,10 @@ bool writesUnchecked(const Template& source) {
 // on to its end. What failed is added to `failures`. Throws a Failure when there is no chart.
 std::string apply(const std::vector<Template>& templates, const std::string& name,
                   std::vector<std::string>& failures) {
-  const std::string text = readDocument(name);
+  std::string text = readDocument(name);
   ChartTransformer transformer(text);
   requireChart(transformer, name, text);
+  text = {};  // it may be long
   std::optional<ProblemFinder> finder;
   for (const Template& each : templates) {
     const bool isUnchecked = writesUnchecked(each);
@@ -163,9 +164,11 @@ std::string apply(const std::vector<Template>& templates, const std::string& nam
       failures.push_back(name + ": " + each.file + ": leaves no valid chart: " + message);
     }
   }
-  const std::string result = transformer.getEntireXML(ChartBase::_utf8);
-  if (result.empty()) throw Failure(name + ": can't be written");
-  return result + '\n';
+  std::string result = transformer.getEntireXML(ChartBase::_utf8);
+  if (transformer.isOutOfMemory()) throw NotEnoughMemory(name);
+  if (result.empty() || !transformer.isDataWhole()) throw Failure(name + ": can't be written");
+  result += '\n';
+  return result;
 }
 
 // The charts of a folder, or the one file.
@@ -229,10 +232,12 @@ class Batch {
   void process(const std::string& chart) {
     const std::size_t before = failures_.size();
     try {
-      const std::string text = apply(templates_, chart, failures_);
-      if (!text.empty()) PendingFile(outputOf(chart), text).commit();
+      std::string text = apply(templates_, chart, failures_);
+      if (!text.empty()) PendingFile(outputOf(chart), std::move(text)).commit();
     } catch (const Failure& e) {
       failures_.push_back(e.what());
+    } catch (const std::bad_alloc&) {
+      failures_.push_back(chart + ": not enough memory");
     } catch (const std::exception& e) {
       failures_.push_back(chart + ": " + e.what());
     } catch (...) {
@@ -261,9 +266,9 @@ class Batch {
 
 bool runSingle(const Job& job, const std::vector<Template>& templates) {
   std::vector<std::string> failures;
-  const std::string text = apply(templates, job.charts[0], failures);
+  std::string text = apply(templates, job.charts[0], failures);
   for (const std::string& failure : failures) complain(failure);
-  if (!text.empty()) PendingFile(job.output, text).commit();
+  if (!text.empty()) PendingFile(job.output, std::move(text)).commit();
   return failures.empty();
 }
 

@@ -185,7 +185,7 @@ void readFileInto(const Job& job, const std::string& file, VarDataProcessor& sto
     if (isStream(text)) {
       text = {};
       if (packed.size() > std::numeric_limits<unsigned>::max() ||
-          !store.ReadStreamData(packed.data(), static_cast<unsigned>(packed.size()))) {
+          !store.ReadStream(packed.data(), static_cast<unsigned>(packed.size()))) {
         throw Failure(file + ": is a damaged stream");
       }
       return;
@@ -288,7 +288,7 @@ std::string documentOf(const std::string& file, VarDataProcessor& store) {
 
 std::string streamOf(const std::string& file, VarDataProcessor& store) {
   unsigned size = 0;
-  const std::unique_ptr<unsigned char[]> stream(store.GetDataStream(size));
+  const std::unique_ptr<unsigned char[]> stream(store.WriteStream(size));
   if (!stream) throw Failure(file + ": is too much for a stream");
   return {reinterpret_cast<const char*>(stream.get()), size};
 }

@@ -1,4 +1,5 @@
 #include <set>
+#include <utility>
 
 #include <xercesc/dom/DOM.hpp>
 
@@ -31,13 +32,16 @@ std::string compressed(const std::string& text) {
   return result;
 }
 
-// The library leaves placeholders out that the data has nothing for, and says nothing of data that
-// it can't read.
-void checkPair(const std::string& chartName, const std::string& chart, const std::string& dataName,
-               const std::string& data) {
+void checkChart(const std::string& name, const std::string& text) {
+  ChartBase base;
+  requireChart(rootOf(base, name, text), name);
+}
+
+// Why the library can't put them together as a whole.
+[[noreturn]] void failAtPair(const std::string& chartName, const std::string& chart,
+                             const std::string& dataName, const std::string& data) {
   ChartBase base;
   const DOMElement& chartRoot = rootOf(base, chartName, chart);
-  requireChart(chartRoot, chartName);
   const DOMElement& dataRoot = rootOf(base, dataName, data);
   requireData(dataRoot, dataName);
   std::set<ChartString> sources;
@@ -54,6 +58,7 @@ void checkPair(const std::string& chartName, const std::string& chart, const std
                     " has a placeholder for");
     }
   }
+  throw Failure(chartName + ": can't be merged");
 }
 
 }  // namespace
@@ -64,11 +69,14 @@ int runMerge(int argc, char** argv) {
   if (files.size() != 2) throw UsageError("a CHART and its DATA are to be given");
   const std::string chart = readDocument(files[0]);
   const std::string data = readDocument(files[1]);
-  checkPair(files[0], chart, files[1], data);
+  checkChart(files[0], chart);
 
-  ChartTransformer transformer(compressed(chart), compressed(data));
-  const std::string text = transformer.getEntireXML(ChartBase::_utf8);
-  if (text.empty()) throw Failure(files[0] + ": can't be merged");
-  PendingFile(output, text + '\n').commit();
+  ChartTransformer transformer(compressed(chart), std::string());
+  transformer.setDataXML(data);
+  std::string text = transformer.getEntireXML(ChartBase::_utf8);
+  if (transformer.isOutOfMemory()) throw NotEnoughMemory(files[0]);
+  if (text.empty() || !transformer.isDataWhole()) failAtPair(files[0], chart, files[1], data);
+  text += '\n';
+  PendingFile(output, std::move(text)).commit();
   return exitDone;
 }

@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <utility>
 
 #include <xercesc/dom/DOMDocument.hpp>
 
@@ -29,29 +30,38 @@ const char separateHelp[] =
 
 namespace {
 
-// Both as compressed texts.
 struct Parts {
   std::string chart;
   std::string data;
 };
 
-Parts partsOf(const std::string& name, const std::string& text) {
+std::string inflated(const std::string& compressed) {
+  std::string text;
+  zlib1211tavo::decompressString(text, compressed);
+  return text;
+}
+
+Parts partsOf(const std::string& name, std::string text, bool isCompressed) {
   ChartTransformer transformer(text);
   requireChart(transformer, name, text);
-  Parts parts{transformer.getCompressedXML(), transformer.getCompressedData()};
+  text = {};  // it may be long
+  Parts parts{transformer.getCompressedXML(), {}};
+  if (transformer.isOutOfMemory()) throw NotEnoughMemory(name);
+  if (!isCompressed) parts.chart = inflated(parts.chart);
   if (parts.chart.empty()) throw Failure(name + ": can't be separated");
+  parts.data = isCompressed ? transformer.getCompressedData() : transformer.getDataXML();
+  if (transformer.isOutOfMemory()) throw NotEnoughMemory(name);
   if (parts.data.empty()) {
     xercesc::DOMDocument* empty = transformer.createDataDocument(ChartBase::_utf8);
     parts.data = transformer.compressDocument(empty);
     transformer.releaseDocument(empty);
+    if (!isCompressed) parts.data = inflated(parts.data);
+  }
+  if (!isCompressed) {
+    parts.chart += '\n';
+    parts.data += '\n';
   }
   return parts;
-}
-
-std::string inflated(const std::string& compressed) {
-  std::string text;
-  zlib1211tavo::decompressString(text, compressed);
-  return text + '\n';
 }
 
 std::string besideFile(const std::string& name, const char* part, bool isCompressed) {
@@ -79,9 +89,9 @@ int runSeparate(int argc, char** argv) {
   if (dataName.empty()) dataName = besideFile(name, ".data", isCompressed);
   if (chartName == dataName) throw UsageError("chart and data need a file each");
 
-  const Parts parts = partsOf(name, readDocument(name));
-  PendingFile chart(chartName, isCompressed ? parts.chart : inflated(parts.chart));
-  PendingFile data(dataName, isCompressed ? parts.data : inflated(parts.data));
+  Parts parts = partsOf(name, readDocument(name), isCompressed);
+  PendingFile chart(chartName, std::move(parts.chart));
+  PendingFile data(dataName, std::move(parts.data));
   (data.isStream() ? data : chart).commit();
   (data.isStream() ? chart : data).commit();
   if (isVerbose) {
