@@ -1,11 +1,15 @@
 // What the tool does when a resource fails. It runs in this process, as main() would run it.
 #include <fcntl.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
+#include <iterator>
 #include <utility>
 
 #include "scenarios.h"
@@ -108,6 +112,14 @@ int run(const Words& words) {
   return code;
 }
 
+// Empty when the outputs are all that is there.
+std::string faultOfFiles() {
+  for (const std::string& file : folder().files()) {
+    if (!std::ranges::count(outputs, file)) return "leaves a file: " + file;
+  }
+  return folder().files().size() == std::size(outputs) ? "" : "loses a file";
+}
+
 // A failure is told and leaves the old files, whole; of two one may be new already.
 void runVerb(const Words& words, Answers& answers) {
   {
@@ -124,8 +136,7 @@ void runVerb(const Words& words, Answers& answers) {
     });
   }
   const resources::Pause pause;
-  const std::vector<std::string> files = folder().files();
-  if (!std::ranges::equal(files, outputs)) answers.blame("leaves a file: " + files[1]);
+  if (const std::string fault = faultOfFiles(); !fault.empty()) answers.blame(fault);
   if (code != 0 && code != 1) answers.blame("ends with code " + std::to_string(code));
   if (code != 0 && readFile(folder().stream("messages")).empty()) answers.blame("tells nothing");
   for (const char* name : outputs) {
@@ -138,6 +149,16 @@ void runVerb(const Words& words, Answers& answers) {
 
 std::string example(const std::string& name) {
   return std::string(CHARTXML_EXAMPLES) + '/' + name;
+}
+
+// A chart and its data apart, in the folder of streams.
+const std::string& part(const char* name) {
+  static const std::string chart = folder().stream("chart.xml");
+  static const std::string data = folder().stream("data.xml");
+  if (!fs::exists(chart)) {
+    run({"separate", "--chart", chart, "--data", data, example("two-cities.xml")});
+  }
+  return name == std::string("chart") ? chart : data;
 }
 
 }  // namespace
@@ -157,9 +178,11 @@ std::vector<Scenario> toolScenarios() {
       {"tool-draw", {"draw", "-o", "out", chart}, 7},
       {"tool-explain", {"explain", house}, 997},
       {"tool-info", {"info", chart}, 7},
+      {"tool-merge", {"merge", "-o", "out", part("chart"), part("data")}, 7},
       {"tool-pack", {"pack", "-o", "out", chart}, 7},
       {"tool-separate", {"separate", "--chart", "out", "--data", "other", chart}, 7},
-      {"tool-tree", {"tree", "-o", "out", example("trees/customers.xml")}, 41},
+      {"tool-tree", {"tree", "--model", "out", "--display", "other", example("trees/customers.xml")},
+       41},
       {"tool-validate", {"validate", chart}, 997},
   };
   std::vector<Scenario> scenarios;
@@ -170,4 +193,43 @@ std::vector<Scenario> toolScenarios() {
                          row.stride});
   }
   return scenarios;
+}
+
+int sweepSignals() {
+  const Words words = {"separate", "--chart", "out", "--data", "other", example("two-cities.xml")};
+  folder().prepare();
+  run(words);
+  const std::string newTexts[] = {readFile(folder().file("other")), readFile(folder().file("out"))};
+  int faults = 0;
+  long calls = 0;
+  for (const int signal : {SIGHUP, SIGINT, SIGTERM}) {
+    for (bool isOver = false; !isOver; ++calls) {
+      folder().prepare();
+      const long at = calls + 1;
+      const pid_t child = fork();
+      if (child == 0) {
+        resources::Failure failure{resources::Kind::Calls, at};
+        failure.signal = signal;
+        resources::arm(failure);
+        run(words);
+        std::_Exit(0);
+      }
+      int status = 0;
+      waitpid(child, &status, 0);
+      isOver = WIFEXITED(status);
+      std::string fault = faultOfFiles();
+      if (!isOver && WTERMSIG(status) != signal) fault = "ends by another signal";
+      for (std::size_t i = 0; i < std::size(outputs); ++i) {
+        const std::string text = readFile(folder().file(outputs[i]));
+        if (text != oldText && text != newTexts[i]) fault = "leaves a part of a file";
+      }
+      if (fault.empty()) continue;
+      std::cout << "signal " << signal << " at call " << at << ": " << fault << std::endl;
+      ++faults;
+    }
+    std::cout << "signal " << signal << ": up to call " << calls << std::endl;
+    if (calls < 8) ++faults;  // two files are written, closed and renamed
+    calls = 0;
+  }
+  return faults;
 }
