@@ -269,13 +269,10 @@ std::vector<Scenario> libraryScenarios() {
          keptdocuments::clear();
          applyTemplate(chart, house, answers);
        })},
-      {"commands", of([](const Inputs& chart, Answers& answers) {
-         applyTemplate(chart, today, answers);
-       }),
-       7},
-      {"older", of([](const Inputs& chart, Answers& answers) {
-         applyTemplate(chart, older, answers);
-       })},
+      {"commands",
+       of([](const Inputs& chart, Answers& answers) { applyTemplate(chart, today, answers); }), 7},
+      {"older",
+       of([](const Inputs& chart, Answers& answers) { applyTemplate(chart, older, answers); })},
       {"popups", of(popups)},
       {"pack", of(packFrames)},
       {"streams", of(streams)},
@@ -285,9 +282,8 @@ std::vector<Scenario> libraryScenarios() {
          data(chart, answers);
        }),
        50},
-      {"large-template", ofLarge([](const Inputs& chart, Answers& answers) {
-         applyTemplate(chart, house, answers);
-       }),
+      {"large-template",
+       ofLarge([](const Inputs& chart, Answers& answers) { applyTemplate(chart, house, answers); }),
        50},
   };
 }

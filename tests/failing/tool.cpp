@@ -1,4 +1,5 @@
-// What the tool does when a resource fails. It runs in this process, as main() would run it.
+// What the tool does when a resource fails. It runs in a fork of this process, which has the
+// schemas already.
 #include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -6,6 +7,7 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -24,29 +26,6 @@ namespace {
 
 constexpr const char* oldText = "what stood there before\n";
 constexpr const char* outputs[] = {"other", "out"};
-
-// A standard stream in a file for a scope.
-class Redirected {
- public:
-  Redirected(int stream, const fs::path& path) : stream_(stream) {
-    const resources::Pause pause;
-    kept_ = dup(stream);
-    const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_APPEND, 0600);
-    dup2(file, stream);
-    close(file);
-  }
-  Redirected(const Redirected&) = delete;
-  Redirected& operator=(const Redirected&) = delete;
-  ~Redirected() {
-    const resources::Pause pause;
-    dup2(kept_, stream_);
-    close(kept_);
-  }
-
- private:
-  int stream_;
-  int kept_;
-};
 
 // Where the tool writes.
 class Folder {
@@ -89,6 +68,30 @@ const Folder& folder() {
   return folder;
 }
 
+// A standard stream in a file for a scope.
+class Redirected {
+ public:
+  Redirected(int stream, const char* name) : stream_(stream) {
+    const resources::Pause pause;
+    kept_ = dup(stream);
+    const int file =
+        open(folder().stream(name).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_APPEND, 0600);
+    dup2(file, stream);
+    close(file);
+  }
+  Redirected(const Redirected&) = delete;
+  Redirected& operator=(const Redirected&) = delete;
+  ~Redirected() {
+    const resources::Pause pause;
+    dup2(kept_, stream_);
+    close(kept_);
+  }
+
+ private:
+  int stream_;
+  int kept_;
+};
+
 // The words of a command line; those of `outputs` are files of the folder.
 using Words = std::vector<std::string>;
 
@@ -126,16 +129,19 @@ void runVerb(const Words& words, Answers& answers) {
     const resources::Pause pause;
     folder().prepare();
   }
-  int code = -1;
+  int status = 0;
   {
-    const Redirected messages(STDERR_FILENO, folder().stream("messages"));
-    const Redirected output(STDOUT_FILENO, folder().stream("output"));
-    answers.take([&] {
-      code = run(words);
-      return "ran";
-    });
+    const Redirected messages(STDERR_FILENO, "messages");
+    const Redirected output(STDOUT_FILENO, "output");
+    const pid_t child = fork();
+    if (child == 0) std::_Exit(run(words));
+    waitpid(child, &status, 0);
   }
   const resources::Pause pause;
+  if (WIFSIGNALED(status))
+    answers.blame(std::string("ends by signal: ") + strsignal(WTERMSIG(status)));
+  const int code = WEXITSTATUS(status);
+  if (WIFSIGNALED(status) || code == knownCrash) return;
   if (const std::string fault = faultOfFiles(); !fault.empty()) answers.blame(fault);
   if (code != 0 && code != 1) answers.blame("ends with code " + std::to_string(code));
   if (code != 0 && readFile(folder().stream("messages")).empty()) answers.blame("tells nothing");
@@ -181,16 +187,15 @@ std::vector<Scenario> toolScenarios() {
       {"tool-merge", {"merge", "-o", "out", part("chart"), part("data")}, 7},
       {"tool-pack", {"pack", "-o", "out", chart}, 7},
       {"tool-separate", {"separate", "--chart", "out", "--data", "other", chart}, 7},
-      {"tool-tree", {"tree", "--model", "out", "--display", "other", example("trees/customers.xml")},
+      {"tool-tree",
+       {"tree", "--model", "out", "--display", "other", example("trees/customers.xml")},
        41},
       {"tool-validate", {"validate", chart}, 997},
   };
   std::vector<Scenario> scenarios;
   for (const Row& row : rows) {
-    scenarios.push_back({row.name, [words = row.words](Answers& answers) {
-                           runVerb(words, answers);
-                         },
-                         row.stride});
+    scenarios.push_back(
+        {row.name, [words = row.words](Answers& answers) { runVerb(words, answers); }, row.stride});
   }
   return scenarios;
 }

@@ -77,17 +77,19 @@ class NoEndings {
 
 TemporaryFile* TemporaryFile::first_ = nullptr;
 
-// Ends the process by the signal, whose action is the usual one by then.
-void removeTemporaries(int signal) {
+void removeTemporaries() {
   for (const TemporaryFile* file = TemporaryFile::first_; file; file = file->next_) {
     unlink(file->name_.c_str());
   }
-  raise(signal);
 }
 
 void removeTemporariesAtSignals() {
   struct sigaction action {};
-  action.sa_handler = removeTemporaries;
+  // By then the signal's action is the usual one.
+  action.sa_handler = [](int signal) {
+    removeTemporaries();
+    raise(signal);
+  };
   action.sa_flags = static_cast<int>(SA_RESETHAND);
   for (const int signal : endings) {
     struct sigaction before {};

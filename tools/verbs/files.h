@@ -23,6 +23,8 @@ void writeOutput(const std::string& text);
 // From now on a signal that ends the process (SIGHUP, SIGINT, SIGTERM) takes the temporary files
 // along.
 void removeTemporariesAtSignals();
+// Removes them now, for who ends the process at once.
+void removeTemporaries();
 
 // A file that goes with this object or with the process, unless it is renamed.
 class TemporaryFile {
@@ -41,7 +43,7 @@ class TemporaryFile {
   void remove();
 
  private:
-  friend void removeTemporaries(int signal);
+  friend void removeTemporaries();
 
   void forget();
 

@@ -1,4 +1,6 @@
+#include <cstdlib>
 #include <filesystem>
+#include <new>
 #include <string>
 
 #include <chartxml/chartxml.h>
@@ -116,9 +118,18 @@ std::string pageOf(const Job& job, const Json& plot) {
   return page;
 }
 
+// A value of Json takes memory when it goes, and ends the process without a word where there is
+// none: a failed allocation mustn't unwind what is drawn so far.
+[[noreturn]] void endWithoutMemory() {
+  removeTemporaries();
+  complain("not enough memory");
+  std::_Exit(exitProblems);
+}
+
 }  // namespace
 
 int runDraw(int argc, char** argv) {
+  std::set_new_handler(endWithoutMemory);
   const Job job = readJob(argc, argv);
   ChartBase base;
   xercesc::DOMElement& root = rootOf(base, job.chart, readDocument(job.chart));
