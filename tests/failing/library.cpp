@@ -276,7 +276,7 @@ std::vector<Scenario> libraryScenarios() {
       {"popups", of(popups)},
       {"pack", of(packFrames)},
       {"streams", of(streams)},
-      {"tree", tree, 3},
+      {"tree", tree, 41},
       {"large", ofLarge([](const Inputs& chart, Answers& answers) {
          open(chart, answers);
          data(chart, answers);

@@ -6,7 +6,8 @@
 //   short      one write does half of what it is to do
 //   signals    a signal ends the tool at one of these calls; there is no SCENARIO
 //
-// With FIRST alone that use is the only one. CHARTXML_FAILING_TRACE tells where faults come from.
+// With FIRST alone that use is the only one. With CHARTXML_FAILING_TRACE the functions are told
+// that were at work, and those of a crash in the file that it names.
 #include <cstdlib>
 #include <iostream>
 #include <string_view>
