@@ -7,6 +7,7 @@
 #include "keptdocuments.h"
 #include "plxframes.h"
 #include "scenarios.h"
+#include "testplaces.h"
 #include "testsupport.h"
 #include "treetransformer.h"
 #include "vardataprocessor.h"

@@ -14,6 +14,7 @@
 
 #include "pathfactory.h"
 #include "scenarios.h"
+#include "testplaces.h"
 
 namespace {
 

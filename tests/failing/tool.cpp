@@ -16,6 +16,7 @@
 
 #include "charttemplate.h"
 #include "scenarios.h"
+#include "testplaces.h"
 #include "testsupport.h"
 #include "treetransformer.h"
 

@@ -145,7 +145,8 @@ DrawData::Column* DrawData::columnOf(const CTVariableType& variable) {
       const double date = variable.getCategorical() ? none : dateOf(text);
       column->isDate = column->isDate || !std::isnan(date);
       number = date;
-      strange += std::isnan(date) && !text.empty();
+      if (std::isnan(date)) VarDataProcessor::SpellingOf(text, number);
+      strange += std::isnan(number) && !text.empty();
     } else if (!text.empty()) {
       number = info.bag->values[row];
     }

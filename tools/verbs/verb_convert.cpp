@@ -7,21 +7,21 @@
 #include "templates.h"
 
 const char convertHelp[] =
-    "usage: chartxml convert [-o NEW] OLD\n"
-    "\n"
-    "Writes a template from before there were commands in today's language. What of it no command\n"
-    "says is told on standard error, with the place where its tag starts: elements with all that "
-    "is\n"
-    "in them, and attributes. The exit code is 1 when nothing of it could be taken.\n"
-    "\n"
-    "  -o, --output NEW  write to a file in place of standard output\n"
-    "  -h, --help        show this\n"
-    "\n"
-    "'chartxml apply' and 'chartxml explain' convert such templates themselves.\n"
-    "\n"
-    "Examples:\n"
-    "  chartxml convert house.sgt | less\n"
-    "  chartxml convert -o house.xml house.sgt\n";
+    R"(usage: chartxml convert [-o NEW] OLD
+
+Writes a template from before there were commands in today's language. What of it no command
+says is told on standard error, with the place where its tag starts: elements with all that is
+in them, and attributes. The exit code is 1 when nothing of it could be taken.
+
+  -o, --output NEW  write to a file in place of standard output
+  -h, --help        show this
+
+'chartxml apply' and 'chartxml explain' convert such templates themselves.
+
+Examples:
+  chartxml convert house.sgt | less
+  chartxml convert -o house.xml house.sgt
+)";
 
 namespace {
 

@@ -8,30 +8,31 @@
 #include "problems.h"
 
 const char treeHelp[] =
-    "usage: chartxml tree [-d DISPLAY] [-t TEMPLATE]... [-s NAME=VALUE]... [--model OUT]\n"
-    "                     [--display OUT] [--compress] [--verbose] MODEL\n"
-    "       chartxml tree --list\n"
-    "\n"
-    "Writes a PMML 2.1 tree model and the display document of its viewer. The display document\n"
-    "starts as DISPLAY, or with the default settings; first the templates are merged into it, one\n"
-    "after the other, and then the settings are made. A model that isn't valid is an error.\n"
-    "\n"
-    "  -d, --display-from DISPLAY  start with this display document\n"
-    "  -t, --template TEMPLATE     merge this display template; may be given several times\n"
-    "  -s, --set NAME=VALUE        make a setting; may be given several times\n"
-    "  -l, --list                  show the names and values of all settings, and what they mean\n"
-    "      --model OUT             the model's file; of MODEL tree.xml it is tree.model.xml, or\n"
-    "                              tree.model.z with --compress\n"
-    "      --display OUT           the display document's file, in the same way tree.display.xml\n"
-    "  -z, --compress              write the model compressed\n"
-    "  -v, --verbose               tell on standard error what was written\n"
-    "  -h, --help                  show this\n"
-    "\n"
-    "Examples:\n"
-    "  chartxml tree customers.xml\n"
-    "  chartxml tree -s zoom=150 -s orientation=left-to-right -s font=Sans customers.xml\n"
-    "  chartxml tree -z -t house.xml --model tree.z --display tree.xml customers.xml\n"
-    "  chartxml tree --model /dev/null --display - -s targetDate=DATE,11,0 customers.xml | less\n";
+    R"(usage: chartxml tree [-d DISPLAY] [-t TEMPLATE]... [-s NAME=VALUE]... [--model OUT]
+                     [--display OUT] [--compress] [--verbose] MODEL
+       chartxml tree --list
+
+Writes a PMML 2.1 tree model and the display document of its viewer. The display document
+starts as DISPLAY, or with the default settings; first the templates are merged into it, one
+after the other, and then the settings are made. A model that isn't valid is an error.
+
+  -d, --display-from DISPLAY  start with this display document
+  -t, --template TEMPLATE     merge this display template; may be given several times
+  -s, --set NAME=VALUE        make a setting; may be given several times
+  -l, --list                  show the names and values of all settings, and what they mean
+      --model OUT             the model's file; of MODEL tree.xml it is tree.model.xml, or
+                              tree.model.z with --compress
+      --display OUT           the display document's file, in the same way tree.display.xml
+  -z, --compress              write the model compressed
+  -v, --verbose               tell on standard error what was written
+  -h, --help                  show this
+
+Examples:
+  chartxml tree customers.xml
+  chartxml tree -s zoom=150 -s orientation=left-to-right -s font=Sans customers.xml
+  chartxml tree -z -t house.xml --model tree.z --display tree.xml customers.xml
+  chartxml tree --model /dev/null --display - -s targetDate=DATE,11,0 customers.xml | less
+)";
 
 namespace {
 

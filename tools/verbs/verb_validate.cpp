@@ -3,22 +3,21 @@
 #include "problems.h"
 
 const char validateHelp[] =
-    "usage: chartxml validate FILE...\n"
-    "\n"
-    "Writes a line FILE:LINE:COLUMN: MESSAGE for every problem of charts and data documents: text\n"
-    "that is no XML, elements, attributes and values that the schemas don't know, identifiers "
-    "that\n"
-    "two elements have, and links to elements that there are none of. A misspelt name is told "
-    "once,\n"
-    "with the one that seems to be meant. Places are behind the tag that has the problem. The\n"
-    "number of problems goes to standard error.\n"
-    "\n"
-    "  -h, --help  show this\n"
-    "\n"
-    "Examples:\n"
-    "  chartxml validate sales.xml\n"
-    "  chartxml validate archive/*.xml | grep \"'style'\"\n"
-    "  vim -q <(chartxml validate sales.xml)\n";
+    R"(usage: chartxml validate FILE...
+
+Writes a line FILE:LINE:COLUMN: MESSAGE for every problem of charts and data documents: text
+that is no XML, elements, attributes and values that the schemas don't know, identifiers that
+two elements have, and links to elements that there are none of. A misspelt name is told once,
+with the one that seems to be meant. Places are behind the tag that has the problem. The
+number of problems goes to standard error.
+
+  -h, --help  show this
+
+Examples:
+  chartxml validate sales.xml
+  chartxml validate archive/*.xml | grep "'style'"
+  vim -q <(chartxml validate sales.xml)
+)";
 
 int runValidate(int argc, char** argv) {
   const auto files = readOptions(argc, argv, {});
