@@ -48,11 +48,11 @@ using ConstChartStringSet = std::set<const XMLCh*, CompareXMLCh>;
 // take null and the empty text as equal.
 //
 // Lack of memory, for all classes of documents: what parses, makes or gives out a document answers
-// as for any other failure (null, false, an empty text), and reports it if there is memory for that.
-// Constructors, operations on the nodes and texts of a caller's, and all of the model throw
-// std::bad_alloc or the parser library's OutOfMemoryException; an object that was made is one of
-// which isOutOfMemory() tells. Documents that are there stay as they are, but for edits, which may
-// be half done. In either case all objects can be used on and destroyed, and new ones made.
+// as for any other failure (null, false, an empty text), and reports it if there is memory for
+// that; isOutOfMemory() tells of it. Constructors throw std::bad_alloc, or make an object without a
+// chart. Operations on a caller's nodes and texts and all of the model throw that or the parser
+// library's OutOfMemoryException; edits may then be half done. Whatever failed, all objects can be
+// used on and destroyed, and new ones made.
 class CHARTXML_API ChartBase {
  public:
 #define CONSTANT(name, text) static const XMLCh name[sizeof(u"" text) / sizeof(XMLCh)];
