@@ -106,33 +106,35 @@ void ChartBase::terminate() {
 }
 
 DOMDocument* ChartBase::createPlXDocument(const XMLCh*) {
-  return newDocument(PlXUni::_visualization, {{_schemaDefaultNSName, _schemaDefaultNSValue},
-                                              {_schemaInstanceName, _schemaInstanceValue},
-                                              {_schemaLocationName, _schemaLocationValue}});
+  return unlessMemoryFails<DOMDocument*>(nullptr, [] {
+    return newDocument(PlXUni::_visualization, {{_schemaDefaultNSName, _schemaDefaultNSValue},
+                                                {_schemaInstanceName, _schemaInstanceValue},
+                                                {_schemaLocationName, _schemaLocationValue}});
+  });
 }
 
 DOMDocument* ChartBase::createDocument(const XMLCh*) {
-  return newDocument(PlXUni::_graph, {{_schemaDefaultNSName, _schemaDefaultNSValue},
-                                      {_schemaInstanceName, _schemaInstanceValue},
-                                      {_schemaLocationName, olderSchemaLocation}});
+  return unlessMemoryFails<DOMDocument*>(nullptr, [] {
+    return newDocument(PlXUni::_graph, {{_schemaDefaultNSName, _schemaDefaultNSValue},
+                                        {_schemaInstanceName, _schemaInstanceValue},
+                                        {_schemaLocationName, olderSchemaLocation}});
+  });
 }
 
 DOMDocument* ChartBase::newDocument(const XMLCh* root, Attributes attributes) {
-  DOMDocument* document = nullptr;
+  if (!XMLPlatformUtils::fgMemoryManager) return nullptr;
+  DOMImplementation* dom = DOMImplementationRegistry::getDOMImplementation(_implFeatures);
+  DOMDocument* document = dom->createDocument(_namespaceURI, root, nullptr);
   try {
-    if (!XMLPlatformUtils::fgMemoryManager) return nullptr;
-    DOMImplementation* dom = DOMImplementationRegistry::getDOMImplementation(_implFeatures);
-    document = dom->createDocument(_namespaceURI, root, nullptr);
     document->setStrictErrorChecking(true);
     document->setXmlStandalone(false);
     document->setXmlVersion(_XMLversion);
     for (const auto& [name, value] : attributes) {
       document->getDocumentElement()->setAttribute(name, value);
     }
-  } catch (const TavoGoToCaller&) {
-    throw;
   } catch (...) {
-    // The document as far as it was made.
+    document->release();
+    throw;
   }
   return document;
 }

@@ -50,6 +50,13 @@ using ConstChartStringSet = std::set<const XMLCh*, CompareXMLCh>;
 // Failures are told by results, and reported to the log of ChartErrorHandler; why a text was
 // refused is told by getProblems(), too. Comparisons of names take null and the empty text as
 // equal.
+//
+// Lack of memory, for all classes of documents: what parses, makes or gives out a document answers
+// as for any other failure (null, false, an empty text), and reports it if there is memory for
+// that; isOutOfMemory() tells of it. Constructors throw std::bad_alloc, or make an object without a
+// chart. Operations on a caller's nodes and texts and all of the model throw that or the parser
+// library's OutOfMemoryException; edits may then be half done. Whatever failed, all objects can be
+// used on and destroyed, and new ones made.
 class CHARTXML_API ChartBase {
  public:
 #define CONSTANT(name, text) static const XMLCh name[sizeof(u"" text) / sizeof(XMLCh)];
@@ -186,8 +193,8 @@ class CHARTXML_API ChartBase {
   std::string asString(int value) const;
 
  protected:
-  // A document with an empty root that has these attributes, as far as it could be made; the caller
-  // releases it. Null when the parser library isn't started.
+  // A document with an empty root that has these attributes; the caller releases it. Null when the
+  // parser library isn't started. Throws for lack of memory.
   using Attributes = std::initializer_list<std::pair<const XMLCh*, const XMLCh*>>;
   static xercesc::DOMDocument* newDocument(const XMLCh* root, Attributes attributes);
 

@@ -259,10 +259,12 @@ unsigned char* ChartTransformer::getCompressedDataStream(unsigned long& size) {
 }
 
 DOMDocument* ChartTransformer::createDataDocument(const XMLCh*) {
-  return newDocument(_gsgraphSources, {{_schemaDefaultNSName, _schemaDefaultNSValue},
-                                       {_schemaInstanceName, _schemaInstanceValue},
-                                       {_schemaDataLocationName, _schemaDatabLocationValue},
-                                       {_schemaLocationName, _schemaDataLocationValue}});
+  return answer("createDataDocument fatal error", __LINE__, [] {
+    return newDocument(_gsgraphSources, {{_schemaDefaultNSName, _schemaDefaultNSValue},
+                                         {_schemaInstanceName, _schemaInstanceValue},
+                                         {_schemaDataLocationName, _schemaDatabLocationValue},
+                                         {_schemaLocationName, _schemaDataLocationValue}});
+  });
 }
 
 std::string ChartTransformer::compressDocument(const DOMDocument* document) const {

@@ -151,7 +151,7 @@ bool ChartParser::parseUnder(ErrorHandler& handler, const std::string& text,
 
 void ChartParser::parseBounded(const std::string& text, const char* sourceName) {
   const MemBufInputSource source(reinterpret_cast<const XMLByte*>(text.data()), text.size(),
-                                 sourceName, false);
+                                 sourceName, false, &memory);
   try {
     const Bounds bounds(*this, text);
     // A text of no length needs little of it, and asking takes time. A quarter is for what is made

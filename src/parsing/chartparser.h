@@ -24,6 +24,7 @@
 class ChartParser : public BoundedParser<xercesc::XercesDOMParser> {
  public:
   explicit ChartParser(grammarpool::Kind kind);
+  ~ChartParser() override { memory.endsNow(); }
 
   // A parser to parse with: the one in `parser`, or a new one there when it has none or memory has
   // failed it. The new one keeps the other, whose documents live in its memory.

@@ -67,7 +67,7 @@ bool ChartTransformer::runTemplate(const std::string& templateText,
 bool ChartTransformer::addPopups() {
   static unsigned counter = 1;
   if (!model_ || !model_->getPopups().empty()) return false;
-  applyTemplate(
+  const bool isApplied = applyTemplate(
       "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\"?>"
       "<template TAVO-Version=\"2.10\" xmlns=\"" CHARTXML_HOST
       "/software/analytics/tavo/xml/visualization\" "
@@ -76,5 +76,5 @@ bool ChartTransformer::addPopups() {
       "/software/analytics/tavo/xml/visualization/grafo-template-3.5.xsd\">"
       "<addPopups x=\"true\" y=\"true\" z=\"true\" legend=\"true\"/></template>");
   if (willPrintString(PRINT_PARSE_ERROR)) dump("xml_with_popups", counter++, PRINT_PARSE_ERROR);
-  return true;
+  return isApplied;
 }

@@ -268,10 +268,11 @@ std::string TreeTransformer::getUncompressedPMML(const XMLCh*) {
   document_ = nullptr;
   pmml_.reset();
   guarded("getUncompressedPMML fatal error", __LINE__, [&] {
-    if (!inflatePMML(text)) return;
-    pmml_ = parseOwned(text, modelFrame.root);
+    std::string stored;
+    if (!inflatePMML(stored)) return;
+    pmml_ = parseOwned(stored, modelFrame.root);
+    text = pmml_ ? rootText(*pmml_) : std::move(stored);
     document_ = pmml_.get();
-    if (pmml_) text = rootText(*pmml_);
   });
   return text;
 }

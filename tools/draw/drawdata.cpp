@@ -69,6 +69,7 @@ class DrawData::Store : public VarDataProcessor {
  public:
   explicit Store(const PlXVisualization& chart) {
     std::ostringstream out;
+    out.exceptions(std::ios::badbit);  // for lack of memory
     ChartPrinter().Print(chart.getImplementation()->getOwnerDocument(), out);
     XmlDataHandler::Problem problem;
     if (!XmlDataHandler::ReadStore(std::move(out).str(), *this, XmlDataHandler::Keep::All,

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include <chartxml/chartxml.h>
+#include <xercesc/util/OutOfMemoryException.hpp>
 
 #include "commandline.h"
 #include "files.h"
@@ -123,6 +124,7 @@ int main(int argc, char** argv) {
   // Writing tells what these two would end the process for.
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
+  removeTemporariesAtSignals();
   try {
     return runTool(argc, argv);
   } catch (const OutputError& e) {

@@ -139,6 +139,7 @@ void readDocumentText(const std::string& name, const std::string& text, VarDataP
     const DOMElement& root = rootOf(base, name, text);
     if (!XMLString::equals(root.getLocalName(), u"graphSources")) requireChart(root, name);
     std::ostringstream out;
+    out.exceptions(std::ios::badbit);  // for lack of memory
     ChartPrinter().Print(root.getOwnerDocument(), out);
     spelled = std::move(out).str();
   }

@@ -1,7 +1,9 @@
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <iterator>
 #include <map>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -225,9 +227,18 @@ bool drawMany(const Job& job, const std::vector<Template>& templates) {
   return isRead == exitDone && failed == 0;
 }
 
+// A value of Json takes memory when it goes, and ends the process without a word where there is
+// none: a failed allocation mustn't unwind what is drawn so far.
+[[noreturn]] void endWithoutMemory() {
+  removeTemporaries();
+  complain("not enough memory");
+  std::_Exit(exitProblems);
+}
+
 }  // namespace
 
 int runDraw(int argc, char** argv) {
+  std::set_new_handler(endWithoutMemory);
   const Job job = readJob(argc, argv);
   std::vector<Template> templates;
   for (const std::string& name : job.templates) templates.push_back(readTemplate(name));

@@ -43,6 +43,7 @@ class Explanation {
  public:
   Explanation(const CommandSchema& schema, const ChartElements& charts, const Template& source)
       : schema_(schema), charts_(charts), file_(source.file) {
+    listing_.exceptions(std::ios::badbit);  // for lack of memory
     for (const DocumentNode& node : source.root.children) {
       if (node.isText()) {
         const std::size_t start = node.text.find_first_not_of(" \n\t");

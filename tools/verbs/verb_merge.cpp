@@ -167,6 +167,7 @@ class Target {
 
   std::string text() const {
     std::ostringstream out;
+    out.exceptions(std::ios::badbit);  // for lack of memory
     ChartPrinter().Print(root_.getOwnerDocument(), out);
     return std::move(out).str();
   }
@@ -225,7 +226,9 @@ int runMerge(int argc, char** argv) {
   transformer.setDataXML(data);
   std::string text = transformer.getEntireXML(ChartBase::_utf8);
   if (transformer.isOutOfMemory()) throw NotEnoughMemory(job.chart);
-  if (text.empty() || !transformer.isDataWhole()) failAtPair(job.chart, chart, job.data[0], data);
+  if (text.empty() || !transformer.isDataWhole()) {
+    failAtPair(job.chart, chart, job.data[0], data);
+  }
   text += '\n';
   PendingFile(job.output, std::move(text)).commit();
   return exitDone;
