@@ -49,7 +49,7 @@ printf '%s\n' "$prefix"/include/chartxml/*.h |
 # Each name is, or is a member of, what a header marks, perhaps in a namespace; its type, constant or
 # template may be part of a longer text.
 marked=$(grep -rohP 'CHARTXML_API [^;({]*?\K\w+(?=\(| :| {|;|$)' "$prefix/include" | sort -u | paste -sd '|')
-if nm -DC --defined-only "$libdir/libchartxml.so" | cut -c 20- | grep -vE "(^|[ *&]|chartxml::|misspelling::)($marked)(\(|::|\$)"
+if nm -DC --defined-only "$libdir/libchartxml.so" | cut -c 20- | grep -vE "(^|[ *&]|chartxml::|misspelling::)($marked)(\[abi:cxx11\])?(\(|::|\$)"
 then
   echo "exported, but in no header" >&2
   exit 1
