@@ -211,6 +211,9 @@ TEST(LegacyTemplate, TellsWhatItLeavesOut) {
       {"<element type='line'><statistic method='smooth'><parameter name='alpha' value='.9'/>"
        "</statistic></element>",
        "3 "},
+      {"<element type='line'><statistic method='smooth'><parameter name='alpha' value='.9'/>"
+       "<parameter name='predictIndividuals' value='true'/></statistic></element>",
+       ""},
       // Links that lead nowhere.
       {"<frame style='s'><location/></frame><dimension role='x'><axis><majorticks markStyle='t' "
        "delta='1'/></axis></dimension>",
