@@ -118,8 +118,8 @@ const char* extensionOf(Form form) {
 // ---- templates
 
 // The element at a 0-based position below the root.
-const TemplateNode& commandAt(const Template& source, std::size_t position) {
-  for (const TemplateNode& node : source.root.children) {
+const DocumentNode& commandAt(const Template& source, std::size_t position) {
+  for (const DocumentNode& node : source.root.children) {
     if (!node.isText() && position-- == 0) return node;
   }
   return source.root;
@@ -135,7 +135,7 @@ std::string styled(const std::vector<Template>& templates, const std::string& na
     std::vector<std::size_t> passedOver;
     const bool isApplied = transformer.applyTemplate(each.text, passedOver);
     for (const std::size_t position : passedOver) {
-      const TemplateNode& command = commandAt(each, position);
+      const DocumentNode& command = commandAt(each, position);
       const std::string problem = sentenceOf(command.name).empty()
                                       ? CommandSchema().problemOfCommand(command.name)
                                       : "command '" + command.name + "' failed";
