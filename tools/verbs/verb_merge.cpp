@@ -72,6 +72,7 @@ int runMerge(int argc, char** argv) {
   checkChart(files[0], chart);
 
   ChartTransformer transformer(compressed(chart), std::string());
+  if (transformer.isOutOfMemory()) throw NotEnoughMemory(files[0]);
   transformer.setDataXML(data);
   std::string text = transformer.getEntireXML(ChartBase::_utf8);
   if (transformer.isOutOfMemory()) throw NotEnoughMemory(files[0]);
