@@ -141,6 +141,7 @@ TEST_F(Rows, OutOfTheOrdinaryStay) {
                                  "&#X41;",
                                  "&#;",
                                  "&#65",
+                                 "&#65x;",
                                  "&x;",
                                  "\x01",
                                  std::string(1, '\0'),

@@ -142,6 +142,15 @@ class CHARTXML_API VarDataProcessor {
                                unsigned row);
   // Appends what a number in a cell reads as.
   static void AppendNumber(double value, std::string& out);
+  // What the text of a cell is where texts count beside numbers. `value` is set for both kinds of
+  // numbers.
+  enum class Spelling {
+    Text,
+    Number,  // a finite decimal one; blanks around it mean nothing
+    Code,    // one whose spelling says more than its value: 007, +5, or a whole number of more
+             // digits than a double keeps
+  };
+  static Spelling SpellingOf(std::string_view text, double& value);
 
   // The pool of texts, which cells share and count.
 

@@ -29,6 +29,8 @@ void append(std::vector<DOMElement*>& sources, const std::vector<Source*>& objec
   for (const Source* object : objects) sources.push_back(object->getImplementation());
 }
 
+constexpr const char* notCompressed = "the chart is no whole compressed text";
+
 }  // namespace
 
 // What an operation of the object gives; the empty answer, and a report, when it can't.
@@ -54,6 +56,7 @@ auto ChartTransformer::answer(const char* failure, unsigned line, Operation oper
 ChartTransformer::ChartTransformer(const std::string& chartText)
     : data_(std::make_unique<ChartData>()) {
   asBadAlloc([&] {
+    if (chartText.empty()) refuse("the text is empty");
     if (chartText.empty() || openWithoutRows(chartText)) return;
     makeModel(chartText);
     if (model_) separateData(nullptr);
@@ -63,10 +66,13 @@ ChartTransformer::ChartTransformer(const std::string& chartText)
 ChartTransformer::ChartTransformer(const std::string& compressedChart,
                                    const std::string& compressedData)
     : data_(std::make_unique<ChartData>(ChartData::Form::Packed, compressedData)) {
-  if (!compressedChart.starts_with('x')) return;
   try {
     std::string text;
-    if (!zlib1211tavo::decompressString(text, compressedChart)) return;
+    if (!compressedChart.starts_with('x') ||
+        !zlib1211tavo::decompressString(text, compressedChart)) {
+      refuse(notCompressed);
+      return;
+    }
     makeModel(text.empty() ? compressedChart : text);
   } catch (const TavoGoToCaller&) {
     throw;
@@ -82,13 +88,21 @@ ChartTransformer::ChartTransformer(const std::string& compressedChart,
     : data_(std::make_unique<ChartData>(dataStream, dataStreamLength)) {
   answer("ChartTransformer ctor fatal error", __LINE__, [&] {
     std::string text;
-    if (zlib1211tavo::decompressString(text, compressedChart)) makeModel(text);
+    if (zlib1211tavo::decompressString(text, compressedChart)) {
+      makeModel(text);
+    } else {
+      refuse(notCompressed);
+    }
     return true;
   });
 }
 
 ChartTransformer::~ChartTransformer() {
   if (model_) model_->store().endWithDocument();
+}
+
+void ChartTransformer::refuse(const char* reason) {
+  problems_.assign(1, {{}, 0, 0, reason, true});
 }
 
 void ChartTransformer::makeModel(const std::string& text) {
@@ -104,6 +118,7 @@ bool ChartTransformer::openWithoutRows(const std::string& text) {
   if (!rowseparator::separate(text, rows)) return false;
   chart_.reset(tryOwned(rows.rest));
   if (!chart_) return false;
+  rowseparator::placeInText(text, rows, problems_);
   rows.rest = {};
   model_ = std::make_unique<PlXVisualization>(chart_->getDocumentElement());
   if (model_->getEmbeddedSources().size() == rows.ends.size()) {
@@ -205,6 +220,7 @@ OwnedDocument ChartTransformer::readData(rowseparator::Separated& rows) {
   const bool isUsual = !chart_ || !XMLString::equals(chart_->getXmlVersion(), u"1.1");
   if (text && isUsual && rowseparator::separate(*text, rows, rowseparator::Of::Data)) {
     data.reset(tryOwned(rows.rest));
+    if (data) rowseparator::placeInText(*text, rows, problems_);
     if (data && !datasources::areRowsOf(*data, rows)) data.reset();
   }
   if (!data) {
@@ -241,10 +257,12 @@ unsigned char* ChartTransformer::getCompressedDataStream(unsigned long& size) {
 }
 
 DOMDocument* ChartTransformer::createDataDocument(const XMLCh*) {
-  return newDocument(_gsgraphSources, {{_schemaDefaultNSName, _schemaDefaultNSValue},
-                                       {_schemaInstanceName, _schemaInstanceValue},
-                                       {_schemaDataLocationName, _schemaDatabLocationValue},
-                                       {_schemaLocationName, _schemaDataLocationValue}});
+  return answer("createDataDocument fatal error", __LINE__, [] {
+    return newDocument(_gsgraphSources, {{_schemaDefaultNSName, _schemaDefaultNSValue},
+                                         {_schemaInstanceName, _schemaInstanceValue},
+                                         {_schemaDataLocationName, _schemaDatabLocationValue},
+                                         {_schemaLocationName, _schemaDataLocationValue}});
+  });
 }
 
 std::string ChartTransformer::compressDocument(const DOMDocument* document) const {

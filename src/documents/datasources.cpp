@@ -232,13 +232,8 @@ std::string textBeforeRows(const DOMElement& source) {
 }  // namespace
 
 OwnedDocument datasources::wholeFrame(DOMDocument* document) {
-  OwnedDocument frame(document);
-  // The last attribute that is set.
-  if (!frame || !frame->getDocumentElement() ||
-      !frame->getDocumentElement()->hasAttribute(ChartBase::_schemaLocationName)) {
-    throw std::bad_alloc();
-  }
-  return frame;
+  if (!document) throw std::bad_alloc();
+  return OwnedDocument(document);
 }
 
 bool datasources::arePlain(const DOMElement& chartRoot, const std::vector<DOMElement*>& sources) {

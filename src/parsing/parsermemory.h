@@ -36,6 +36,10 @@ class ParserMemory : public xercesc::MemoryManager {
 
   std::size_t bytes() const { return bytes_; }
 
+  // To be told when the parser goes. Releasing a document takes a little memory: where there is no
+  // other, that comes out of this object.
+  void endsNow() { isEnding_ = true; }
+
   void* allocate(XMLSize_t size) override;
   void deallocate(void* block) override;
   // Exceptions may outlive the parser.
@@ -53,12 +57,18 @@ class ParserMemory : public xercesc::MemoryManager {
   };
   static_assert(sizeof(Header) % alignof(std::max_align_t) == 0);
 
+  void* reserve(std::size_t size);
+
   Header ring_{&ring_, &ring_, 0, 0};
   std::size_t bytes_ = 0;  // in use
   std::size_t mostBytes_ = unbound;
   std::size_t room_ = unbound;
   std::size_t readers_ = 0;  // made so far
   std::size_t mostReaders_ = unbound;
+  bool isEnding_ = false;
+  bool isReserveTaken_ = false;
+  // For one block at a time. The parser library itself aligns objects no better than this.
+  alignas(Header) std::byte reserve_[256];
 };
 
 #endif

@@ -92,7 +92,7 @@ std::string quoted(std::string_view text);
 std::string word(std::string_view text);
 
 // Writes a line to standard error, behind the tool's name.
-void complain(const std::string& message);
+void complain(std::string_view message);
 
 // Calls `work` for each name. Failures are written and answered as exitProblems.
 template <class Work>

@@ -10,23 +10,23 @@
 #include "problems.h"
 
 const char separateHelp[] =
-    "usage: chartxml separate [--chart OUT] [--data OUT] [--compress] [--verbose] FILE\n"
-    "\n"
-    "Writes a chart and its data into two files. In the chart a placeholder stands for each "
-    "source\n"
-    "of data that lay in it. A chart without sources gives a data document without any.\n"
-    "\n"
-    "      --chart OUT  the chart's file; of FILE sales.xml it is sales.chart.xml, or\n"
-    "                   sales.chart.z with --compress\n"
-    "      --data OUT   the data's file, in the same way sales.data.xml or sales.data.z\n"
-    "  -z, --compress   write both compressed\n"
-    "  -v, --verbose    tell on standard error what was written\n"
-    "  -h, --help       show this\n"
-    "\n"
-    "Examples:\n"
-    "  chartxml separate sales.xml\n"
-    "  chartxml separate --compress --chart chart.z --data data.z sales.xml\n"
-    "  chartxml separate --chart - --data /dev/null sales.xml | less\n";
+    R"(usage: chartxml separate [--chart OUT] [--data OUT] [--compress] [--verbose] FILE
+
+Writes a chart and its data into two files. In the chart a placeholder stands for each source
+of data that lay in it. A chart without sources gives a data document without any.
+
+      --chart OUT  the chart's file; of FILE sales.xml it is sales.chart.xml, or
+                   sales.chart.z with --compress
+      --data OUT   the data's file, in the same way sales.data.xml or sales.data.z
+  -z, --compress   write both compressed
+  -v, --verbose    tell on standard error what was written
+  -h, --help       show this
+
+Examples:
+  chartxml separate sales.xml
+  chartxml separate --compress --chart chart.z --data data.z sales.xml
+  chartxml separate --chart - --data /dev/null sales.xml | less
+)";
 
 namespace {
 
