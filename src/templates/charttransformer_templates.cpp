@@ -3,6 +3,7 @@
 #include "charttemplate.h"
 #include "charttransformer.h"
 #include "commandoutcome.h"
+#include "memoryfailure.h"
 #include "plxframes.h"
 #include "tavogotocaller.h"
 
@@ -52,7 +53,10 @@ bool ChartTransformer::runTemplate(const std::string& templateText,
   } catch (...) {
     isApplied = false;  // and reported where it happened
   }
-  if (chartTemplate) passedOver = chartTemplate->getPassedOver();
+  isApplied = unlessMemoryFails(false, [&] {
+    if (chartTemplate) passedOver = chartTemplate->getPassedOver();
+    return isApplied;
+  });
   if (willPrintString(PRINT_AFTER_TEMPLATE)) {
     dump("Xml_after_template_", counter++, PRINT_AFTER_TEMPLATE);
   }
