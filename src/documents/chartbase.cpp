@@ -18,6 +18,8 @@
 #include "placeholders.h"
 #include "plxframes.h"
 #include "plxuni.h"
+#include "problemfinder.h"
+#include "problemlist.h"
 #include "report.h"
 #include "tavogotocaller.h"
 
@@ -82,6 +84,7 @@ ChartBase::ChartBase() {
 
 ChartBase::~ChartBase() {
   parser_.reset();
+  finder_.reset();
   grammarpool::drop();
   terminate();
 }
@@ -236,8 +239,11 @@ ChartParser& ChartBase::parser() {
 bool ChartBase::parse(const std::string& text) {
   isOutOfMemory_ = false;
   try {
-    if (parser().parseText(text, sourceName)) return true;
+    const bool isParsed = parser().parseText(text, sourceName);
+    problems_ = parser_->problems();
+    if (isParsed) return true;
   } catch (const std::bad_alloc&) {
+    problemlist::noteMemory(problems_);
     isOutOfMemory_ = true;
     reportParse(text, "parseDocument fatal error while parsing: not enough memory", __LINE__);
     throw;
@@ -256,7 +262,14 @@ DOMDocument* ChartBase::parseOwned(const std::string& text) {
 }
 
 DOMDocument* ChartBase::tryOwned(const std::string& text) {
-  return parser().tryText(text, sourceName) ? parser_->adoptDocument() : nullptr;
+  if (!parser().tryText(text, sourceName)) return nullptr;
+  problems_ = parser_->problems();
+  return parser_->adoptDocument();
+}
+
+std::vector<ChartProblem> ChartBase::findProblems(const std::string& text) {
+  if (!finder_) finder_ = std::make_unique<ProblemFinder>();
+  return finder_->problemsOf(text);
 }
 
 void ChartBase::releaseDocument(DOMDocument* doc) {

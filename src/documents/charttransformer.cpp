@@ -33,6 +33,8 @@ std::unique_ptr<PlXVisualization> modelOf(const DOMDocument& chart) {
   return std::make_unique<PlXVisualization>(chart.getDocumentElement());
 }
 
+constexpr const char* notCompressed = "the chart is no whole compressed text";
+
 }  // namespace
 
 // What an operation of the object gives; the empty answer, and a report, when it can't.
@@ -57,6 +59,7 @@ auto ChartTransformer::answer(const char* failure, unsigned line, Operation oper
 
 ChartTransformer::ChartTransformer(const std::string& chartText)
     : data_(std::make_unique<ChartData>()) {
+  if (chartText.empty()) refuse("the text is empty");
   if (chartText.empty() || openWithoutRows(chartText)) return;
   makeModel(chartText);
   if (model_) separateData(nullptr);
@@ -65,10 +68,13 @@ ChartTransformer::ChartTransformer(const std::string& chartText)
 ChartTransformer::ChartTransformer(const std::string& compressedChart,
                                    const std::string& compressedData)
     : data_(std::make_unique<ChartData>(ChartData::Form::Packed, compressedData)) {
-  if (!compressedChart.starts_with('x')) return;
   try {
     std::string text;
-    if (!zlib1211tavo::decompressString(text, compressedChart)) return;
+    if (!compressedChart.starts_with('x') ||
+        !zlib1211tavo::decompressString(text, compressedChart)) {
+      refuse(notCompressed);
+      return;
+    }
     makeModel(text.empty() ? compressedChart : text);
   } catch (const TavoGoToCaller&) {
     throw;
@@ -84,13 +90,21 @@ ChartTransformer::ChartTransformer(const std::string& compressedChart,
     : data_(std::make_unique<ChartData>(dataStream, dataStreamLength)) {
   answer("ChartTransformer ctor fatal error", __LINE__, [&] {
     std::string text;
-    if (zlib1211tavo::decompressString(text, compressedChart)) makeModel(text);
+    if (zlib1211tavo::decompressString(text, compressedChart)) {
+      makeModel(text);
+    } else {
+      refuse(notCompressed);
+    }
     return true;
   });
 }
 
 ChartTransformer::~ChartTransformer() {
   if (model_) model_->store().endWithDocument();
+}
+
+void ChartTransformer::refuse(const char* reason) {
+  problems_.assign(1, {{}, 0, 0, reason, true});
 }
 
 void ChartTransformer::makeModel(const std::string& text) {
@@ -105,6 +119,7 @@ bool ChartTransformer::openWithoutRows(const std::string& text) {
   if (!rowseparator::separate(text, rows)) return false;
   chart_.reset(tryOwned(rows.rest));
   if (!chart_) return false;
+  rowseparator::placeInText(text, rows, problems_);
   rows.rest = {};
   model_ = asBadAlloc([this] { return modelOf(*chart_); });
   if (model_->getEmbeddedSources().size() == rows.ends.size()) {
@@ -207,6 +222,7 @@ OwnedDocument ChartTransformer::readData(rowseparator::Separated& rows) {
   const bool isUsual = !chart_ || !XMLString::equals(chart_->getXmlVersion(), u"1.1");
   if (text && isUsual && rowseparator::separate(*text, rows, rowseparator::Of::Data)) {
     data.reset(tryOwned(rows.rest));
+    if (data) rowseparator::placeInText(*text, rows, problems_);
     if (data && !datasources::areRowsOf(*data, rows)) data.reset();
   }
   if (!data) {

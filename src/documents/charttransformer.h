@@ -78,10 +78,13 @@ class CHARTXML_API ChartTransformer : public ChartBase {
   // document, less its comments and prefixes. Null with `size` 0 when there is no data or it can't
   // be a stream.
   unsigned char* getCompressedDataStream(unsigned long& size);
+  // The model over the chart, which stays the object's and lives as long; null without a chart.
+  PlXVisualization* getVisualization() const { return model_.get(); }
+
   // Applies a template to the chart. False without a chart and for a failure that stopped the run;
-  // true all the same for a text that is no template and for commands that failed, which the log
-  // tells. With the dumps on (DumpChartXMLOptions), chart and template are written before, and the
-  // chart after.
+  // true all the same for a text that is no template and for commands that failed, which
+  // getProblems() tells then. With the dumps on (DumpChartXMLOptions), chart and template are
+  // written before, and the chart after.
   bool applyTemplate(const std::string& templateText);
   // The same, and tells what was passed over in the way of ChartTemplate::getPassedOver().
   bool applyTemplate(const std::string& templateText, std::vector<std::size_t>& passedOver);
@@ -99,6 +102,7 @@ class CHARTXML_API ChartTransformer : public ChartBase {
   bool runTemplate(const std::string& templateText, std::vector<std::size_t>& passedOver,
                    std::vector<CommandOutcome>* outcomes);
   void dump(const std::string& prefix, unsigned counter, PRINTTYPE type);
+  void refuse(const char* reason);
   void makeModel(const std::string& text);
   bool openWithoutRows(const std::string& text);
   // With null the sources still hold their rows.

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
+#include "chartprolog.h"
 #include "plainrows.h"
 
 namespace {
@@ -29,7 +31,8 @@ bool startsWith(const char* at, const char* end, std::string_view word) {
 class Walk {
  public:
   Walk(std::string_view text, rowseparator::Separated& result, rowseparator::Of of)
-      : at_(text.data()),
+      : start_(text.data()),
+        at_(start_),
         copied_(at_),
         end_(text.data() + text.size()),
         result_(result),
@@ -110,9 +113,11 @@ class Walk {
 
   bool takeRows() {
     result_.rest.append(between(copied_, at_));
+    const auto start = static_cast<std::size_t>(at_ - start_);
     at_ = rows_.copy(at_);
     copied_ = at_;
     if (!at_) return false;
+    result_.cuts.push_back({start, static_cast<std::size_t>(at_ - start_)});
     result_.ends.back() = rows_.size();
     return true;
   }
@@ -168,6 +173,7 @@ class Walk {
     return attributes.empty() || attributes == "/";
   }
 
+  const char* const start_;
   const char* at_;
   const char* copied_;  // what is behind it isn't in the rest yet
   const char* const end_;
@@ -182,6 +188,41 @@ class Walk {
 
 bool rowseparator::separate(std::string_view text, Separated& result, Of of) {
   return isOn && Walk(text, result, of).run();
+}
+
+void rowseparator::placeInText(std::string_view text, const Separated& separated,
+                               std::vector<ChartProblem>& problems) {
+  auto problem = problems.begin();
+  chartprolog::PlaceCounter inRest;
+  chartprolog::PlaceCounter inText;
+  chartprolog::Place cutInRest{1, 1};
+  chartprolog::Place cutInText{1, 1};
+  std::size_t at = 0;
+  // Those in front of a cut are shifted as the cut before it was.
+  const auto shift = [&](const chartprolog::Place* end) {
+    for (; problem != problems.end(); ++problem) {
+      const std::pair place(problem->line, problem->column);
+      if (end && place > std::pair(end->line, end->column)) return;
+      if (problem->line == 0) continue;
+      if (problem->line == cutInRest.line) {
+        problem->column += cutInText.column - cutInRest.column;
+      }
+      problem->line += cutInText.line - cutInRest.line;
+    }
+  };
+  if (problems.empty()) return;
+  for (const Separated::Cut& cut : separated.cuts) {
+    const std::string_view between = text.substr(at, cut.start - at);
+    inRest.pass(between);
+    inText.pass(between);
+    const chartprolog::Place end = inRest.place();
+    shift(&end);
+    inText.pass(text.substr(cut.start, cut.end - cut.start));
+    cutInRest = end;
+    cutInText = inText.place();
+    at = cut.end;
+  }
+  shift(nullptr);
 }
 
 void rowseparator::turn(bool on) {

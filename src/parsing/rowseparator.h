@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "chartproblem.h"
+
 namespace rowseparator {
 
 // Whose text it is: that of a chart, or of the data document that was made of one.
@@ -23,6 +25,12 @@ struct Separated {
   // For each `embeddedSource`, in document order, where its rows end in `bytes`. They are the last
   // that stands in the source.
   std::vector<std::size_t> ends;
+  // Where rows were taken out of the text.
+  struct Cut {
+    std::size_t start;
+    std::size_t end;
+  };
+  std::vector<Cut> cuts;
 };
 
 // True when rows were taken out. When `rest` then is a document without errors, read with the
@@ -32,6 +40,10 @@ struct Separated {
 // mention of schemas, a source with more attributes than its id, anything but blanks behind the
 // first row of a source, characters that XML refuses.
 bool separate(std::string_view text, Separated& result, Of of = Of::Chart);
+
+// Gives problems of `rest`, in the order of their places, the places that they have in the text.
+void placeInText(std::string_view text, const Separated& separated,
+                 std::vector<ChartProblem>& problems);
 
 // Off, `separate` refuses every text; for comparisons.
 void turn(bool on);

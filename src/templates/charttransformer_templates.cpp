@@ -54,7 +54,9 @@ bool ChartTransformer::runTemplate(const std::string& templateText,
     isApplied = false;  // and reported where it happened
   }
   isApplied = unlessMemoryFails(false, [&] {
-    if (chartTemplate) passedOver = chartTemplate->getPassedOver();
+    if (!chartTemplate) return isApplied;
+    passedOver = chartTemplate->getPassedOver();
+    problems_ = chartTemplate->getProblems();
     return isApplied;
   });
   if (willPrintString(PRINT_AFTER_TEMPLATE)) {

@@ -101,7 +101,7 @@ std::string reasonIn(const std::string& messages) {
   std::size_t at = 0;
   while (at < messages.size()) {
     const std::size_t end = std::min(messages.find('\n', at), messages.size());
-    const std::string line = messages.substr(at, end - at);
+    std::string line = messages.substr(at, end - at);
     at = end + 1;
     if (line.find("Error: ") != line.npos) return line;
     if (line.find_first_not_of(" \t\r") != line.npos) reason = line;

@@ -15,7 +15,6 @@
 #include <xercesc/util/OutOfMemoryException.hpp>
 
 #include "commandline.h"
-#include "commandschema.h"
 #include "files.h"
 
 namespace {
@@ -95,9 +94,10 @@ const Verb* verbOf(std::string_view name) {
 int failAtVerb(const std::string& name) {
   std::vector<std::string> names = {"help", "version"};
   for (const Verb& verb : verbs) names.emplace_back(verb.name);
-  complain(name.empty()            ? "a verb is missing"
-           : name.starts_with('-') ? "unrecognized option '" + name + "'"
-                                   : "unknown verb '" + name + "'" + suggestion(name, names));
+  complain(name.empty() ? "a verb is missing"
+           : name.starts_with('-')
+               ? "unrecognized option '" + name + "'"
+               : "unknown verb '" + name + "'" + misspelling::suggestion(name, names));
   std::cerr << "Try 'chartxml --help'.\n";
   return exitUsage;
 }

@@ -25,10 +25,10 @@ Examples:
 
 namespace {
 
-void addElements(const TemplateNode& node, std::vector<const TemplateNode*>& elements) {
-  std::vector<const TemplateNode*> open = {&node};
+void addElements(const DocumentNode& node, std::vector<const DocumentNode*>& elements) {
+  std::vector<const DocumentNode*> open = {&node};
   while (!open.empty()) {
-    const TemplateNode* next = open.back();
+    const DocumentNode* next = open.back();
     open.pop_back();
     if (!next->isText()) elements.push_back(next);
     for (auto child = next->children.rbegin(); child != next->children.rend(); ++child) {
@@ -46,10 +46,10 @@ int runConvert(int argc, char** argv) {
   if (operands.size() > 1) throw UsageError("one template at a time");
   const std::string& file = operands[0];
   const OlderTemplate older = readOlderTemplate(file);
-  std::vector<const TemplateNode*> elements;
+  std::vector<const DocumentNode*> elements;
   addElements(older.root, elements);
   for (const auto& [position, attribute] : older.conversion.leftOut) {
-    const TemplateNode& node = *elements.at(position);
+    const DocumentNode& node = *elements.at(position);
     const std::string what = '\'' + node.name + "' is left out";
     complain(placed(node, file,
                     attribute.empty() ? "element " + what

@@ -9,7 +9,6 @@
 #include <chartxml/chartxml.h>
 
 #include "commandline.h"
-#include "commandschema.h"
 #include "csv.h"
 #include "files.h"
 #include "problems.h"
@@ -132,7 +131,7 @@ class Target {
 
   // The identifier of the source whose place the table takes. `wanted` may be empty.
   std::string sourceFor(const std::string& table, const std::string& wanted, bool isOnlyTable) {
-    const std::string name = wanted.empty() ? sourceNameOf(table) : wanted;
+    std::string name = wanted.empty() ? sourceNameOf(table) : wanted;
     std::vector<std::string> names;
     for (const DOMElement* source : sources_) names.push_back(idOf(*source));
     if (std::ranges::count(names, name) > 0) return name;
@@ -151,7 +150,7 @@ class Target {
       if (name.empty() || std::ranges::count(columns, name) > 0) continue;
       throw Failure(table + ": has no column '" + escaped(name) + "', which variable '" +
                     escaped(idOf(*child)) + "' of " + file_ + " is read from, but " +
-                    listed(columns) + suggestion(name, columns));
+                    listed(columns) + misspelling::suggestion(name, columns));
     }
   }
 

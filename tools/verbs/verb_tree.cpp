@@ -75,14 +75,6 @@ Job readJob(int argc, char** argv) {
   return job;
 }
 
-// `kind` is what the file should have been.
-[[noreturn]] void failAt(const std::string& file, const std::string& text, const char* kind) {
-  for (const Problem& problem : ProblemFinder().problemsOf(text)) {
-    if (problem.isRefused) throw Failure(placed(problem, file));
-  }
-  throw Failure(file + ": is not a " + kind);
-}
-
 // A wrong value is a matter of the command line.
 void set(TreeTransformer& tree, const std::string& setting) {
   const std::size_t sign = setting.find('=');
@@ -122,14 +114,18 @@ int runTree(int argc, char** argv) {
   const std::string model = readDocument(job.file);
   const std::string start = job.displayFrom.empty() ? "" : readDocument(job.displayFrom);
   TreeTransformer tree(model, start);
-  if (tree.getDisplayData(nullptr).empty()) failAt(job.displayFrom, start, "display document");
+  if (tree.getDisplayData(nullptr).empty()) {
+    failAtProblem(tree.findProblems(start), job.displayFrom, "a display document");
+  }
   for (const std::string& name : job.templates) {
     const std::string text = readDocument(name);
-    if (!tree.applyTemplate(text)) failAt(name, text, "display template");
+    if (!tree.applyTemplate(text)) {
+      failAtProblem(tree.findProblems(text), name, "a display template");
+    }
   }
   for (const std::string& setting : job.settings) set(tree, setting);
   const std::string printed = tree.getUncompressedPMML(nullptr);
-  if (!tree.isPMMLParsed()) failAt(job.file, model, "tree model");
+  if (!tree.isPMMLParsed()) failAtProblem(tree.findProblems(model), job.file, "a tree model");
 
   PendingFile modelFile(job.model,
                         job.isCompressed ? tree.getCompressedPMML(nullptr) : printed + '\n');
