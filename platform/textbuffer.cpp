@@ -25,6 +25,7 @@ void TextBuffer::closeBlock() {
 }
 
 void TextBuffer::borrow(std::string_view text) {
+  if (text.empty()) return;
   closeBlock();
   blocks_.push_back({nullptr, text.data(), text.size()});
 }

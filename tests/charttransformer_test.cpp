@@ -245,9 +245,10 @@ TEST(Transformer, TellsWhetherItsDataIsWhole) {
     for (const bool isMergedFirst : {false, true}) {
       ChartTransformer other(chart, each.packedData);
       zlib1211tavo::setInflateLimit(each.limit);
-      const bool isText = isMergedFirst && other.getEntireXML(nullptr) == text;
+      const std::string merged = isMergedFirst ? other.getEntireXML(nullptr) : "";
       EXPECT_EQ(other.isDataWhole(), each.isWhole);
-      EXPECT_EQ(isText, isMergedFirst && each.isWhole && !each.packedData.empty());
+      const bool isMerged = isMergedFirst && each.isWhole && !each.packedData.empty();
+      EXPECT_TRUE(!isMerged || merged == text) << merged;
       zlib1211tavo::setInflateLimit(limit);
       EXPECT_FALSE(other.isOutOfMemory());
     }

@@ -134,13 +134,15 @@ TEST(TextBuffers, HoldWhatWasAppended) {
   }
 }
 
-// More is compressed piece by piece than at once.
-TEST(LargeData, IsCompressedFromWhereItLies) {
+// What is more than is compressed at once is compressed piece by piece.
+TEST(LargeData, ComesBack) {
   std::string rows;
   const std::string row = "<row>" + std::string(1 << 20, '1') + "</row>";
   while (rows.size() <= mostAtOnce) rows += row;
-  ChartTransformer chart(
-      chartText("<embeddedSource id=\"s\"><names>x</names>" + rows + "</embeddedSource>"));
+  const std::string text =
+      chartText("<embeddedSource id=\"s\"><names>x</names>" + rows + "</embeddedSource>");
+  ChartTransformer chart(text);
+  EXPECT_TRUE(chart.getEntireXML(nullptr) == text);
   std::string data;
   EXPECT_TRUE(zlib1211tavo::decompressString(data, chart.getCompressedData()));
   EXPECT_TRUE(data == chart.getDataXML());

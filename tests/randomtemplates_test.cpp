@@ -51,6 +51,9 @@ class Generator {
     static const std::vector<std::string> numbers = rowsOf("0 | 1 | 2 | -1 | 40 | 2147483647")[0];
     switch (attribute.type) {
       case dialect::Type::Text:
+      case dialect::Type::Length:
+      case dialect::Type::Lengths:
+      case dialect::Type::Color:
         return anyValue();
       case dialect::Type::Flag:
         return oneOf({"true", "false", "0", "1"});

@@ -66,7 +66,7 @@ void DataText::write(const Mark& from, const Mark& to, Out& out) const {
 
 std::string DataText::whole() const {
   std::string text;
-  text.reserve(size());
+  text.reserve(size() + 1);  // whoever writes it ends the line
   write({0, 0}, {printed_.size(), inserted_.size()}, text);
   return text;
 }

@@ -54,7 +54,7 @@ const std::string& ChartData::packed(const Parse& parse) {
     const std::string text = printed(parse);
     if (!text.empty()) {
       packed_ = compressed(text);
-      plain_ = {};
+      std::string().swap(plain_);  // an assignment would keep its memory
       printedSize_ = text.size();
     }
   }

@@ -29,10 +29,6 @@ void append(std::vector<DOMElement*>& sources, const std::vector<Source*>& objec
   for (const Source* object : objects) sources.push_back(object->getImplementation());
 }
 
-std::unique_ptr<PlXVisualization> modelOf(const DOMDocument& chart) {
-  return std::make_unique<PlXVisualization>(chart.getDocumentElement());
-}
-
 constexpr const char* notCompressed = "the chart is no whole compressed text";
 
 }  // namespace
@@ -59,10 +55,12 @@ auto ChartTransformer::answer(const char* failure, unsigned line, Operation oper
 
 ChartTransformer::ChartTransformer(const std::string& chartText)
     : data_(std::make_unique<ChartData>()) {
-  if (chartText.empty()) refuse("the text is empty");
-  if (chartText.empty() || openWithoutRows(chartText)) return;
-  makeModel(chartText);
-  if (model_) separateData(nullptr);
+  asBadAlloc([&] {
+    if (chartText.empty()) refuse("the text is empty");
+    if (chartText.empty() || openWithoutRows(chartText)) return;
+    makeModel(chartText);
+    if (model_) separateData(nullptr);
+  });
 }
 
 ChartTransformer::ChartTransformer(const std::string& compressedChart,
@@ -109,7 +107,8 @@ void ChartTransformer::refuse(const char* reason) {
 
 void ChartTransformer::makeModel(const std::string& text) {
   chart_.reset(parseOwned(text));
-  if (chart_) model_ = asBadAlloc([this] { return modelOf(*chart_); });
+  if (!chart_) return;
+  asBadAlloc([this] { model_ = std::make_unique<PlXVisualization>(chart_->getDocumentElement()); });
 }
 
 // False, with the object as it was, when the rows have to go the way of everything else. That way
@@ -121,7 +120,7 @@ bool ChartTransformer::openWithoutRows(const std::string& text) {
   if (!chart_) return false;
   rowseparator::placeInText(text, rows, problems_);
   rows.rest = {};
-  model_ = asBadAlloc([this] { return modelOf(*chart_); });
+  model_ = std::make_unique<PlXVisualization>(chart_->getDocumentElement());
   if (model_->getEmbeddedSources().size() == rows.ends.size()) {
     separateData(&rows);
     return true;
@@ -169,8 +168,7 @@ DOMDocument* ChartTransformer::getDataDocument() {
   return answer("getDataDocument fatal error", __LINE__, [this]() -> DOMDocument* {
     std::string room;
     const std::string* text = data_->text(room);
-    DOMDocument* document = text ? parseDocument(*text) : nullptr;
-    return document;
+    return text ? parseDocument(*text) : nullptr;
   });
 }
 

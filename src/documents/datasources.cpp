@@ -116,7 +116,7 @@ bool isEmbedded(const DOMElement& source) {
 }
 
 // The children of the data's root by id; the first of several counts.
-std::unordered_map<std::u16string_view, Source> sourcesById(const DOMElement& dataRoot,
+std::unordered_map<std::u16string_view, Source> sourcesById(DOMElement& dataRoot,
                                                             const rowseparator::Separated* rows) {
   std::unordered_map<std::u16string_view, Source> sources;
   std::size_t start = 0;
@@ -271,7 +271,7 @@ std::unique_ptr<DataText> datasources::separated(const DOMElement& chartRoot, DO
 
 std::string datasources::merged(const DOMElement& chartRoot, DOMDocument& data,
                                 const rowseparator::Separated* rows, const XMLCh* encoding) {
-  const DOMElement& dataRoot = *data.getDocumentElement();
+  DOMElement& dataRoot = *data.getDocumentElement();
   takeVersion(data, chartRoot);
   const auto sources = sourcesById(dataRoot, rows);
   return mergedText(chartRoot, dataRoot, encoding, [&](const XMLCh* id, TextBuffer& out) {
@@ -287,7 +287,7 @@ std::string datasources::merged(const DOMElement& chartRoot, DOMDocument& data,
 }
 
 bool datasources::isDataOf(const DOMElement& chartRoot, const DOMDocument& data) {
-  const DOMElement& dataRoot = *data.getDocumentElement();
+  DOMElement& dataRoot = *data.getDocumentElement();
   if (!XMLString::equals(dataRoot.getNodeName(), ChartBase::_gsgraphSources)) return false;
   const auto sources = sourcesById(dataRoot, nullptr);
   for (const DOMElement* child = firstElement(&chartRoot); child; child = nextElement(child)) {

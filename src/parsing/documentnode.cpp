@@ -16,9 +16,13 @@ namespace {
 constexpr std::string_view blanks = " \t\r\n";
 
 // Builds the nodes of one document as the parser goes through it. The parser tells where an event
-// ends, which is where the next one starts: blanks between tags are events, too.
+// ends, which is where the next one starts: blanks between tags are events, too, but for those
+// before the root.
 class Builder : public PlacedHandler {
  public:
+  Builder(const std::string& document, const SAX2XMLReader& reader)
+      : documentText_(document), reader_(reader) {}
+
   DocumentNode takeRoot() { return std::move(document_.children.at(0)); }
 
   void startElement(const XMLCh* const, const XMLCh* const, const XMLCh* const name,
@@ -26,8 +30,7 @@ class Builder : public PlacedHandler {
     endText();
     DocumentNode node;
     node.name = utf::toUtf8(name);
-    // Blanks before the root are none.
-    if (open_.size() == 1) noteEnd();
+    if (open_.size() == 1) noteRoot();
     node.line = line_;
     node.column = column_;
     for (XMLSize_t i = 0; i < attributes.getLength(); ++i) {
@@ -69,6 +72,16 @@ class Builder : public PlacedHandler {
     column_ = place().column;
   }
 
+  // The last "<" of what has been read starts its tag.
+  void noteRoot() {
+    const auto read = static_cast<std::size_t>(reader_.getSrcOffset());
+    const std::size_t start = documentText_.rfind('<', read > 0 ? read - 1 : 0);
+    if (start == documentText_.npos) return noteEnd();
+    const std::string_view before = std::string_view(documentText_).substr(0, start);
+    line_ = 1 + std::count(before.begin(), before.end(), '\n');
+    column_ = 1 + utf::toUtf16(std::string(before.substr(before.rfind('\n') + 1))).size();
+  }
+
   void endOther() {
     endText();
     noteEnd();
@@ -90,6 +103,8 @@ class Builder : public PlacedHandler {
     text_ = {};
   }
 
+  const std::string& documentText_;
+  const SAX2XMLReader& reader_;
   DocumentNode document_;
   std::vector<DocumentNode*> open_{&document_};
   DocumentNode text_;
@@ -108,7 +123,7 @@ class NodeReader : public BoundedSaxParser {
   }
 
   std::optional<DocumentNode> read(const std::string& text, ChartProblem& problem) {
-    Builder builder;
+    Builder builder(text, *this);
     problem_ = &problem;
     if (parseText(text, builder)) return builder.takeRoot();
     if (problem.message.empty()) problem.message = "the document could not be read to its end";

@@ -53,11 +53,12 @@ bool ChartTransformer::runTemplate(const std::string& templateText,
   } catch (...) {
     isApplied = false;  // and reported where it happened
   }
-  if (chartTemplate) {
+  isApplied = unlessMemoryFails(false, [&] {
+    if (!chartTemplate) return isApplied;
     passedOver = chartTemplate->getPassedOver();
-    problems_ = unlessMemoryFails(std::vector<ChartProblem>(),
-                                  [&] { return chartTemplate->getProblems(); });
-  }
+    problems_ = chartTemplate->getProblems();
+    return isApplied;
+  });
   if (willPrintString(PRINT_AFTER_TEMPLATE)) {
     dump("Xml_after_template_", counter++, PRINT_AFTER_TEMPLATE);
   }

@@ -273,16 +273,12 @@ std::vector<Scenario> libraryScenarios() {
       {"commands",
        of([](const Inputs& chart, Answers& answers) { applyTemplate(chart, today, answers); }), 7},
       {"older",
-       of([](const Inputs& chart, Answers& answers) { applyTemplate(chart, older, answers); })},
+       of([](const Inputs& chart, Answers& answers) { applyTemplate(chart, older, answers); }), 5},
       {"popups", of(popups)},
       {"pack", of(packFrames)},
       {"streams", of(streams)},
       {"tree", tree, 41},
-      {"large", ofLarge([](const Inputs& chart, Answers& answers) {
-         open(chart, answers);
-         data(chart, answers);
-       }),
-       50},
+      {"large", ofLarge(data), 50},
       {"large-template",
        ofLarge([](const Inputs& chart, Answers& answers) { applyTemplate(chart, house, answers); }),
        50},

@@ -67,6 +67,16 @@ bool callFails() {
   return !failure.isShort;
 }
 
+std::string namesOf(void* const* places, int count) {
+  const resources::Pause pause;
+  std::string names;
+  for (int i = 0; i < count; ++i) {
+    Dl_info info;
+    if (dladdr(places[i], &info) != 0 && info.dli_sname) names.append(info.dli_sname).append("\n");
+  }
+  return names;
+}
+
 void count(const void* block, long difference) {
   if (block && pauses == 0) liveBlocks += difference;
 }
@@ -103,13 +113,12 @@ resources::Pause::~Pause() {
 }
 
 std::string resources::trace() {
-  const Pause pause;
-  std::string names;
-  for (int i = 0; i < depth; ++i) {
-    Dl_info info;
-    if (dladdr(frames[i], &info) != 0 && info.dli_sname) names.append(info.dli_sname).append("\n");
-  }
-  return names;
+  return namesOf(frames, depth);
+}
+
+std::string resources::traceNow() {
+  void* now[mostFrames];
+  return namesOf(now, backtrace(now, mostFrames));
 }
 
 #if CHARTXML_OWN_MALLOC

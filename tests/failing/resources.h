@@ -40,6 +40,8 @@ class Pause {
 // The functions that were at work when it came to the failure, the innermost first, by their names
 // in the symbol tables.
 std::string trace();
+// The same of those that are at work now.
+std::string traceNow();
 
 }  // namespace resources
 

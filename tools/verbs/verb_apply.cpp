@@ -138,7 +138,7 @@ std::string apply(const std::vector<Template>& templates, const std::string& nam
   std::string text = readDocument(name);
   ChartTransformer transformer(text);
   requireChart(transformer, name, text);
-  text = {};  // it may be long
+  std::string().swap(text);  // an assignment would keep its memory
   for (const Template& each : templates) {
     const bool isUnchecked = writesUnchecked(each);
     const Messages before = isUnchecked ? problemsOf(transformer) : Messages();

@@ -223,6 +223,7 @@ int runMerge(int argc, char** argv) {
   checkChart(job.chart, chart);
 
   ChartTransformer transformer(compressed(chart), std::string());
+  if (transformer.isOutOfMemory()) throw NotEnoughMemory(job.chart);
   transformer.setDataXML(data);
   std::string text = transformer.getEntireXML(ChartBase::_utf8);
   if (transformer.isOutOfMemory()) throw NotEnoughMemory(job.chart);

@@ -44,7 +44,7 @@ std::string inflated(const std::string& compressed) {
 Parts partsOf(const std::string& name, std::string text, bool isCompressed) {
   ChartTransformer transformer(text);
   requireChart(transformer, name, text);
-  text = {};  // it may be long
+  std::string().swap(text);  // an assignment would keep its memory
   Parts parts{transformer.getCompressedXML(), {}};
   if (transformer.isOutOfMemory()) throw NotEnoughMemory(name);
   if (!isCompressed) parts.chart = inflated(parts.chart);
