@@ -254,6 +254,18 @@ class Draw(unittest.TestCase):
         self.assertEqual([(cell["encoding"]["x"]["field"], cell["encoding"]["y"]["field"]) for cell in cells],
                          [("v", "u"), ("u", "v")])
 
+    def test_visibility(self):
+        # Each of several holds, on elements and on labels.
+        both = '<visibility variable="v" domain="few"/><visibility variable="w" domain="small"/>'
+        spec, _ = draw(chart(
+            f'<point id="p">{X_U}{Y_V}{both}<labeling variable="v">{both}</labeling></point>', more=(
+                '<intervalDomain id="few"><range max="9"/></intervalDomain>'
+                '<intervalDomain id="small"><range min="2"/></intervalDomain>')))
+        points, labels = layers(spec)
+        filters = ['datum["v"] <= 9', 'datum["w"] >= 2']
+        self.assertEqual([step["filter"] for step in points["transform"]], filters)
+        self.assertEqual([step["filter"] for step in labels["transform"][2:4]], filters)
+
     def test_data(self):
         spec, _ = draw(chart(f'<point id="p">{X_D}<y variable="w"/><color variable="g"/></point>'))
         rows = spec["datasets"]["s"]

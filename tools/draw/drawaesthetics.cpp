@@ -4,6 +4,8 @@
 #include <cmath>
 #include <functional>
 
+namespace draw {
+
 namespace {
 
 struct LookDrawer {
@@ -374,3 +376,5 @@ void putLook(DrawContext& context, const DrawLook& look, MarkKind kind, const Pl
     drawer.tellMade(tagOf(*aesthetic) + "s are left out");
   }
 }
+
+}  // namespace draw

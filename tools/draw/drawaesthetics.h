@@ -8,6 +8,8 @@
 #include "drawplane.h"
 #include "drawstatistics.h"
 
+namespace draw {
+
 // An aesthetic with the field that it shows: that of its variable, or of a statistic of it.
 struct DrawLook {
   const CTAesthetic* aesthetic = nullptr;
@@ -25,5 +27,7 @@ void putLook(DrawContext& context, const DrawLook& look, MarkKind kind, const Pl
 
 // True for those that have a look of their own in a picture.
 bool isDrawn(const CTAesthetic& aesthetic);
+
+}  // namespace draw
 
 #endif

@@ -10,6 +10,8 @@
 #include "drawguides.h"
 #include "pagelayout.h"
 
+namespace draw {
+
 using namespace xercesc;
 
 namespace {
@@ -359,3 +361,5 @@ class PageDrawer {
 Json drawChart(const PlXVisualization& chart, DrawNotes& notes) {
   return PageDrawer(chart, notes).draw();
 }
+
+}  // namespace draw

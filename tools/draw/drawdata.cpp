@@ -12,6 +12,8 @@
 #include "commandline.h"
 #include "drawexpression.h"
 
+namespace draw {
+
 using namespace xercesc;
 
 namespace {
@@ -520,3 +522,5 @@ DrawData::Order DrawData::orderFor(const DrawField& field, const PlXCategoricalD
   }
   return order;
 }
+
+}  // namespace draw

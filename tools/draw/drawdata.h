@@ -9,6 +9,8 @@
 
 #include "drawing.h"
 
+namespace draw {
+
 // A variable in the table of its source. Categories are texts for readers; numbers are numbers, and
 // dates milliseconds since 1970.
 struct DrawField {
@@ -97,5 +99,7 @@ double dateOf(const std::string& text);
 
 // Items between semicolons, without the blanks around them.
 std::vector<std::string> listItems(const std::string& text);
+
+}  // namespace draw
 
 #endif

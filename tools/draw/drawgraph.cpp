@@ -7,6 +7,8 @@
 #include "drawguides.h"
 #include "drawmarks.h"
 
+namespace draw {
+
 namespace {
 
 constexpr double leastSize = 40;       // of a data area
@@ -444,3 +446,5 @@ Json drawGraph(DrawContext& context, const PlXGraph& graph, bool hasLegendsApart
                double height) {
   return GraphDrawer(context, graph, width, height).draw(hasLegendsApart);
 }
+
+}  // namespace draw

@@ -7,6 +7,8 @@
 
 #include "drawexpression.h"
 
+namespace draw {
+
 namespace {
 
 constexpr unsigned mostSegments = 1000;
@@ -307,3 +309,5 @@ std::vector<std::string> wrapped(const std::string& text, double pixels, double 
   }
   return lines;
 }
+
+}  // namespace draw

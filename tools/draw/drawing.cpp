@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+namespace draw {
+
 using namespace xercesc;
 
 Json numberJson(double value) {
@@ -57,3 +59,5 @@ void DrawNotes::tell(const PlXBaseElement& object, const std::string& what) {
   const std::string text = name + ": " + what;
   if (told_.insert(text).second) texts_.push_back(text);
 }
+
+}  // namespace draw

@@ -8,6 +8,8 @@
 #include <sstream>
 #include <utility>
 
+namespace draw {
+
 namespace {
 
 struct Length {
@@ -402,3 +404,5 @@ std::string textExpression(const std::string& value, const PlXFormat* format, bo
   if (!suffix.empty()) text += " + " + literal(suffix);
   return text;
 }
+
+}  // namespace draw

@@ -9,6 +9,8 @@
 #include "drawdata.h"
 #include "drawing.h"
 
+namespace draw {
+
 constexpr double pixelsPerPoint = 4.0 / 3;
 
 // The first part of a length, in pixels; nothing for a percentage and for what is no length.
@@ -44,5 +46,7 @@ std::vector<const PlXStyle*> stylesOf(const PlXStyleCycle* cycle);
 std::string textExpression(const std::string& value, const PlXFormat* format, bool isDate);
 // The format of a labelling's or axis's own, or else that of the variable.
 const PlXFormat* formatOf(const CTVariableType* variable);
+
+}  // namespace draw
 
 #endif

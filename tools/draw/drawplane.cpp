@@ -6,6 +6,8 @@
 #include <set>
 #include <utility>
 
+namespace draw {
+
 using namespace xercesc;
 
 namespace {
@@ -469,3 +471,5 @@ Json axisJson(DrawContext& context, const PlXAxis& axis, const DrawSide& side) {
   if (axis.getMinorTicks()) context.notes.tell(axis, "minor ticks are left out");
   return json;
 }
+
+}  // namespace draw

@@ -11,6 +11,8 @@
 #include "drawing.h"
 #include "drawlooks.h"
 
+namespace draw {
+
 // One thing that a visible legend explains. Legends are drawn by layers of their own, in the order
 // of the chart, since Vega-Lite would show them in that of drawing, and again in each panel.
 struct DrawLegend {
@@ -115,5 +117,7 @@ struct DerivedValues {
 std::optional<DerivedValues> derivedValues(const PlXAxis& axis);
 Json derivedAxisJson(DrawContext& context, const PlXAxis& axis, const DrawSide& side,
                      const DerivedValues& values);
+
+}  // namespace draw
 
 #endif

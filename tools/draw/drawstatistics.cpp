@@ -4,6 +4,8 @@
 #include <cmath>
 #include <numbers>
 
+namespace draw {
+
 Json calculation(const std::string& as, const std::string& expression) {
   return {{"calculate", expression}, {"as", as}};
 }
@@ -226,3 +228,5 @@ double densityAt(PlXDistributionStatistic::ENUM_distribution distribution, doubl
       return std::nan("");
   }
 }
+
+}  // namespace draw

@@ -13,6 +13,8 @@
 
 #include "commandline.h"
 
+namespace draw {
+
 namespace {
 
 constexpr char program[] = "vl2svg";
@@ -105,3 +107,5 @@ std::string renderSvg(const std::string& plot, const std::string& name) {
   }
   return svg;
 }
+
+}  // namespace draw

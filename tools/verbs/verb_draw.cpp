@@ -10,6 +10,7 @@
 #include "renderer.h"
 
 namespace fs = std::filesystem;
+using namespace draw;
 
 const char drawHelp[] =
     "usage: chartxml draw [--html | --svg] [--vega DIR] [-o OUT] CHART\n"
