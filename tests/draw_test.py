@@ -6,6 +6,7 @@ Needs nothing but the tool. That Vega-Lite takes the plots is draw.sh's business
 import json
 import os
 import random
+import re
 import subprocess
 import sys
 import unittest
@@ -34,7 +35,7 @@ def chart(elements, dimensions='<dimension id="dx"/><dimension id="dy"/>', more=
 <sourceVariable id="g" categorical="true" source="s" sourceName="g"/>
 <sourceVariable id="u" source="s" sourceName="u"/><sourceVariable id="v" source="s" sourceName="v"/>
 <sourceVariable id="w" source="s" sourceName="w"/><sourceVariable id="d" source="s" sourceName="d"/>
-<expressionVariable id="uv" expression="u+v"/>
+<expressionVariable id="uv" expression="u+v"/><expressionVariable id="vw" expression="v+w"/>
 <graph id="graph"><coordinates id="c">{dimensions}{transforms}</coordinates>{elements}</graph>{more}</visualization>"""
 
 
@@ -75,7 +76,8 @@ def steps(layer):
         elif "calculate" in step:
             short.append("= " + step["as"])
         elif "filter" in step:
-            short.append("filter")
+            valid = re.fullmatch(r'isValid\(datum\["(\w+)"\]\)', str(step["filter"]))
+            short.append("valid " + valid.group(1) if valid else "filter")
     return short
 
 
@@ -121,7 +123,7 @@ TABLE = [
      "rect", "u_bin", "v_bin",
      ["bin u 2.75 0", "bin v 4 0", "count by u_bin,u_end,v_bin,v_end"]),
     ("edge", "", X_G + Y_UV + summary("range"), "rule", "g", "range_low",
-     ["= lowest", "= highest", "min lowest max highest by g", "filter"]),
+     ["= lowest", "= highest", "min lowest max highest by g", "valid range_low"]),
     ("edge", "", X_U + Y_V + '<linkStatistic type="spike" x="centroid" y="centroid"/>', "rule", "u",
      "v", ["all u", "all v"]),
     ("point", "", X_U + Y_UV, "point", "u", "y_value", ["fold u,v"]),
@@ -138,7 +140,21 @@ TABLE = [
     ("line", "", X_U + Y_V + '<color id="k" variable="g" split="false"/>', "rule", "u", "v",
      ["window lead lead", "filter"]),
     ("point", "", X_U + Y_V + '<color id="k2" variable="w"/>' + summary("mean"), "point", "u",
-     "mean_v", ["mean v mean w by u"]),
+     "mean_v", ["mean v mean w by u", "valid mean_w"]),
+    # Of w some values are missing: such rows aren't in what w is drawn for.
+    ("edge", "", X_G + '<y variable="vw"/>' + summary("range"), "rule", "g", "range_low",
+     ["valid w", "= lowest", "= highest", "min lowest max highest by g", "valid range_low"]),
+    ("polygon", "", X_U + '<y variable="w"/><binStatistic gridType="square" binCount="4" method="allDimensions"/>',
+     "rect", "u_bin", "w_bin",
+     ["valid w", "bin u 2.75 0", "bin w 0.75 1", "count by u_bin,u_end,w_bin,w_end"]),
+    ("interval", "", '<x variable="w"/><binStatistic binWidth="2"/>', "bar", "w_bin", "count",
+     ["valid w", "bin w 2 1", "count by w_bin,w_end"]),
+    ("line", "", '<x variable="w"/><fixedWindowDensityStatistic bandwidth="3" kernel="gaussian"/>',
+     "line", "w", "density", ["valid w", "density w 3", "= density"]),
+    ("point", "", X_U + Y_V + '<size id="k3" variable="w"/>', "point", "u", "v", ["valid w"]),
+    ("line", "", X_U + '<y variable="w"/>', "line", "u", "w", []),  # with gaps
+    # A line of one dimension has no pieces.
+    ("line", "", X_U + '<size id="k4" variable="v"/>', "line", None, "u", []),
 ]
 
 SCALES = [
@@ -167,7 +183,7 @@ class Draw(unittest.TestCase):
                 with self.subTest(kind=kind, content=content):
                     layer = found[f"e{i}"]
                     self.assertEqual(layer["mark"]["type"], mark)
-                    self.assertEqual(layer["encoding"]["x"]["field"], x)
+                    self.assertEqual(layer["encoding"].get("x", {}).get("field"), x)
                     self.assertEqual(layer["encoding"]["y"]["field"], y)
                     self.assertEqual(steps(layer), transforms)
 
@@ -205,6 +221,40 @@ class Draw(unittest.TestCase):
         self.assertEqual(pie["mark"]["type"], "arc")
         self.assertEqual(steps(pie), ["sum v by g", "= rank_g", "stack sum_v"])
         self.assertEqual(pie["encoding"]["theta"]["scale"]["range"][0], 0)
+
+    def test_transposed(self):
+        style = '<style id="s1" width="50%%" %s/>'
+        label = '<labeling variable="v"><labelLocation horizontal="center" vertical="%s"/></labeling>'
+        for element, words, expected in [
+            (f'<interval id="e" style="s1">{X_G}{Y_V}</interval>', "",
+             {"type": "bar", "orient": "horizontal", "height": {"band": 0.5}}),
+            (f'<area id="e">{X_U}{Y_V}</area>', "", {"type": "area", "orient": "horizontal"}),
+            (f'<line id="e">{X_U}{Y_V}' + smooth('method="linear"') + '</line>', "",
+             {"type": "line", "orient": "horizontal"}),
+            (f'<line id="e">{X_U}{Y_V}' + smooth('method="stepLeft"') + '</line>', "",
+             {"interpolate": "step-before"}),
+            (f'<line id="e">{X_U}{Y_V}' + smooth('method="stepRight"') + '</line>', "",
+             {"interpolate": "step-after"}),
+        ]:
+            spec, _ = draw(chart(element, transforms="<transposeTransform/>", more=style % words))
+            mark = next(layers(spec))["mark"]
+            self.assertEqual({key: mark.get(key) for key in expected}, expected, element)
+        for where, expected in [("positive", ("left", 4, "middle")), ("negative", ("right", -3, "middle"))]:
+            spec, _ = draw(chart(f'<interval id="e">{X_G}{Y_V}{label % where}</interval>',
+                                 transforms="<transposeTransform/>"))
+            mark = list(layers(spec))[1]["mark"]
+            self.assertEqual((mark["align"], mark["dx"], mark["baseline"]), expected)
+
+    def test_told(self):
+        color = '<color id="k" variable="g"><colorMapping from="%s" to="red"/></color>'
+        for element, note in [
+            (f'<point id="p">{X_U}<y variable="none"/></point>', "p: y: there is no variable 'none'"),
+            (f'<point id="p">{X_U}{Y_V}<size variable="none"/></point>', "p: size: there is no variable 'none'"),
+            (f'<point id="p">{X_U}{Y_V}{color % "z"}</point>', "k: colorMapping: there is no 'z' to look so"),
+            (f'<line id="l">{X_U}<size variable="v"/></line>', "l: a line of one dimension"),
+        ]:
+            self.assertIn(note, draw(chart(element))[1])
+        self.assertEqual(draw(chart(f'<point id="p">{X_U}{Y_V}{color % "a"}</point>'))[1], "")
 
     def test_order_and_guides(self):
         # Behind the data, the last element, the first, before the data.

@@ -116,7 +116,9 @@ struct LookDrawer {
       const Json text = look.field->valueOf(attribute(*mapping, u"from"));
       if (!text.is_string()) continue;
       const auto found = std::ranges::find(texts, text.get<std::string>());
-      if (found != texts.end()) {
+      if (found == texts.end()) {
+        context.notes.tell(*mapping, "there is no '" + text.get<std::string>() + "' to look so");
+      } else {
         range[static_cast<std::size_t>(found - texts.begin())] = ofMapping(*mapping);
       }
     }
@@ -161,7 +163,7 @@ struct LookDrawer {
     bool isFirst = true;
     for (const char* channel : colorChannels(color.getAffect())) {
       Json each = json;
-      if (!missing.is_null() && !look.isCategorical) {
+      if (!missing.is_null()) {
         each["condition"] = {{"test", "!isValid(" + datum(look.name) + ')'}, {"value", missing}};
       }
       put(channel, each, isFirst);

@@ -18,6 +18,11 @@ bool Subject::hasNumbers(std::size_t i) const {
 
 namespace {
 
+void tellUnknown(DrawContext& context, const CTVariableType* variable, const PlXBaseElement& user) {
+  const std::string name = attribute(user, u"variable");
+  if (!variable && !name.empty()) context.notes.tell(user, "there is no variable '" + name + "'");
+}
+
 bool isOf(const std::string& source, const DrawField* field, DrawContext& context,
           const PlXBaseElement& user) {
   if (!field) return false;
@@ -30,6 +35,7 @@ bool isOf(const std::string& source, const DrawField* field, DrawContext& contex
 
 const DrawField* Subject::fieldHere(const CTVariableType* variable,
                                     const PlXBaseElement& user) const {
+  tellUnknown(context, variable, user);
   const DrawField* field = context.data.fieldOf(variable);
   return isOf(source, field, context, user) ? field : nullptr;
 }
@@ -46,6 +52,7 @@ std::optional<Subject> subjectOf(DrawContext& context, const DrawPlane& plane,
   const CTCoordinate* coordinates[] = {element.getX(), element.getY()};
   for (const std::size_t i : {0U, 1U}) {
     if (!coordinates[i]) continue;
+    tellUnknown(context, coordinates[i]->getVariable(), *coordinates[i]);
     of.fields[i] = context.data.fieldsOf(coordinates[i]->getVariable());
     const DrawField* own = i == 0 ? panel.x : panel.y;
     if (own && of.fields[i].size() > 1) of.fields[i] = {own};
@@ -74,6 +81,10 @@ Json oneOf(const DrawField& field, const std::vector<std::string>& texts) {
 
 void addOnce(Json& steps, const Json& step) {
   if (std::ranges::find(steps, step) == steps.end()) steps.push_back(step);
+}
+
+Json validFilter(const std::string& field) {
+  return filter("isValid(" + datum(field) + ')');
 }
 
 Json filtersOf(const Subject& of, const CTAesthetic& visibility) {
@@ -113,7 +124,7 @@ Json rowFilters(const Subject& of) {
       if (isPart) {
         steps.push_back(oneOf(*field, order));
       } else if (field->hasMissing) {
-        addOnce(steps, filter("isValid(" + datum(field->name) + ')'));
+        addOnce(steps, validFilter(field->name));
       }
     }
   }
@@ -220,12 +231,13 @@ Mark barOf(const Subject& of) {
   Mark mark = markOf(of, MarkKind::Surface, "bar", surfaceLook(of.style));
   const auto share = shareOf(of.look(u"width"));
   const auto width = pixelsOf(of.look(u"width"));
+  const char* across = of.isTransposed() ? "height" : "width";
   if (of.plane.x().isDiscrete) {
-    mark.json["width"] =
+    mark.json[across] =
         width ? numberJson(*width)
               : Json{{"band", numberJson(std::clamp(share.value_or(0.8), 0.02, 1.0))}};
   } else if (width) {
-    mark.json["width"] = numberJson(*width);
+    mark.json[across] = numberJson(*width);
   }
   mark.json["binSpacing"] = 0;
   return mark;
@@ -240,6 +252,11 @@ Mark markOf(const Subject& of, MarkKind kind, const char* type, const Json& look
     return scale.contains("domain") && scale["domain"].size() == 2 &&
            scale["domain"][0].is_number();
   };
+  // Else Vega-Lite would guess which side is along.
+  const std::string_view kindOfMark = type;
+  if (of.isTransposed() && (kindOfMark == "line" || kindOfMark == "area" || kindOfMark == "bar")) {
+    mark.json["orient"] = "horizontal";
+  }
   const DrawPlane& plane = of.plane;
   if (isPartOf(plane.x().scale) || isPartOf(plane.y().scale) || plane.y().isLog()) {
     mark.json["clip"] = true;

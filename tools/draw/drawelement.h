@@ -46,10 +46,11 @@ struct Subject {
     return dynamic_cast<const T*>(&element);
   }
   bool isStacked() const;
+  bool isTransposed() const { return channel(0) == "y"; }
   bool hasNumbers(std::size_t i) const;
   // An attribute of the style; empty without one.
   std::string look(const XMLCh* name) const { return style ? attribute(*style, name) : ""; }
-  // Null for a variable without data, or of another source, which is told.
+  // Null for a variable that doesn't exist, has no data, or is of another source, which is told.
   const DrawField* fieldHere(const CTVariableType* variable, const PlXBaseElement& user) const;
   // Null for none.
   const PlXPopup* popup() const;
@@ -60,6 +61,8 @@ std::optional<Subject> subjectOf(DrawContext& context, const DrawPlane& plane,
                                  const CTElementType& element, const DrawPanel& panel,
                                  const PlXStyle* style, const std::string& condition);
 
+// What leaves out the rows in which a field has no value.
+Json validFilter(const std::string& field);
 // The rows that a `visibility` leaves, as filters.
 Json filtersOf(const Subject& of, const CTAesthetic& visibility);
 // Leaves out the cases that aren't in the picture: those hidden, and those of categories that

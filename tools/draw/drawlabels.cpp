@@ -32,16 +32,15 @@ std::string titleOf(const std::string& text, const DrawField* field, const std::
 }
 
 void addTip(const DrawField* field, const std::string& name, const std::string& title, Tips& tips) {
-  if (field && field->isCategorical && name == field->name) {
-    tips.encoding.push_back({{"field", name}, {"type", "nominal"}, {"title", title}});
-    return;
-  }
   const bool isOwn = field && (name == field->name || name.ends_with('_' + field->name)) &&
                      !name.starts_with("percent") && !name.starts_with("valid");
   const std::string as = "tip_" + std::to_string(tips.encoding.size() + 1);
-  tips.steps.push_back(
-      calculation(as, textExpression(datum(name), isOwn ? formatOf(field->variable) : nullptr,
-                                     isOwn && field->isDate)));
+  const bool isText = field && field->isCategorical && name == field->name;
+  const std::string text =
+      isText ? datum(name)
+             : textExpression(datum(name), isOwn ? formatOf(field->variable) : nullptr,
+                              isOwn && field->isDate);
+  tips.steps.push_back(calculation(as, "isValid(" + datum(name) + ") ? " + text + " : \"\""));
   tips.encoding.push_back({{"field", as}, {"type", "nominal"}, {"title", title}});
 }
 
@@ -158,6 +157,7 @@ void putPlace(const Subject& of, const Placed& placed, const PlXLabeling& labeli
     across = attribute(*locations[0], u"horizontal");
     upright = attribute(*locations[0], u"vertical");
   }
+  if (of.isTransposed()) std::swap(across, upright);
   const std::string& value = of.channel(1);
   if (placed.mark.is("arc")) {
     const double radius = std::min(of.plane.width(), of.plane.height()) / 2;
@@ -179,6 +179,7 @@ void putPlace(const Subject& of, const Placed& placed, const PlXLabeling& labeli
   putBeside(layer.mark, across, upright);
   // Labels within a bar stand below its end.
   if (isBar && upright == "negative" && value == "y") layer.mark["dy"] = 3;
+  if (isBar && across == "negative" && value == "x") layer.mark["dx"] = -3;
 }
 
 void putLooks(const Subject& of, const Placed& placed, const PlXLabeling& labeling,

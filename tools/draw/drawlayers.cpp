@@ -96,6 +96,17 @@ void keepPositive(const Subject& of, Placed& placed) {
   }
 }
 
+// An item without the value that its look is by isn't drawn, unless the look says how.
+void keepKnown(const Subject& of, Placed& placed) {
+  for (const DrawLook& look : placed.looks.list) {
+    const auto* color = dynamic_cast<const PlXColor*>(look.aesthetic);
+    if (!look.field->hasMissing || (color && color->isMissingPresent())) continue;
+    if (placed.data.is_null() && !of.is<PlXSchema>()) {
+      addOnce(placed.transforms, validFilter(look.name));
+    }
+  }
+}
+
 // ---- order
 
 // The stack's order is that of the categories, the same for bars and for their labels.
@@ -193,6 +204,11 @@ void putSlices(const Subject& of, Placed& placed, Json& encoding) {
 void cutIntoPieces(const Subject& of, Placed& placed, Json& encoding) {
   if (!placed.looks.isInPieces || !placed.mark.is("line") || placed.isFit) return;
   const MarkPlace* places = placed.places;
+  if (places[0].field.empty() || places[1].field.empty()) {
+    of.tell("a line of one dimension has the same look all along");
+    std::erase_if(placed.looks.list, [](const DrawLook& look) { return !look.isCategorical; });
+    return;
+  }
   Json window = {{"window",
                   {{{"op", "lead"}, {"field", places[0].field}, {"as", "next_x"}},
                    {{"op", "lead"}, {"field", places[1].field}, {"as", "next_y"}}}}};
@@ -203,6 +219,7 @@ void cutIntoPieces(const Subject& of, Placed& placed, Json& encoding) {
                    ") && isValid(" + datum(places[1].field) + ')');
   placed.mark.json["type"] = "rule";
   placed.mark.json.erase("interpolate");
+  placed.mark.json.erase("orient");
   encoding.erase("order");
   encoding[of.channel(0) + '2'] = {{"field", "next_x"}};
   encoding[of.channel(1) + '2'] = {{"field", "next_y"}};
@@ -264,8 +281,8 @@ void putOwnLegend(const Subject& of, const Mark& drawn) {
   DrawLegend& legend = found->second;
   const char* channel = drawn.kind == MarkKind::Line ? "stroke" : "fill";
   legend.mark = drawn.json;
-  for (const char* name : {"type", "size", "angle", "strokeCap", "width", "binSpacing", "clip",
-                           "invalid", "interpolate"}) {
+  for (const char* name : {"type", "size", "angle", "strokeCap", "width", "height", "orient",
+                           "binSpacing", "clip", "invalid", "interpolate"}) {
     legend.mark.erase(name);
   }
   if (drawn.is("boxplot")) legend.mark = surfaceLook(of.style);
@@ -310,6 +327,7 @@ std::vector<Json> layersOf(const Subject& of, Placed placed) {
   const Tips tips = tipsOf(of, placed);
   for (const Json& step : tips.steps) placed.add(step);
   addJitter(of, placed);
+  keepKnown(of, placed);
   keepPositive(of, placed);
   Json encoding = placesOf(of, placed);
   if (!of.plane.isPolar() || placed.mark.is("arc")) putStackOrder(of, placed, encoding);

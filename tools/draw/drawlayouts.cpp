@@ -176,6 +176,7 @@ std::optional<Placed> withDistribution(const Subject& of, const PlXDistributionS
 std::optional<Placed> withDensity(const Subject& of, Placed placed) {
   if (!of.hasNumbers(0)) return {};
   const DrawField& field = *of.fields[0][0];
+  if (field.hasMissing) addOnce(placed.transforms, validFilter(field.name));
   Json density = {{"density", field.name}};
   if (const auto* window = childOf<PlXFixedWindowDensityStatistic>(of.element)) {
     if (window->getBandwidth() > 0 && std::isfinite(window->getBandwidth())) {
@@ -290,6 +291,10 @@ std::optional<Placed> withCells(const Subject& of, const PlXBinStatistic& bins, 
   if (!of.hasNumbers(0) || !of.hasNumbers(1)) return {};
   const bool isSquare = bins.getGridType() == PlXBinStatistic::gridType_square;
   Bins cut[2];
+  for (const std::size_t i : {0U, 1U}) {
+    const DrawField& field = *of.fields[i][0];
+    if (field.hasMissing) addOnce(placed.transforms, validFilter(field.name));
+  }
   for (const std::size_t i : {0U, 1U}) {
     cut[i] = addBins(placed.transforms, *of.fields[i][0], bins);
     placed.places[i] = {cut[i].low, cut[i].high, true};

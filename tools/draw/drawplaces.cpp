@@ -81,6 +81,8 @@ void addTips(const Subject& of, Summary& summary, const std::string& response, P
 // The places of groups of rows: their category, number or bin.
 void placeKey(const Subject& of, const DrawField& field, const PlXBinStatistic* bins,
               Placed& placed) {
+  // A line breaks where a value is missing; a place or a bin that is missing is none.
+  if (!field.isCategorical && field.hasMissing) addOnce(placed.transforms, validFilter(field.name));
   if (bins && !field.isCategorical) {
     const Bins cut = addBins(placed.transforms, field, *bins);
     placed.places[0] = {cut.low, cut.high, true};
@@ -106,6 +108,7 @@ const DrawField* folded(const std::vector<const DrawField*>& fields, std::size_t
   placed.looks.addGroup(as + "_of");
   placed.folded.push_back(std::make_unique<DrawField>(*fields[0]));
   placed.folded.back()->name = as;
+  for (const DrawField* field : fields) placed.folded.back()->hasMissing |= field->hasMissing;
   return placed.folded.back().get();
 }
 
@@ -115,6 +118,8 @@ std::optional<Placed> withRange(const Subject& of, Placed placed) {
   for (const DrawField* field : of.fields[1]) {
     if (field->isCategorical) continue;
     low += (low.empty() ? "" : ", ") + datum(field->name);
+    // Vega takes the least of nothing and five for nought.
+    if (field->hasMissing) addOnce(placed.transforms, validFilter(field->name));
   }
   if (low.empty()) return {};
   high = low;
@@ -262,7 +267,14 @@ std::optional<Placed> withCurve(const Subject& of, const PlXSmoothStatistic& smo
       {PlXSmoothStatistic::method_spline, "monotone"}};
   for (const auto& [known, shape] : shapes) {
     if (method != known) continue;
-    placed.mark.json["interpolate"] = shape;
+    const bool isTurned = of.isTransposed();
+    const char* turned = method == PlXSmoothStatistic::method_stepLeft    ? "step-before"
+                         : method == PlXSmoothStatistic::method_stepRight ? "step-after"
+                                                                          : shape;
+    if (isTurned && method == PlXSmoothStatistic::method_stepCenter) {
+      of.tell("steps rise in the middle of the values, not of the places");
+    }
+    placed.mark.json["interpolate"] = isTurned ? turned : shape;
     return placed;
   }
   const long degree = method == PlXSmoothStatistic::method_polynomial ? smooth.getDegree() : 1;
@@ -287,6 +299,7 @@ std::optional<Placed> withCurve(const Subject& of, const PlXSmoothStatistic& smo
   placed.tips.clear();
   placed.isFit = true;
   if (!of.is<PlXArea>() && !of.is<PlXPoint>()) placed.mark.json["type"] = "line";
+  if (of.isTransposed() && placed.mark.is("line")) placed.mark.json["orient"] = "horizontal";
   return placed;
 }
 
