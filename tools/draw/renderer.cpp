@@ -11,7 +11,7 @@
 #include <csignal>
 #include <cstring>
 
-#include "commandline.h"
+#include "failure.h"
 
 namespace draw {
 

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "failure.h"
+
 enum ExitCode : int {
   exitDone = 0,
   exitProblems = 1,  // problems were found, or a file couldn't be processed
@@ -49,12 +51,6 @@ extern const char validateHelp[];
 // A command line that can't be followed: a message and exit code 2. The message is empty when it
 // has been written already.
 class UsageError : public std::runtime_error {
-  using std::runtime_error::runtime_error;
-};
-
-// One file that can't be processed: a message, exit code 1, and on to the next file. The message
-// starts with the file's name.
-class Failure : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
