@@ -43,7 +43,7 @@ struct LookDrawer {
     const PlXFormat* format = formatOf(look.field->variable);
     const bool isOwn = look.name == look.field->name;
     if (format && !look.isCategorical && isOwn) {
-      text["labelExpr"] = textExpression("datum.value", format, look.field->isDate);
+      text["labelExpr"] = textExpression("datum.value", format, look.field->isDate, context.signs);
     }
     Json& scale = json["scale"];
     if (!look.isCategorical && !scale.contains("domain")) {

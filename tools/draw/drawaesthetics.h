@@ -18,9 +18,6 @@ struct DrawLook {
   bool isCategorical = false;
 };
 
-// The kind of mark that looks are put on.
-enum class MarkKind { Surface, Line, Point, Text };
-
 // Adds what the look says to the encoding of a mark.
 void putLook(DrawContext& context, const DrawLook& look, MarkKind kind, const PlXStyle* style,
              Json& encoding);

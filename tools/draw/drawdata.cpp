@@ -9,8 +9,8 @@
 #include <set>
 #include <sstream>
 
-#include "commandline.h"
 #include "drawexpression.h"
+#include "failure.h"
 
 namespace draw {
 
@@ -290,6 +290,7 @@ const DrawField* DrawData::fieldOfColumn(const CTVariableType& variable, Column&
       const bool isFirst = field->least > field->greatest;
       field->least = isFirst ? number : std::min(field->least, number);
       field->greatest = isFirst ? number : std::max(field->greatest, number);
+      if (number > 0) field->leastPositive = std::min(field->leastPositive, number);
     }
   }
   inOrder_.push_back(field.get());
@@ -348,6 +349,37 @@ DrawData::Moments DrawData::momentsOf(const DrawField& field) {
   }
   result.deviation = std::sqrt(squares / (result.cases - 1));
   return result;
+}
+
+DrawData::Sums DrawData::sumsOf(const std::string& source, const DrawField* field,
+                                const DrawField* along, double start, double width) {
+  const DrawField* weights = weightOf(source);
+  const Column* key = along ? columnOf(*along->variable) : nullptr;
+  const Column* values = field     ? columnOf(*field->variable)
+                         : weights ? columnOf(*weights->variable)
+                                   : nullptr;
+  const std::size_t rows = values ? values->numbers.size() : store_->GetRowCount(source);
+  Sums sums;
+  // Values of either sign are piled apart.
+  std::map<std::pair<std::string, double>, std::pair<double, double>> piles;
+  for (std::size_t row = 0; row < rows; ++row) {
+    const double value = values ? values->numbers[row] : 1;
+    if (std::isnan(value) || (key && row >= key->numbers.size())) continue;
+    const std::string text = key && along->isCategorical ? key->texts[row] : "";
+    const double number = !key || along->isCategorical ? 0
+                          : width > 0 ? std::floor((key->numbers[row] - start) / width)
+                                      : key->numbers[row];
+    if (std::isnan(number)) continue;
+    auto& pile = piles[{text, number}];
+    (value < 0 ? pile.first : pile.second) += value;
+    sums.whole += value;
+    if (value > 0) sums.leastPositive = std::min(sums.leastPositive, value);
+  }
+  for (const auto& [place, pile] : piles) {
+    sums.least = std::min(sums.least, pile.first);
+    sums.greatest = std::max(sums.greatest, pile.second);
+  }
+  return sums;
 }
 
 double DrawData::rSquared(const DrawField& x, const DrawField& y) {

@@ -247,7 +247,8 @@ Mark barOf(const Subject& of) {
 
 Mark markOf(const Subject& of, MarkKind kind, const char* type, const Json& look) {
   Mark mark = {kind, {{"type", type}}};
-  for (const auto& [name, value] : look.items()) mark.json[name] = value;
+  const Json stated = std::string_view(type) == "boxplot" ? look : statedLook(kind, look);
+  for (const auto& [name, value] : stated.items()) mark.json[name] = value;
   const auto isPartOf = [](const Json& scale) {
     return scale.contains("domain") && scale["domain"].size() == 2 &&
            scale["domain"][0].is_number();

@@ -31,7 +31,8 @@ std::string titleOf(const std::string& text, const DrawField* field, const std::
   return title.empty() ? name : title;
 }
 
-void addTip(const DrawField* field, const std::string& name, const std::string& title, Tips& tips) {
+void addTip(const Subject& of, const DrawField* field, const std::string& name,
+            const std::string& title, Tips& tips) {
   const bool isOwn = field && (name == field->name || name.ends_with('_' + field->name)) &&
                      !name.starts_with("percent") && !name.starts_with("valid");
   const std::string as = "tip_" + std::to_string(tips.encoding.size() + 1);
@@ -39,7 +40,7 @@ void addTip(const DrawField* field, const std::string& name, const std::string& 
   const std::string text =
       isText ? datum(name)
              : textExpression(datum(name), isOwn ? formatOf(field->variable) : nullptr,
-                              isOwn && field->isDate);
+                              isOwn && field->isDate, of.context.signs);
   tips.steps.push_back(calculation(as, "isValid(" + datum(name) + ") ? " + text + " : \"\""));
   tips.encoding.push_back({{"field", as}, {"type", "nominal"}, {"title", title}});
 }
@@ -60,7 +61,7 @@ Tips tipsOf(const Subject& of, const Placed& placed) {
     end = close + 2;
     if (found == placed.tips.end()) continue;
     const DrawField* field = fieldOfToken(of, *popup, found->first);
-    addTip(field, found->second,
+    addTip(of, field, found->second,
            titleOf(before.substr(before.rfind('\n') + 1), field, found->second), tips);
   }
   for (const auto* token : childrenOf<PlXTokenMapping>(*popup)) {
@@ -93,7 +94,8 @@ Json textStep(const Subject& of, const PlXLabeling& labeling, const std::string&
   return calculation(
       "label_" + name,
       "isValid(" + datum(name) + ") ? " +
-          (isText ? datum(name) : textExpression(datum(name), format, isOwn && field->isDate)) +
+          (isText ? datum(name)
+                  : textExpression(datum(name), format, isOwn && field->isDate, of.context.signs)) +
           " : \"\"");
 }
 
@@ -165,8 +167,15 @@ void putPlace(const Subject& of, const Placed& placed, const PlXLabeling& labeli
     layer.encoding["theta"]["field"] = "slice_middle";
     layer.encoding.erase("theta2");
     const bool isInside = style && style->getLabelInside() == PlXStyle::labelInside_true;
-    const double share = isInside ? 0.55 : placed.looks.offset ? 1.08 : 0.98;
-    layer.mark["radius"] = numberJson(std::round(radius * share));
+    constexpr double beside = 16;
+    const Json& outer = placed.mark.json.value("outerRadius", Json());
+    if (isInside || outer.is_null()) {
+      layer.mark["radius"] = isInside || !placed.looks.offset
+                                 ? numberJson(std::round(radius * (isInside ? 0.55 : 0.98)))
+                                 : Json{{"expr", datum("radius") + " + " + literal(beside)}};
+    } else {
+      layer.mark["radius"] = numberJson(outer.get<double>() + beside);
+    }
     return;
   }
   const bool isBar = placed.mark.is("bar");
@@ -176,10 +185,17 @@ void putPlace(const Subject& of, const Placed& placed, const PlXLabeling& labeli
     return;
   }
   if (isBar && upright.empty() && across.empty()) (value == "y" ? upright : across) = "positive";
+  // Beyond the end of a bar is the other way where values run the other way.
+  std::string& along = value == "y" ? upright : across;
+  const bool isFlipped = isBar && of.side(1).scale.value("reverse", false);
+  if (isFlipped && along == "positive") {
+    along = "negative";
+  } else if (isFlipped && along == "negative") {
+    along = "positive";
+  }
   putBeside(layer.mark, across, upright);
   // Labels within a bar stand below its end.
   if (isBar && upright == "negative" && value == "y") layer.mark["dy"] = 3;
-  if (isBar && across == "negative" && value == "x") layer.mark["dx"] = -3;
 }
 
 void putLooks(const Subject& of, const Placed& placed, const PlXLabeling& labeling,

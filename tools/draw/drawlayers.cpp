@@ -257,10 +257,13 @@ void addEnds(const Subject& of, const Placed& placed, const Json& encoding,
   for (const bool isSecond : {false, true}) {
     Json mark = {{"type", "tick"}, {"orient", value == "y" ? "horizontal" : "vertical"}};
     if (rule.contains("stroke")) mark["color"] = rule["stroke"];
+    mark["opacity"] = rule["opacity"];
+    if (rule.contains("strokeOpacity")) mark["fillOpacity"] = rule["strokeOpacity"];
     mark["thickness"] = rule.value("strokeWidth", Json(1));
     mark["size"] = 8;
     if (rule.contains("clip")) mark["clip"] = true;
     Json ends = encoding;
+    if (ends.contains("stroke")) ends["fill"] = ends["stroke"];
     for (const char* channel : {"stroke", "strokeDash", "strokeWidth", "tooltip"}) {
       ends.erase(channel);
     }

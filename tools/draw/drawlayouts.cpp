@@ -243,7 +243,8 @@ std::optional<Placed> withBoxes(const Subject& of, Placed placed) {
   mark["rule"] = lineLook(partStyle(schema.getFenceStyle()));
   mark["ticks"] = lineLook(partStyle(schema.getFenceStyle()));
   mark["ticks"]["size"] = numberJson(std::round(mark.value("size", 20.0) / 3));
-  mark["outliers"] = pointLook(partStyle(schema.getOutlierStyle()));
+  mark["outliers"] = statedLook(MarkKind::Point, pointLook(partStyle(schema.getOutlierStyle())));
+  if (!mark["box"].contains("opacity")) mark["box"]["opacity"] = 1;
   if (!mark["outliers"].contains("size")) mark["outliers"]["size"] = 16;
   placed.places[0].field = of.fields[0].empty() ? "" : of.fields[0][0]->name;
   placed.places[1].field = of.fields[1][0]->name;

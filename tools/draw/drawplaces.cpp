@@ -250,7 +250,7 @@ Json regressionOf(const Subject& of, const PlXSmoothStatistic& smooth, long degr
   fit["method"] = names[std::min<std::size_t>(order, 3)];
   if (order == 0 || order > 2) fit["order"] = order;
   const DrawSide& x = of.plane.x();
-  if (!smooth.getBounded() && x.scale.contains("domain") && x.hasExtent()) {
+  if (!smooth.getBounded() && x.hasFixedDomain() && x.hasExtent()) {
     fit["extent"] = {numberJson(x.least), numberJson(x.greatest)};
   }
   if (states(smooth, u"intercept")) of.tell("its intercept is left out");

@@ -6,6 +6,8 @@
 #include <set>
 #include <utility>
 
+#include "drawstatistics.h"
+
 namespace draw {
 
 using namespace xercesc;
@@ -39,10 +41,42 @@ Json DrawSide::datumOf(const std::string& text, const std::vector<const DrawFiel
 
 Json DrawLegend::layer() const {
   Json of = {{"type", "point"}};
-  for (const auto& [name, value] : mark.items()) of[name] = value;
-  // A surface without an outline has none in the legend.
-  if (!of.contains("stroke") && !encoding.contains("stroke")) of["stroke"] = "transparent";
+  Json look = mark;
+  if (encoding.contains("stroke") && !look.contains("fill")) look["fill"] = "transparent";
+  look = statedLook(MarkKind::Point, std::move(look));
+  for (const auto& [name, value] : look.items()) of[name] = value;
   return {{"data", {{"values", Json::array()}}}, {"mark", of}, {"encoding", encoding}};
+}
+
+bool DrawLegend::takeUp(const DrawLegend& other) {
+  if (frame != other.frame || encoding.empty() || other.encoding.empty()) return false;
+  const Json& own = encoding.front();
+  const bool isTitled = !other.look.value("title", Json()).is_null() &&
+                        other.look["title"] != own["legend"].value("title", Json());
+  if (isTitled || own["type"] != "nominal") return false;
+  for (const auto& [channel, json] : other.encoding.items()) {
+    if (json["field"] != own["field"] || json["type"] != "nominal" ||
+        json["scale"]["domain"] != own["scale"]["domain"] || encoding.contains(channel)) {
+      return false;
+    }
+  }
+  const Json text = own["legend"];
+  for (const auto& [channel, json] : other.encoding.items()) {
+    encoding[channel] = json;
+    encoding[channel]["legend"] = text;
+  }
+  return true;
+}
+
+std::vector<Json> legendLayers(std::vector<DrawLegend*> legends) {
+  std::ranges::sort(legends, {}, [](const DrawLegend* legend) { return legend->order; });
+  std::vector<DrawLegend> merged;
+  for (const DrawLegend* legend : legends) {
+    if (merged.empty() || !merged.back().takeUp(*legend)) merged.push_back(*legend);
+  }
+  std::vector<Json> layers;
+  for (const DrawLegend& legend : merged) layers.push_back(legend.layer());
+  return layers;
 }
 
 DrawPlane::DrawPlane(DrawContext& context, const Place& place)
@@ -135,6 +169,86 @@ void DrawPlane::readDimensions(const std::vector<const CTElementType*>& elements
   }
 }
 
+namespace {
+
+using Summaries = PlXSummaryStatistic;
+
+// How the numbers of a statistic lie to those that it is made of.
+enum class Reach { Values, Sums, Whole, Percents, Fractions, Spread };
+Reach reachOf(Summaries::ENUM_method method) {
+  static constexpr std::pair<Summaries::ENUM_method, Reach> rows[] = {
+      {Summaries::method_sum, Reach::Sums},
+      {Summaries::method_count, Reach::Sums},
+      {Summaries::method_validCount, Reach::Sums},
+      {Summaries::method_unweightedCount, Reach::Sums},
+      {Summaries::method_cumulativeSum, Reach::Whole},
+      {Summaries::method_cumulativeCount, Reach::Whole},
+      {Summaries::method_percent, Reach::Percents},
+      {Summaries::method_percentCount, Reach::Percents},
+      {Summaries::method_cumulativePercent, Reach::Percents},
+      {Summaries::method_cumulativePercentCount, Reach::Percents},
+      {Summaries::method_fraction, Reach::Fractions},
+      {Summaries::method_fractionCount, Reach::Fractions},
+      {Summaries::method_standardDeviation, Reach::Spread},
+      {Summaries::method_variance, Reach::Spread}};
+  const auto* found =
+      std::ranges::find(rows, method, &std::pair<Summaries::ENUM_method, Reach>::first);
+  return found == std::end(rows) ? Reach::Values : found->second;
+}
+
+bool isCount(Summaries::ENUM_method method) {
+  return method == Summaries::method_count || method == Summaries::method_validCount ||
+         method == Summaries::method_unweightedCount || method == Summaries::method_percentCount ||
+         method == Summaries::method_fractionCount || method == Summaries::method_cumulativeCount ||
+         method == Summaries::method_cumulativePercentCount;
+}
+
+}  // namespace
+
+// Of the second side, where statistics are: bounds of all that the element draws there.
+void DrawPlane::readExtent(const CTElementType& element) {
+  const auto fieldOf = [&](const CTCoordinate* coordinate) {
+    const auto fields = coordinate ? context_.data.fieldsOf(coordinate->getVariable())
+                                   : std::vector<const DrawField*>();
+    return fields.size() == 1 ? fields[0] : nullptr;
+  };
+  const DrawField* x = fieldOf(element.getX());
+  const DrawField* y = fieldOf(element.getY());
+  const auto* bins = childOf<PlXBinStatistic>(element);
+  const auto* statistic = childOf<PlXSummaryStatistic>(element);
+  auto method = statistic ? statistic->getMethod() : Summaries::method_value;
+  const bool isMade = statistic && method != 0 && method != Summaries::method_value;
+  const auto modifier = element.getPositionModifier();
+  const bool isPile = modifier == CTElementType::positionModifier_stack ||
+                      modifier == CTElementType::positionModifier_stackInterpolating;
+  if (!isMade && (bins || (!y && x && x->isCategorical))) method = Summaries::method_count;
+  if (!isMade && isPile && y && !y->isCategorical && !bins) method = Summaries::method_sum;
+  const Reach reach = reachOf(method);
+  const DrawField* values = isCount(method) || (y && y->isCategorical) ? nullptr : y ? y : x;
+  if (reach == Reach::Values || !(x || y) || (values && values->isCategorical)) return;
+  DrawSide& side = sides_[1];
+  if (reach == Reach::Spread) {
+    const double span = values ? values->greatest - values->least : 0;
+    extend(side, 0);
+    return extend(side, method == Summaries::method_variance ? span * span : span);
+  }
+  Json unused = Json::array();
+  const Bins cut = bins && x && !x->isCategorical ? addBins(unused, *x, *bins) : Bins();
+  const std::string& source = (x ? x : y)->source;
+  const DrawField* along = y ? x : x && (x->isCategorical || bins) ? x : nullptr;
+  const auto sums = context_.data.sumsOf(source, values, along, cut.start, cut.width);
+  const double factor = reach == Reach::Percents    ? 100 / sums.whole
+                        : reach == Reach::Fractions ? 1 / sums.whole
+                                                    : 1;
+  extend(side, std::min(0.0, factor * sums.least));
+  extend(side, reach == Reach::Whole || sums.whole == 0 ? std::max(0.0, sums.whole)
+               : method == Summaries::method_cumulativePercent ||
+                       method == Summaries::method_cumulativePercentCount
+                   ? 100
+                   : factor * sums.greatest);
+  side.leastPositive = std::min(side.leastPositive, factor * sums.leastPositive);
+}
+
 // A side is discrete when a variable on it is, since Vega-Lite has one kind of scale for both.
 void DrawPlane::readFields(const Place& place) {
   const DrawField* only[] = {place.x, place.y};
@@ -150,6 +264,9 @@ void DrawPlane::readFields(const Place& place) {
       }
     }
   }
+  if (!isPolar_) {
+    for (const CTElementType* element : place.elements) readExtent(*element);
+  }
   for (const std::size_t i : {0U, 1U}) {
     DrawSide& side = sides_[i];
     const auto* domain = dynamic_cast<const PlXCategoricalDomain*>(
@@ -162,6 +279,7 @@ void DrawPlane::readFields(const Place& place) {
         if (!side.measure) side.measure = field;
         extend(side, field->least);
         extend(side, field->greatest);
+        side.leastPositive = std::min(side.leastPositive, field->leastPositive);
         continue;
       }
       for (const std::string& text : context_.data.orderOf(*field, domain).texts) {
@@ -216,17 +334,23 @@ void DrawPlane::makeDomain(DrawSide& side, const PlXDimension& dimension) {
     if (!std::isnan(max)) bounds[1] = max;
     isExact = isExact || range->getExact();
   }
-  const bool isUnion = dimension.getUnionDomain() && side.hasExtent();
-  if (isUnion) {
-    bounds[0] = std::fmin(bounds[0], side.least);
-    bounds[1] = std::fmax(bounds[1], side.greatest);
-  }
   if (side.isLog()) {
     for (double& bound : bounds) {
       if (bound > 0 || std::isnan(bound)) continue;
       context_.notes.tell(dimension, "a log scale has no bound that isn't positive");
       bound = std::nan("");
     }
+  }
+  if (isExact) side.scale["nice"] = false;
+  if (dimension.getUnionDomain()) {
+    // Vega-Lite knows what the layers draw.
+    Json stated = Json::array();
+    for (const double bound : bounds) {
+      extend(side, bound);
+      if (!std::isnan(bound)) stated.push_back(numberJson(bound));
+    }
+    if (!stated.empty()) side.scale["domain"] = {{"unionWith", stated}};
+    return;
   }
   const bool hasBoth = !std::isnan(bounds[0]) && !std::isnan(bounds[1]);
   if (hasBoth && bounds[0] < bounds[1]) {
@@ -239,13 +363,13 @@ void DrawPlane::makeDomain(DrawSide& side, const PlXDimension& dimension) {
   }
   if (!std::isnan(bounds[0])) side.least = bounds[0];
   if (!std::isnan(bounds[1])) side.greatest = bounds[1];
-  if (isExact) side.scale["nice"] = false;
 }
 
 void DrawPlane::makeScale(std::size_t index, double pixels, bool hasBars) {
   DrawSide& side = sides_[index];
   const PlXDimension* dimension = side.dimension;
   const PlXScale* scale = dimension ? dimension->getScale() : nullptr;
+  side.pixels = pixels;
   bool isReversed = isReflected_[index];
   if (scale && scale->getInvert()) isReversed = !isReversed;
 
@@ -278,13 +402,15 @@ void DrawPlane::makeScale(std::size_t index, double pixels, bool hasBars) {
         dimension && (dimension->getNiceLowerMapping() || dimension->getNiceUpperMapping());
     if (dimension) makeDomain(side, *dimension);
     if (side.isLog() && hasBars) {
-      // Bars stand on the power of ten below the least value; counts on less than one case.
-      const double least = side.hasExtent() && side.least > 0 ? side.least
-                           : side.hasExtent()                 ? 1
-                                                              : 0.9;
-      side.base = std::pow(10, std::floor(std::log10(least)));
-      if (side.scale.contains("domain")) side.base = side.scale["domain"][0].get<double>();
-      if (!side.scale.contains("domain")) side.scale["domainMin"] = numberJson(side.base);
+      // Bars stand on the power of ten below the least value.
+      const double least = std::isfinite(side.leastPositive) ? side.leastPositive : 1;
+      side.base = std::pow(10, std::floor(std::log10(0.999 * least)));
+      if (side.hasFixedDomain()) side.base = side.scale["domain"][0].get<double>();
+      if (!side.scale.contains("domain")) {
+        side.scale["domainMin"] = numberJson(side.base);
+      } else if (!side.hasFixedDomain()) {
+        side.scale["domain"]["unionWith"].push_back(numberJson(side.base));
+      }
     }
     if (padding > 0 && padding < 0.4 && !hasBars) {
       side.scale["padding"] = numberJson(std::round(padding * pixels));
@@ -362,11 +488,51 @@ void putDelta(Json& json, const PlXMajorTicks& ticks, const DrawSide& side) {
   }
   const std::string type = side.scale.value("type", "linear");
   if (type == "log") return;
-  if (side.scale.contains("domain")) {
+  if (side.hasFixedDomain()) {
     const double base = valueOf(attribute(ticks, u"base"), false);
     if (putValues(json, side, std::isnan(base) ? 0 : base, delta)) return;
   }
   json["tickMinStep"] = numberJson(delta);
+}
+
+// Labels of categories lie flat where each fits its band, and slant where they don't; where even
+// slanting ones would cover each other, some are left out.
+void putFittingAngle(Json& json, const PlXMajorTicks& ticks, const DrawSide& side) {
+  constexpr double shareOfHeight = 0.58;  // that a letter is wide
+  const double height = json.value("labelFontSize", 10.0);
+  std::size_t longest = 0;
+  for (const std::string& text : side.order) {
+    longest = std::max<std::size_t>(
+        longest, std::ranges::count_if(text, [](char c) { return (c & 0xC0) != 0x80; }));
+  }
+  const bool isStaggered = attribute(ticks, u"stagger") == "true";
+  const double band =
+      side.pixels / static_cast<double>(std::max<std::size_t>(1, side.order.size()));
+  const double width = shareOfHeight * height * static_cast<double>(longest);
+  const bool isFlat = width <= band * (isStaggered ? 2 : 1);
+  json["labelAngle"] = isFlat ? 0 : -45;
+  if (!isFlat && band < height) json["labelOverlap"] = true;
+}
+
+// On a log axis, values whose labels would be the same for want of digits are no ticks.
+void putDifferingValues(Json& json, const DrawSide& side, const PlXFormat& format) {
+  if (!side.isLog() || !side.hasExtent() || !states(format, u"maximumFractionDigits")) return;
+  const double factor = states(format, u"scalingFactor") ? format.getScalingFactor() : 1;
+  const double digits = static_cast<double>(std::min(format.getMaximumFractionDigits(), 20U));
+  const double smallest = std::pow(10, -digits) * (factor > 0 ? factor : 1);
+  if (side.base >= smallest && side.leastPositive >= smallest) return;
+  const double first = std::floor(std::log10(smallest));
+  const double last = std::floor(std::log10(side.greatest));
+  if (!(last - first < 20)) return;
+  Json values = Json::array();
+  for (double power = first; power <= last; ++power) {
+    for (const double step : {1, 2, 5}) {
+      const double value = step * std::pow(10, power);
+      if (last - first > 3 && step != 1) continue;
+      if (value >= smallest * 0.999) values.push_back(numberJson(value));
+    }
+  }
+  if (!values.empty()) json["values"] = values;
 }
 
 void putTicks(DrawContext& context, Json& json, const PlXMajorTicks& ticks, const DrawSide& side) {
@@ -383,13 +549,17 @@ void putTicks(DrawContext& context, Json& json, const PlXMajorTicks& ticks, cons
     const double angle = ticks.getLabelAngle();
     if (std::isfinite(angle)) json["labelAngle"] = numberJson(std::fmod(-angle, 360));
   } else if (side.isDiscrete && side.channel == "x") {
-    json["labelAngle"] = 0;
+    putFittingAngle(json, ticks, side);
   }
   const auto formats = ticks.getFormats();
   const PlXFormat* format = formats.empty() ? nullptr : formats[0];
   if (!format && side.measure) format = formatOf(side.measure->variable);
   if (format && !side.isDiscrete) {
-    json["labelExpr"] = textExpression("datum.value", format, side.isDate);
+    json["labelExpr"] = textExpression("datum.value", format, side.isDate, context.signs);
+    putDifferingValues(json, side, *format);
+  } else if (!side.isDiscrete && !side.isDate) {
+    const std::string text = signedText("datum.label", context.signs);
+    if (text != "datum.label") json["labelExpr"] = text;
   }
   json["labelFlush"] = false;
   if (side.isDiscrete) json["labelLimit"] = 250;
@@ -435,17 +605,23 @@ Json derivedAxisJson(DrawContext& context, const PlXAxis& axis, const DrawSide& 
   Json json = axisJson(context, axis, own);
   const PlXMajorTicks* ticks = axis.getMajorTicks();
   const auto formats = ticks ? ticks->getFormats() : std::vector<PlXFormat*>();
-  const std::string value =
-      "((datum.value - " + literal(values.match) + ") / " + literal(values.step) + ')';
-  json["labelExpr"] = textExpression(value, formats.empty() ? nullptr : formats[0], false);
+  // Without the last digits of its own computing.
+  const std::string value = "(round(1e6 * (datum.value - " + literal(values.match) + ") / " +
+                            literal(values.step) + ") / 1e6)";
+  json["labelExpr"] =
+      textExpression(value, formats.empty() ? nullptr : formats[0], false, context.signs);
   json.erase("tickMinStep");
   json["grid"] = false;
   if (!json.contains("orient")) json["orient"] = side.channel == "x" ? "top" : "right";
   const double delta = ticks ? ticks->getDelta() : 0;
-  if (delta > 0 && std::isfinite(delta)) {
-    // Ticks beyond the end aren't drawn.
-    for (int i = 0; i <= 50; ++i)
-      json["values"].push_back(numberJson(values.match + i * delta * values.step));
+  json.erase("values");
+  if (delta > 0 && std::isfinite(delta) && side.hasExtent()) {
+    // The axis may reach beyond its values; ticks beyond the axis aren't drawn.
+    DrawSide reach = side;
+    const double slack = side.hasFixedDomain() ? 0 : 0.25 * (side.greatest - side.least);
+    reach.least = std::min(side.scale.value("zero", false) ? 0.0 : side.least, side.least - slack);
+    reach.greatest = side.greatest + slack;
+    putValues(json, reach, values.match, std::abs(delta * values.step));
   }
   return json;
 }

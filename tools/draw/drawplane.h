@@ -2,6 +2,7 @@
 #ifndef CHARTXML_TOOLS_DRAWPLANE_H
 #define CHARTXML_TOOLS_DRAWPLANE_H
 
+#include <limits>
 #include <map>
 #include <optional>
 #include <string>
@@ -26,7 +27,13 @@ struct DrawLegend {
 
   // The layer that shows nothing but the legend.
   Json layer() const;
+  // Takes up another one that explains the same categories, such as dashes beside colours; false
+  // when it explains something else.
+  bool takeUp(const DrawLegend& other);
 };
+
+// The layers of legends, in the order of the chart, those of the same categories as one.
+std::vector<Json> legendLayers(std::vector<DrawLegend*> legends);
 
 // What all parts of a picture are made with.
 struct DrawContext {
@@ -35,6 +42,7 @@ struct DrawContext {
   DrawNotes& notes;
   std::map<std::string, DrawLegend> legends;  // by the id of what they explain
   std::map<std::string, const PlXPopup*> popups;
+  NumberSigns signs;  // where a format states none
 };
 
 // One of the two dimensions of a block.
@@ -49,9 +57,15 @@ struct DrawSide {
   Json scale = Json::object();
   Json axis = nullptr;
   double least = 1, greatest = 0;  // of numbers, as far as domain and data tell
-  double base = 1;                 // what bars stand on, on a log scale
+  double leastPositive = std::numeric_limits<double>::infinity();  // that is drawn, at least
+  double pixels = 0;
+  double base = 1;  // what bars stand on, on a log scale
 
   bool hasExtent() const { return least <= greatest; }
+  // Whether it ends where the chart says, whatever is drawn.
+  bool hasFixedDomain() const {
+    return !isDiscrete && scale.contains("domain") && scale["domain"].is_array();
+  }
   bool isLog() const { return scale.value("type", "") == "log"; }
   // The place of a value that the chart states: a number, a date or a category.
   Json datumOf(const std::string& text, const std::vector<const DrawField*>& fields) const;
@@ -92,6 +106,7 @@ class DrawPlane {
  private:
   void readTransforms();
   void readFields(const Place& place);
+  void readExtent(const CTElementType& element);
   void makeScale(std::size_t index, double pixels, bool hasBars);
   void makeDomain(DrawSide& side, const PlXDimension& dimension);
   void readDimensions(const std::vector<const CTElementType*>& elements);

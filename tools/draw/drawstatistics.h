@@ -54,6 +54,7 @@ void putGroups(Json& transform, const std::vector<std::string>& keys);
 struct Bins {
   std::string low, high;
   double width = 0;
+  double start = 0;
 };
 Bins addBins(Json& transforms, const DrawField& field, const PlXBinStatistic& statistic);
 
