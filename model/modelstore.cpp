@@ -5,6 +5,7 @@
 #include <xercesc/util/XMLString.hpp>
 
 #include "attributetext.h"
+#include "changejournal.h"
 #include "dialect.h"
 #include "domwalk.h"
 #include "plxframes.h"
@@ -160,6 +161,7 @@ PlXBaseElement* ModelStore::insert(DOMElement* parent, DOMElement* child) {
       break;
     }
   }
+  if (journal_) journal_->beforeInsert(*parent, *child);
   parent->insertBefore(child, place);
   PlXBaseElement* object = objectOf(child);
   if (passed >= near && object) lastChildren_[{parent, rank}] = object;
@@ -205,6 +207,7 @@ void ModelStore::indexLinks() {
 }
 
 void ModelStore::remove(DOMElement* element) {
+  if (journal_) journal_->beforeRemove(*element);
   std::vector<DOMElement*> withId;
   walkElements(element, [&](DOMElement* inner) {
     if (inner->getAttributeNode(idName)) withId.push_back(inner);
@@ -229,7 +232,9 @@ void ModelStore::removeLinks(const std::u16string& id) {
   if (links == links_.end() || owner_.doesIdExist(id.c_str())) return;
   for (const auto& [holder, attribute] : links->second) {
     DOMElement* element = holder->getImplementation();
-    if (element && id == element->getAttribute(attribute)) element->removeAttribute(attribute);
+    if (!element || id != element->getAttribute(attribute)) continue;
+    if (journal_) journal_->beforeAttribute(*element, attribute);
+    element->removeAttribute(attribute);
   }
   links_.erase(links);
 }

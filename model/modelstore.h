@@ -15,6 +15,7 @@
 
 #include "plxbaseelement.h"
 
+class ChangeJournal;
 namespace dialect {
 struct Element;
 }
@@ -65,6 +66,10 @@ class ModelStore {
   // To be told of each identifier that is withdrawn from the document.
   void noteFreeId(const std::u16string& id);
 
+  // Who wants to be told of each edit; null for nobody. Not owned.
+  ChangeJournal* journal() const { return journal_; }
+  void setJournal(ChangeJournal* journal) { journal_ = journal; }
+
  private:
   struct Link {
     const PlXBaseElement* holder;
@@ -93,6 +98,7 @@ class ModelStore {
   std::unordered_map<std::size_t, std::vector<Link>> links_;
   bool linksIndexed_ = false;
   bool endsWithDocument_ = false;
+  ChangeJournal* journal_ = nullptr;
   // Of a stem: all numbers up to `taken` are, but perhaps for those that were freed since. `looked`
   // is the one that was looked at again last.
   struct Numbers {

@@ -7,6 +7,7 @@
 #include <xercesc/util/XMLString.hpp>
 
 #include "attributetext.h"
+#include "changejournal.h"
 #include "chartstring.h"
 #include "dialect.h"
 #include "domwalk.h"
@@ -153,6 +154,8 @@ void PlXBaseElement::clear(const XMLCh* name) {
 void PlXBaseElement::setAttribute(const XMLCh* name, const XMLCh* value) {
   if (!element_) return;
   PlXVisualization* visualization = getVisualization();
+  ChangeJournal* journal = visualization ? visualization->store().journal() : nullptr;
+  if (journal) journal->beforeAttribute(*element_, name);
   const bool isId = XMLString::equals(name, idName);
   if (isId) withdrawId(element_);
   // An empty identifier is none, and makes a document that no parser takes.
@@ -174,6 +177,9 @@ const XMLCh* PlXBaseElement::contentOrText(const XMLCh* name) const {
 void PlXBaseElement::setTextOverContent(const XMLCh* name, const XMLCh* value) {
   if (!element_) return;
   setAttribute(name, value);
+  PlXVisualization* visualization = getVisualization();
+  ChangeJournal* journal = visualization ? visualization->store().journal() : nullptr;
+  if (journal) journal->beforeText(*element_);
   for (DOMNode* node = element_->getFirstChild(); node;) {
     DOMNode* next = node->getNextSibling();
     const short kind = node->getNodeType();

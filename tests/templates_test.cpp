@@ -6,8 +6,10 @@
 #include "charttemplate.h"
 #include "charttransformer.h"
 #include "commandcases.h"
+#include "commandoutcome.h"
 #include "commands.h"
 #include "tavogotocaller.h"
+#include "testplaces.h"
 
 using namespace xercesc;
 
@@ -53,6 +55,21 @@ TEST(Template, RunsTheCommandsItKnowsInOrder) {
     EXPECT_EQ(chart.body(), dimensions("<dimension" + attributes + "/>")) << body;
     EXPECT_EQ(entries(folder), log);
   }
+}
+
+TEST(Template, TellsWhatBecameOfItsCommands) {
+  ChartTransformer chart(chartText(dimensions("<dimension/>")));
+  std::vector<CommandOutcome> outcomes(3);
+  const std::string missing = "<addPopups graph='2' x='true'/>";
+  EXPECT_TRUE(
+      chart.applyTemplate(templateText("text" + margin("1%") + "<bogus/>" + missing), outcomes));
+  std::string told;
+  for (const CommandOutcome& each : outcomes) {
+    told += std::to_string(each.position) + each.name + (each.isDone ? " " : " failed ");
+    for (const ElementChange& change : each.changes) told += change.tag + "; ";
+    for (const std::string& note : each.notes) told += note + "; ";
+  }
+  EXPECT_EQ(told, "0setAxisMargin dimension; 1bogus failed 2addPopups there is no graph '2'; ");
 }
 
 TEST(Template, HandsOnItsSource) {
@@ -149,10 +166,10 @@ std::unique_ptr<BaseTemplate> failingCommand(const PlXVisualization*, PlXVisuali
 
 TEST(Template, TellsCommandsThatCantBeMade) {
   EditedChart chart("");
-  const Command table[] = {{u"a", "", &failingCommand<0>},
-                           {u"b", "", &failingCommand<1>},
-                           {u"c", "", &failingCommand<2>},
-                           {u"d", "", commands()[0].make}};
+  const Command table[] = {{u"a", "", "", &failingCommand<0>},
+                           {u"b", "", "", &failingCommand<1>},
+                           {u"c", "", "", &failingCommand<2>},
+                           {u"d", "", "", commands()[0].make}};
   const LogFolder folder;
   const auto process = [&](const char* elements) {
     const Fragment fragment(elements);

@@ -1,14 +1,22 @@
 #include "applytemplate.h"
 
+#include <optional>
 #include <sstream>
+#include <utility>
 
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/util/XMLString.hpp>
 
+#include "changejournal.h"
 #include "charterrorhandler.h"
 #include "chartexception.h"
 #include "chartprinter.h"
+#include "chartstring.h"
+#include "commandlistener.h"
 #include "commands.h"
+#include "domwalk.h"
+#include "modelstore.h"
+#include "plxframes.h"
 #include "report.h"
 #include "tavogotocaller.h"
 
@@ -22,7 +30,8 @@ std::unique_ptr<BaseTemplate> makeCommand(const PlXVisualization* source, PlXVis
   return std::make_unique<T>(source, target, command);
 }
 
-#define COMMAND(element, type, sentence) {u"" element, sentence, &makeCommand<type>},
+#define COMMAND(element, type, family, sentence) \
+  {u"" element, family, sentence, &makeCommand<type>},
 constexpr Command allCommands[] = {
 #include "commands.inc"
 };
@@ -50,39 +59,81 @@ const Command* rowOf(std::span<const Command> table, const XMLCh* element) {
   return nullptr;
 }
 
-enum class Outcome { True, False, Failed, Stopped };
+enum class Answer { True, False, Failed, Stopped };
 
-Outcome run(BaseTemplate& command) {
+// `outcome` may be null.
+Answer run(BaseTemplate& command, CommandOutcome* outcome) {
+  std::optional<CommandListener> listener;
   command.keepFindings();
+  if (outcome) command.listenTo(&listener.emplace(*outcome));
   try {
-    return command.ProcessCommand() ? Outcome::True : Outcome::False;
+    const bool answer = command.ProcessCommand();
+    if (listener) listener->finish();
+    return answer ? Answer::True : Answer::False;
   } catch (const TavoGoToCaller&) {
-    return Outcome::Stopped;
+    return Answer::Stopped;
   } catch (...) {
     // A command that failed is passed over; it has reported what it chose to.
-    return Outcome::Failed;
+    return Answer::Failed;
   }
 }
 
 // Failed also for an element that is no command.
-Outcome dispatch(const PlXVisualization* source, PlXVisualization& target,
-                 const DOMElement* element, std::span<const Command> table) {
+Answer dispatch(const PlXVisualization* source, PlXVisualization& target, const DOMElement* element,
+                std::span<const Command> table, CommandOutcome* outcome) {
   try {
     const Command* command = rowOf(table, element->getTagName());
-    if (command) return run(*command->make(source, target, element));
+    if (command) return run(*command->make(source, target, element), outcome);
     report("Unsupported Template element encountered (" + printed(element) + ")", __FILE__,
            __LINE__);
-    return Outcome::Failed;
+    return Answer::Failed;
   } catch (const XMLException& e) {
     ChartErrorHandler().error(e);
-    return Outcome::Failed;
+    return Answer::Failed;
   } catch (const DOMException& e) {
     ChartErrorHandler().error(e);  // throws it on
     throw;
   } catch (...) {
-    return Outcome::Stopped;
+    return Answer::Stopped;
   }
 }
+
+// Keeps a journal of the chart while it lives, if there is somebody to tell.
+class Listening {
+ public:
+  Listening(PlXVisualization& chart, std::vector<CommandOutcome>* outcomes)
+      : chart_(chart), outcomes_(outcomes) {
+    if (outcomes_) chart_.store().setJournal(&journal_);
+  }
+  Listening(const Listening&) = delete;
+  Listening& operator=(const Listening&) = delete;
+  ~Listening() {
+    takeChanges();
+    if (outcomes_) chart_.store().setJournal(nullptr);
+  }
+
+  // Null for nobody.
+  CommandOutcome* add(std::size_t position, const DOMElement& element) {
+    if (!outcomes_) return nullptr;
+    takeChanges();
+    isOpen_ = true;
+    CommandOutcome& outcome = outcomes_->emplace_back();
+    outcome.position = position;
+    outcome.name = ChartString(element.getTagName()).toUTF8();
+    return &outcome;
+  }
+
+ private:
+  // Those of the last one.
+  void takeChanges() {
+    if (std::exchange(isOpen_, false)) outcomes_->back().changes = journal_.take();
+  }
+
+  PlXVisualization& chart_;
+  std::vector<CommandOutcome>* outcomes_;
+  ChangeJournal journal_;
+  bool isOpen_ = false;
+};
 
 }  // namespace
 
@@ -101,25 +152,20 @@ bool ApplyTemplate::process(const PlXVisualization* source, PlXVisualization& ta
   if (!root) return false;
   bool answer = true;
   std::size_t position = 0;
-  for (const DOMNode* child = root->getFirstChild(); child; child = child->getNextSibling()) {
-    if (child->getNodeType() != DOMNode::ELEMENT_NODE) continue;
-    const auto* element = static_cast<const DOMElement*>(child);
+  Listening listening(target, outcomes_);
+  for (const DOMElement* element = firstElement(root); element; element = nextElement(element)) {
     // There already while it runs: what stops the run may be thrown.
-    passedOver_.push_back(position++);
-    switch (dispatch(source, target, element, table)) {
-      case Outcome::True:
-        passedOver_.pop_back();
-        answer = true;
-        break;
-      case Outcome::False:
-        passedOver_.pop_back();
-        break;
-      case Outcome::Failed:
-        answer = false;
-        break;
-      case Outcome::Stopped:
-        throw stopping(element, __LINE__);
+    passedOver_.push_back(position);
+    CommandOutcome* outcome = listening.add(position++, *element);
+    const Answer given = dispatch(source, target, element, table, outcome);
+    if (given == Answer::Stopped) throw stopping(element, __LINE__);
+    if (given == Answer::Failed) {
+      answer = false;
+      continue;
     }
+    passedOver_.pop_back();
+    if (outcome) outcome->isDone = true;
+    if (given == Answer::True) answer = true;
   }
   return answer;
 }

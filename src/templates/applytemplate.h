@@ -14,9 +14,14 @@ XERCES_CPP_NAMESPACE_END
 
 class PlXVisualization;
 struct Command;
+struct CommandOutcome;
 
 class ApplyTemplate {
  public:
+  // With a vector, which isn't owned, each run appends what becomes of its elements, one after the
+  // other.
+  explicit ApplyTemplate(std::vector<CommandOutcome>* outcomes = nullptr) : outcomes_(outcomes) {}
+
   // Runs the element children of `root` in document order, each command to its end before the next.
   // False for a null root, and when the last children were skipped or failed; true when there are
   // none. A command that fails is passed over, and an element that is no command is reported. What
@@ -30,6 +35,7 @@ class ApplyTemplate {
   const std::vector<std::size_t>& getPassedOver() const { return passedOver_; }
 
  private:
+  std::vector<CommandOutcome>* outcomes_;
   std::vector<std::size_t> passedOver_;
 };
 

@@ -8,6 +8,7 @@
 #include <xercesc/util/XMLString.hpp>
 
 #include "chartbase.h"
+#include "commandlistener.h"
 #include "dialect.h"
 #include "domwalk.h"
 #include "modelstore.h"
@@ -125,6 +126,33 @@ ChartString rawValue(const CTVariableType& variable, const ChartString& label) {
   return {};
 }
 
+std::vector<PlXDimension*> dimensionsOf(const PlXGraph& graph, const ChartString& role) {
+  std::vector<PlXDimension*> dimensions;
+  const std::vector<PlXCoordinates*> blocks = graph.getCoordinatess();
+  for (std::size_t block = 0; block < blocks.size(); ++block) {
+    unsigned position = 0;
+    DOMElement* child = firstElement(blocks[block]->getImplementation());
+    for (; child; child = nextElement(child)) {
+      const XMLCh* tag = dialect::localName(child);
+      const bool isDimension = XMLString::equals(tag, PlXDimension::_UTF_dimension);
+      // A reference takes a position but is no dimension of this block.
+      if (!isDimension && !XMLString::equals(tag, PlXDimensionReference::_dimensionReference)) {
+        continue;
+      }
+      const XMLCh* childRole = roleAt(++position, block);
+      if (!isDimension || !childRole || !role.equals(childRole)) continue;
+      if (auto* dimension = dynamic_cast<PlXDimension*>(graph.objectOf(child))) {
+        dimensions.push_back(dimension);
+      }
+    }
+  }
+  return dimensions;
+}
+
+std::string withWord(const char* text, const ChartString& word) {
+  return std::string(text) + " '" + word.toUTF8() + '\'';
+}
+
 }  // namespace
 
 BaseTemplate::BaseTemplate(const PlXVisualization* source, PlXVisualization& target,
@@ -138,6 +166,30 @@ BaseTemplate::~BaseTemplate() = default;
 
 bool BaseTemplate::ProcessCommand() {
   return false;
+}
+
+void BaseTemplate::tell(const char* note, const ChartString& word) const {
+  if (listener_) listener_->addNote(withWord(note, word));
+}
+
+void BaseTemplate::tell(const char* note) const {
+  if (listener_) listener_->addNote(note);
+}
+
+void BaseTemplate::because(const char* reason, const ChartString& word) const {
+  if (listener_) listener_->addReason(withWord(reason, word));
+}
+
+void BaseTemplate::because(const char* reason) const {
+  if (listener_) listener_->addReason(reason);
+}
+
+void BaseTemplate::tellUnless(bool isFound, const char* note, const ChartString& word) const {
+  if (listener_) listener_->addLook(withWord(note, word), true, isFound);
+}
+
+void BaseTemplate::becauseUnless(bool isFound, const char* reason, const ChartString& word) const {
+  if (listener_) listener_->addLook(withWord(reason, word), false, isFound);
 }
 
 bool BaseTemplate::getBooleanAttribute(const DOMElement* element, const XMLCh* name,
@@ -209,6 +261,7 @@ const std::vector<PlXGraph*>& BaseTemplate::addressedGraphs() const {
     const long number = attribute(PlXUni::_graph).convertToSignedInteger();
     if (number != 0) {
       const bool isThere = number > 0 && static_cast<std::size_t>(number) <= all.size();
+      if (!isThere) tell("there is no graph", attribute(PlXUni::_graph));
       PlXGraph* one = isThere ? all[number - 1] : nullptr;
       all.assign(one ? 1 : 0, one);
     }
@@ -306,31 +359,14 @@ std::vector<CTAesthetic*> BaseTemplate::getAesthetics(const CTElementType& eleme
 
 std::vector<PlXDimension*> BaseTemplate::getDimensionsByRole(const PlXGraph& graph,
                                                              const ChartString& role) const {
-  std::vector<PlXDimension*> dimensions;
-  const std::vector<PlXCoordinates*> blocks = graph.getCoordinatess();
-  for (std::size_t block = 0; block < blocks.size(); ++block) {
-    unsigned position = 0;
-    DOMElement* child = firstElement(blocks[block]->getImplementation());
-    for (; child; child = nextElement(child)) {
-      const XMLCh* tag = dialect::localName(child);
-      const bool isDimension = XMLString::equals(tag, PlXDimension::_UTF_dimension);
-      // A reference takes a position but is no dimension of this block.
-      if (!isDimension && !XMLString::equals(tag, PlXDimensionReference::_dimensionReference)) {
-        continue;
-      }
-      const XMLCh* childRole = roleAt(++position, block);
-      if (!isDimension || !childRole || !role.equals(childRole)) continue;
-      if (auto* dimension = dynamic_cast<PlXDimension*>(graph.objectOf(child))) {
-        dimensions.push_back(dimension);
-      }
-    }
-  }
+  std::vector<PlXDimension*> dimensions = dimensionsOf(graph, role);
+  becauseUnless(!dimensions.empty(), "there is no dimension", role);
   return dimensions;
 }
 
 CTVariableType* BaseTemplate::clusterVariable(const PlXGraph& graph,
                                               const ChartString& role) const {
-  for (const PlXDimension* dimension : getDimensionsByRole(graph, role)) {
+  for (const PlXDimension* dimension : dimensionsOf(graph, role)) {
     if (CTVariableType* variable = dimension->getClusterVariable()) return variable;
   }
   return nullptr;
@@ -358,7 +394,7 @@ PlXCategoricalDomain* BaseTemplate::getCategoricalDomain(const PlXGraph& graph,
   }
   // No dimension has that role.
   if (role.equals(PlXUni::_legend)) return element ? legendDomain(*element) : nullptr;
-  for (const PlXDimension* dimension : getDimensionsByRole(graph, role)) {
+  for (const PlXDimension* dimension : dimensionsOf(graph, role)) {
     if (auto* domain = dynamic_cast<PlXCategoricalDomain*>(dimension->getDomain())) return domain;
   }
   return nullptr;
@@ -377,8 +413,11 @@ ChartString BaseTemplate::getCategoryValue(const PlXGraph& graph, const XMLCh* r
         cluster ? cluster : variableOf(coordinateOf(*element, roleName));
     if (!variable || !looked.insert(variable).second) continue;
     ChartString value = rawValue(*variable, label);
-    if (!value.empty()) return value;
+    if (value.empty()) continue;
+    tellUnless(true, "no category has the label", label);
+    return value;
   }
+  tellUnless(false, "no category has the label", label);
   return {};
 }
 
@@ -444,7 +483,7 @@ bool BaseTemplate::isGraphClustered(const PlXGraph& graph) const {
 
 bool BaseTemplate::isChartTrue3D(const PlXGraph& graph) const {
   bool hasAxis = false;
-  for (const PlXDimension* dimension : getDimensionsByRole(graph, PlXUni::_z)) {
+  for (const PlXDimension* dimension : dimensionsOf(graph, PlXUni::_z)) {
     hasAxis = hasAxis || !dimension->getAxiss().empty();
   }
   if (!hasAxis) return false;

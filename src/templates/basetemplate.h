@@ -22,6 +22,7 @@ XERCES_CPP_NAMESPACE_END
 class CTAesthetic;
 class CTElementType;
 class CTVariableType;
+class CommandListener;
 class PlXAxis;
 class PlXBaseElement;
 class PlXCategoricalDomain;
@@ -76,6 +77,23 @@ class CHARTXML_API BaseTemplate {
   void keepFindings() {
     keepsFindings_ = true;
   }
+
+  // ---- what a command says, to who listens (CommandOutcome); without a listener it costs nothing
+  // For the dispatcher. Not owned; null for nobody.
+  void listenTo(CommandListener* listener) {
+    listener_ = listener;
+  }
+  // A note of what was asked for and can't be had, and the word that it was asked for by, which is
+  // put behind in quotes: tell("there is no graph", "7"). It is told whatever the command changes.
+  void tell(const char* note, const ChartString& word) const;
+  void tell(const char* note) const;
+  // A reason why the command passes over something, in the same form. It is told of a command that
+  // changed nothing, so that it may be given for each thing that is passed over.
+  void because(const char* reason, const ChartString& word) const;
+  void because(const char* reason) const;
+  // The same for what is looked for in many places: told at the end if it was found in none.
+  void tellUnless(bool isFound, const char* note, const ChartString& word) const;
+  void becauseUnless(bool isFound, const char* reason, const ChartString& word) const;
 
   // True for exactly "true", false for exactly "false".
   bool getBooleanAttribute(const xercesc::DOMElement* element, const XMLCh* name,
@@ -298,6 +316,7 @@ class CHARTXML_API BaseTemplate {
   const ChartString& filledText(const xercesc::DOMElement& element);
 
   bool keepsFindings_ = false;
+  CommandListener* listener_ = nullptr;
   std::unique_ptr<StyleUsers> users_;
   // What CreateUniqueId was asked for by a command of the dispatcher.
   mutable std::unordered_set<std::u16string> askedStems_;

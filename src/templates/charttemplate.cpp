@@ -6,6 +6,7 @@
 #include "charterrorhandler.h"
 #include "chartexception.h"
 #include "chartparser.h"
+#include "commandoutcome.h"
 #include "commands.h"
 #include "domwalk.h"
 #include "grammarpool.h"
@@ -50,7 +51,7 @@ std::shared_ptr<const ChartParser> parseShared(const std::string& text) {
 
 std::vector<ChartTemplate::CommandInfo> ChartTemplate::getCommands() {
   std::vector<CommandInfo> result;
-  for (const Command& command : commands()) result.push_back({command.element, command.sentence});
+  for (const Command& command : commands()) result.push_back({command.element, command.family, command.sentence});
   return result;
 }
 
@@ -102,9 +103,18 @@ DOMElement* ChartTemplate::parseTemplate(const std::string& text) {
 }
 
 PlXVisualization& ChartTemplate::applyTemplate() {
+  return run(nullptr);
+}
+
+PlXVisualization& ChartTemplate::applyTemplate(std::vector<CommandOutcome>& outcomes) {
+  outcomes.clear();
+  return run(&outcomes);
+}
+
+PlXVisualization& ChartTemplate::run(std::vector<CommandOutcome>* outcomes) {
   passedOver_.clear();
   if (!set_) return target_;
-  ApplyTemplate run;
+  ApplyTemplate run(outcomes);
   try {
     run.process(source_, target_, set_->document()->getDocumentElement());
     passedOver_ = run.getPassedOver();

@@ -19,6 +19,7 @@ XERCES_CPP_NAMESPACE_END
 
 class ChartParser;
 class PlXVisualization;
+struct CommandOutcome;
 
 // A template's root is `template` with one child element for each command. The commands run in
 // document order, and what they changed stays when a later one fails.
@@ -30,10 +31,11 @@ class PlXVisualization;
 // A ChartBase must live as long as the object does.
 class CHARTXML_API ChartTemplate {
  public:
-  // The name of a command's element, and a sentence on what it does. The texts live as long as the
-  // process.
+  // The name of a command's element, a heading for it and its kin, and a sentence on what it does.
+  // The texts live as long as the process.
   struct CommandInfo {
     const XMLCh* element;
+    const char* family;
     const char* sentence;
   };
   // The commands that this version of the library has.
@@ -77,8 +79,13 @@ class CHARTXML_API ChartTemplate {
   // those that are no commands and of commands that failed. When the run was stopped, the last one
   // stopped it.
   const std::vector<std::size_t>& getPassedOver() const { return passedOver_; }
+  // The same, and tells for each element below the root, in document order, what became of it. When
+  // the run is stopped, the last one stopped it. To find that out makes a run a little slower.
+  PlXVisualization& applyTemplate(std::vector<CommandOutcome>& outcomes);
 
  private:
+  PlXVisualization& run(std::vector<CommandOutcome>* outcomes);
+
   PlXVisualization& target_;
   const PlXVisualization* source_;
   // Of the documents that parseTemplate() answered.

@@ -2,6 +2,7 @@
 // since the class knows nothing of commands.
 #include "charttemplate.h"
 #include "charttransformer.h"
+#include "commandoutcome.h"
 #include "plxframes.h"
 #include "tavogotocaller.h"
 
@@ -16,8 +17,21 @@ bool ChartTransformer::applyTemplate(const std::string& templateText) {
 
 bool ChartTransformer::applyTemplate(const std::string& templateText,
                                      std::vector<std::size_t>& passedOver) {
+  return runTemplate(templateText, passedOver, nullptr);
+}
+
+bool ChartTransformer::applyTemplate(const std::string& templateText,
+                                     std::vector<CommandOutcome>& outcomes) {
+  std::vector<std::size_t> passedOver;
+  return runTemplate(templateText, passedOver, &outcomes);
+}
+
+bool ChartTransformer::runTemplate(const std::string& templateText,
+                                   std::vector<std::size_t>& passedOver,
+                                   std::vector<CommandOutcome>* outcomes) {
   static unsigned counter = 1;
   passedOver.clear();
+  if (outcomes) outcomes->clear();
   if (!model_) return false;
   if (willPrintString(PRINT_BEFORE_TEMPLATE)) {
     dump("Xml_before_template_", counter, PRINT_BEFORE_TEMPLATE);
@@ -28,7 +42,11 @@ bool ChartTransformer::applyTemplate(const std::string& templateText,
   try {
     chartTemplate = std::make_unique<ChartTemplate>(*model_, nullptr);
     chartTemplate->setTemplate(templateText);
-    chartTemplate->applyTemplate();
+    if (outcomes) {
+      chartTemplate->applyTemplate(*outcomes);
+    } else {
+      chartTemplate->applyTemplate();
+    }
   } catch (const TavoGoToCaller&) {
     throw;
   } catch (...) {

@@ -15,6 +15,7 @@
 #include "charttemplate.h"
 #include "charttranscoder.h"
 #include "charttransformer.h"
+#include "commandoutcome.h"
 #include "facstdictionary.h"
 #include "formatter.h"
 #include "framepacker.h"

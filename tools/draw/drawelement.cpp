@@ -66,6 +66,12 @@ std::optional<Subject> subjectOf(DrawContext& context, const DrawPlane& plane,
     std::erase_if(
         list, [&](const DrawField* field) { return !isOf(of.source, field, context, element); });
   }
+  const DrawField* cluster = plane.x().cluster;
+  if (isOf(of.source, cluster, context, element)) {
+    if (of.fields[0].size() > 1) of.tell("of several variables the first is drawn in the clusters");
+    if (!of.fields[0].empty() && of.fields[0][0] != cluster) of.within = of.fields[0][0];
+    of.fields[0] = {cluster};
+  }
   return of;
 }
 
@@ -112,6 +118,11 @@ Json rowFilters(const Subject& of) {
   if (!of.condition.empty()) steps.push_back(filter(of.condition));
   for (const auto* visibility : childrenOf<PlXVisibility>(of.element)) {
     for (const Json& step : filtersOf(of, *visibility)) addOnce(steps, step);
+  }
+  if (of.within) {
+    const auto& order = of.context.data.orderOf(*of.within);
+    if (order.isPart) steps.push_back(oneOf(*of.within, order.texts));
+    if (!order.isPart && of.within->hasMissing) addOnce(steps, validFilter(of.within->name));
   }
   for (const std::size_t i : {0U, 1U}) {
     for (const DrawField* field : of.fields[i]) {
@@ -194,9 +205,11 @@ Looks looksOf(const Subject& of) {
   for (const auto* aesthetic : childrenOf<CTAesthetic>(of.element)) {
     if (!dynamic_cast<const PlXVisibility*>(aesthetic)) addLook(of, *aesthetic, looks);
   }
-  const DrawField* cluster = of.plane.x().cluster;
-  if (cluster && cluster->source == of.source) {
-    looks.offsetBy = cluster;
+  const DrawField* depth = of.plane.x().depth;
+  if (of.within) {
+    looks.offsetBy = of.within;
+  } else if (depth && depth->source == of.source) {
+    looks.offsetBy = depth;
   } else if (of.element.getPositionModifier() == CTElementType::positionModifier_dodge) {
     looks.offsetBy = looks.group;
   }

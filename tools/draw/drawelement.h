@@ -37,6 +37,7 @@ struct Subject {
   const std::string& condition;  // of the panels that it is drawn in; empty for all
   std::string source;
   std::vector<const DrawField*> fields[2];
+  const DrawField* within = nullptr;  // the element's own x, where clusters take its place
 
   void tell(const std::string& what) const { context.notes.tell(element, what); }
   const DrawSide& side(std::size_t i) const { return i == 0 ? plane.x() : plane.y(); }

@@ -62,9 +62,12 @@ Json placesOf(const Subject& of, const Placed& placed) {
   }
   const DrawField* offsetBy = placed.looks.offsetBy;
   if (offsetBy && of.plane.x().isDiscrete && !of.plane.isPolar() && !placed.hasFreePlaces) {
-    const auto& order = of.context.data.orderOf(*offsetBy);
-    encoding[of.channel(0) + "Offset"] = {
-        {"field", offsetBy->name}, {"type", "nominal"}, {"scale", {{"domain", order.texts}}}};
+    Json& offset = encoding[of.channel(0) + "Offset"];
+    offset = {{"field", offsetBy->name}, {"type", "nominal"}};
+    // Numbers stand in the order of Vega-Lite, which is theirs.
+    if (offsetBy->isCategorical) {
+      offset["scale"]["domain"] = of.context.data.orderOf(*offsetBy).texts;
+    }
   }
   if (of.element.getPositionModifier() == CTElementType::positionModifier_jitter) {
     putJitter(of, encoding);

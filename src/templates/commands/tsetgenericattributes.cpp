@@ -6,8 +6,10 @@
 // else in a chart, and are passed over.
 #include <xercesc/dom/DOM.hpp>
 
+#include "changejournal.h"
 #include "commands.h"
 #include "dialect.h"
+#include "modelstore.h"
 #include "objectsbytag.h"
 #include "plxframes.h"
 #include "plxstyle.h"
@@ -69,6 +71,9 @@ std::vector<PlXBaseElement*> findNodes(const PlXVisualization& chart,
 
 void setContent(const PlXBaseElement& node, const XMLCh* text) {
   DOMElement* element = node.getImplementation();
+  if (ChangeJournal* journal = node.getVisualization()->store().journal()) {
+    journal->beforeText(*element);
+  }
   for (DOMNode* child = element->getFirstChild(); child;) {
     DOMNode* next = child->getNextSibling();
     const short kind = child->getNodeType();
