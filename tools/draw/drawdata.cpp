@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
-#include <chrono>
 #include <cmath>
-#include <cstdio>
 #include <functional>
 #include <limits>
 #include <set>
@@ -32,30 +30,6 @@ double numberOf(const std::string& text) {
 }
 
 }  // namespace
-
-double dateOf(const std::string& text) {
-  int year = 0;
-  unsigned month = 0, day = 0, hour = 0, minute = 0, second = 0, milli = 0;
-  const int found = std::sscanf(text.c_str(), "%4d-%2u-%2u %2u:%2u:%2u.%3u", &year, &month, &day,
-                                &hour, &minute, &second, &milli);
-  if (found != 3 && found < 5) return none;
-  namespace chrono = std::chrono;
-  const chrono::year_month_day date{chrono::year(year), chrono::month(month), chrono::day(day)};
-  if (!date.ok()) return none;
-  const double days = static_cast<double>(chrono::sys_days(date).time_since_epoch().count());
-  return 1000 * (60 * (60 * (24 * days + hour) + minute) + second) + milli;
-}
-
-std::vector<std::string> listItems(const std::string& text) {
-  std::vector<std::string> items;
-  std::istringstream in(text);
-  for (std::string item; std::getline(in, item, ';');) {
-    const std::size_t first = item.find_first_not_of(" \t\r\n");
-    if (first == item.npos) continue;
-    items.push_back(item.substr(first, item.find_last_not_of(" \t\r\n") - first + 1));
-  }
-  return items;
-}
 
 Json DrawField::valueOf(const std::string& raw) const {
   if (isCategorical) {
@@ -476,6 +450,26 @@ void restrict(const DrawField& field, const PlXCategoricalDomain& domain,
   }
 }
 
+// Each once.
+std::vector<std::string> textsOf(const DrawField& field, const std::vector<std::string>& raws) {
+  std::vector<std::string> texts;
+  std::set<std::string> known;
+  for (const std::string& raw : raws) {
+    const std::string text = textOf(field, raw);
+    if (known.insert(text).second) texts.push_back(text);
+  }
+  return texts;
+}
+
+std::map<std::string, std::size_t> ranksIn(const PlXSimpleSort& sort) {
+  std::map<std::string, std::size_t> ranks;
+  const auto* list = childOf<PlXCategoryOrder>(sort);
+  for (const std::string& raw : listItems(list ? utf8(list->getText()) : "")) {
+    ranks.emplace(raw, ranks.size());
+  }
+  return ranks;
+}
+
 // An unknown place is the last.
 template <class Key, class Rank>
 auto rankIn(const std::map<Key, Rank>& ranks, const Key& key, Rank unknown) {
@@ -518,11 +512,7 @@ DrawData::Order DrawData::orderFor(const DrawField& field, const PlXCategoricalD
       } else if (sort->getMethod() == PlXSimpleSort::method_value) {
         sortNaturally(std::identity(), sort->getDescending());
       } else if (sort->getMethod() == PlXSimpleSort::method_explicit) {
-        std::map<std::string, std::size_t> ranks;
-        const auto* list = childOf<PlXCategoryOrder>(*sort);
-        for (const std::string& raw : listItems(list ? utf8(list->getText()) : "")) {
-          ranks.emplace(raw, ranks.size());
-        }
+        const auto ranks = ranksIn(*sort);
         sortBy(
             [&](const auto& a, const auto& b) {
               return rankIn(ranks, a, ranks.size()) < rankIn(ranks, b, ranks.size());
@@ -545,11 +535,7 @@ DrawData::Order DrawData::orderFor(const DrawField& field, const PlXCategoricalD
       moveEnds(*byMean);
     }
   }
-  std::set<std::string> known;
-  for (const std::string& raw : raws) {
-    const std::string text = textOf(field, raw);
-    if (known.insert(text).second) order.texts.push_back(text);
-  }
+  order.texts = textsOf(field, raws);
   return order;
 }
 

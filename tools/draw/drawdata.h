@@ -104,12 +104,6 @@ class DrawData {
   std::map<std::pair<std::string, std::string>, int> names_;
 };
 
-// A date of a chart in milliseconds since 1970; NaN for a text that is none.
-double dateOf(const std::string& text);
-
-// Items between semicolons, without the blanks around them.
-std::vector<std::string> listItems(const std::string& text);
-
 }  // namespace draw
 
 #endif

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <set>
 
+#include "drawaxes.h"
 #include "drawguides.h"
 #include "drawmarks.h"
 

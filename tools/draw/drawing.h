@@ -3,7 +3,7 @@
 //
 //   drawdata    the sources as tables of JSON, variables as their fields, the order of categories
 //   drawlooks   styles and formats
-//   drawplane   dimensions: scales and axes
+//   drawplane, drawaxes, drawextent   dimensions: scales, axes, bounds of what is drawn
 //   drawstatistics, drawaesthetics   transforms, and looks by the values of variables
 //   drawelement, drawplaces, drawlayouts, drawlabels, drawlayers   an element, step by step
 //   drawmarks   all layers of an element
@@ -72,6 +72,12 @@ class DrawNotes {
   std::vector<std::string> texts_;
   std::set<std::string> told_;
 };
+
+// A date of a chart in milliseconds since 1970; NaN for a text that is none.
+double dateOf(const std::string& text);
+
+// Items between semicolons, without the blanks around them.
+std::vector<std::string> listItems(const std::string& text);
 
 }  // namespace draw
 

@@ -6,33 +6,28 @@
 #include <set>
 #include <utility>
 
-#include "drawstatistics.h"
+#include "drawaxes.h"
+#include "drawextent.h"
 
 namespace draw {
 
 using namespace xercesc;
 
-namespace {
-
-constexpr std::size_t mostTicks = 200;
-
-double valueOf(const std::string& text, bool isDate) {
+double placeOf(const std::string& text, bool isDate) {
   if (text.empty()) return std::nan("");
   if (isDate || !ChartString(text.c_str()).isNumber()) return dateOf(text);
   return ChartString(text.c_str()).convertToDouble();
 }
 
-void extend(DrawSide& side, double value) {
+void DrawSide::extend(double value) {
   if (!std::isfinite(value)) return;
-  const bool isFirst = !side.hasExtent();
-  side.least = isFirst ? value : std::min(side.least, value);
-  side.greatest = isFirst ? value : std::max(side.greatest, value);
+  const bool isFirst = !hasExtent();
+  least = isFirst ? value : std::min(least, value);
+  greatest = isFirst ? value : std::max(greatest, value);
 }
 
-}  // namespace
-
 Json DrawSide::datumOf(const std::string& text, const std::vector<const DrawField*>& fields) const {
-  if (!isDiscrete) return numberJson(valueOf(text, isDate));
+  if (!isDiscrete) return numberJson(placeOf(text, isDate));
   for (const DrawField* field : fields) {
     if (field->isCategorical && field->labels.contains(text)) return field->valueOf(text);
   }
@@ -177,86 +172,6 @@ void DrawPlane::readDimensions(const std::vector<const CTElementType*>& elements
   }
 }
 
-namespace {
-
-using Summaries = PlXSummaryStatistic;
-
-// How the numbers of a statistic lie to those that it is made of.
-enum class Reach { Values, Sums, Whole, Percents, Fractions, Spread };
-Reach reachOf(Summaries::ENUM_method method) {
-  static constexpr std::pair<Summaries::ENUM_method, Reach> rows[] = {
-      {Summaries::method_sum, Reach::Sums},
-      {Summaries::method_count, Reach::Sums},
-      {Summaries::method_validCount, Reach::Sums},
-      {Summaries::method_unweightedCount, Reach::Sums},
-      {Summaries::method_cumulativeSum, Reach::Whole},
-      {Summaries::method_cumulativeCount, Reach::Whole},
-      {Summaries::method_percent, Reach::Percents},
-      {Summaries::method_percentCount, Reach::Percents},
-      {Summaries::method_cumulativePercent, Reach::Percents},
-      {Summaries::method_cumulativePercentCount, Reach::Percents},
-      {Summaries::method_fraction, Reach::Fractions},
-      {Summaries::method_fractionCount, Reach::Fractions},
-      {Summaries::method_standardDeviation, Reach::Spread},
-      {Summaries::method_variance, Reach::Spread}};
-  const auto* found =
-      std::ranges::find(rows, method, &std::pair<Summaries::ENUM_method, Reach>::first);
-  return found == std::end(rows) ? Reach::Values : found->second;
-}
-
-bool isCount(Summaries::ENUM_method method) {
-  return method == Summaries::method_count || method == Summaries::method_validCount ||
-         method == Summaries::method_unweightedCount || method == Summaries::method_percentCount ||
-         method == Summaries::method_fractionCount || method == Summaries::method_cumulativeCount ||
-         method == Summaries::method_cumulativePercentCount;
-}
-
-}  // namespace
-
-// Of the second side, where statistics are: bounds of all that the element draws there.
-void DrawPlane::readExtent(const CTElementType& element) {
-  const auto fieldOf = [&](const CTCoordinate* coordinate) {
-    const auto fields = coordinate ? context_.data.fieldsOf(coordinate->getVariable())
-                                   : std::vector<const DrawField*>();
-    return fields.size() == 1 ? fields[0] : nullptr;
-  };
-  const DrawField* x = fieldOf(element.getX());
-  const DrawField* y = fieldOf(element.getY());
-  const auto* bins = childOf<PlXBinStatistic>(element);
-  const auto* statistic = childOf<PlXSummaryStatistic>(element);
-  auto method = statistic ? statistic->getMethod() : Summaries::method_value;
-  const bool isMade = statistic && method != 0 && method != Summaries::method_value;
-  const auto modifier = element.getPositionModifier();
-  const bool isPile = modifier == CTElementType::positionModifier_stack ||
-                      modifier == CTElementType::positionModifier_stackInterpolating;
-  if (!isMade && (bins || (!y && x && x->isCategorical))) method = Summaries::method_count;
-  if (!isMade && isPile && y && !y->isCategorical && !bins) method = Summaries::method_sum;
-  const Reach reach = reachOf(method);
-  const DrawField* values = isCount(method) || (y && y->isCategorical) ? nullptr : y ? y : x;
-  if (reach == Reach::Values || !(x || y) || (values && values->isCategorical)) return;
-  DrawSide& side = sides_[1];
-  if (reach == Reach::Spread) {
-    const double span = values ? values->greatest - values->least : 0;
-    extend(side, 0);
-    return extend(side, method == Summaries::method_variance ? span * span : span);
-  }
-  Json unused = Json::array();
-  const Bins cut = bins && x && !x->isCategorical ? addBins(unused, *x, *bins) : Bins();
-  const std::string& source = (x ? x : y)->source;
-  const DrawField* along = y ? x : x && (x->isCategorical || bins) ? x : nullptr;
-  const auto sums = context_.data.sumsOf(source, values, along, cut.start, cut.width);
-  const double factor = reach == Reach::Percents    ? 100 / sums.whole
-                        : reach == Reach::Fractions ? 1 / sums.whole
-                                                    : 1;
-  extend(side, std::min(0.0, factor * sums.least));
-  extend(side, reach == Reach::Whole || sums.whole == 0 ? std::max(0.0, sums.whole)
-               : method == Summaries::method_cumulativePercent ||
-                       method == Summaries::method_cumulativePercentCount
-                   ? 100
-                   : factor * sums.greatest);
-  side.leastPositive = std::min(side.leastPositive, factor * sums.leastPositive);
-}
-
 // A side is discrete when a variable on it is, since Vega-Lite has one kind of scale for both.
 void DrawPlane::readFields(const Place& place) {
   const DrawField* only[] = {place.x, place.y};
@@ -276,7 +191,7 @@ void DrawPlane::readFields(const Place& place) {
     }
   }
   if (!isPolar_) {
-    for (const CTElementType* element : place.elements) readExtent(*element);
+    for (const CTElementType* element : place.elements) extendBy(context_, *element, sides_[1]);
   }
   for (const std::size_t i : {0U, 1U}) {
     DrawSide& side = sides_[i];
@@ -288,8 +203,8 @@ void DrawPlane::readFields(const Place& place) {
       if (!field->isCategorical) {
         side.isDate = side.isDate || field->isDate;
         if (!side.measure) side.measure = field;
-        extend(side, field->least);
-        extend(side, field->greatest);
+        side.extend(field->least);
+        side.extend(field->greatest);
         side.leastPositive = std::min(side.leastPositive, field->leastPositive);
         continue;
       }
@@ -339,8 +254,8 @@ void DrawPlane::makeDomain(DrawSide& side, const PlXDimension& dimension) {
   double bounds[] = {std::nan(""), std::nan("")};
   bool isExact = false;
   for (const auto* range : childrenOf<PlXRange>(*domain)) {
-    const double min = valueOf(utf8(range->getMin()), domain->getDate() || side.isDate);
-    const double max = valueOf(utf8(range->getMax()), domain->getDate() || side.isDate);
+    const double min = placeOf(utf8(range->getMin()), domain->getDate() || side.isDate);
+    const double max = placeOf(utf8(range->getMax()), domain->getDate() || side.isDate);
     if (!std::isnan(min)) bounds[0] = min;
     if (!std::isnan(max)) bounds[1] = max;
     isExact = isExact || range->getExact();
@@ -357,7 +272,7 @@ void DrawPlane::makeDomain(DrawSide& side, const PlXDimension& dimension) {
     // Vega-Lite knows what the layers draw.
     Json stated = Json::array();
     for (const double bound : bounds) {
-      extend(side, bound);
+      side.extend(bound);
       if (!std::isnan(bound)) stated.push_back(numberJson(bound));
     }
     if (!stated.empty()) side.scale["domain"] = {{"unionWith", stated}};
@@ -407,7 +322,7 @@ void DrawPlane::makeScale(std::size_t index, double pixels, bool hasBars) {
     }
     const std::string type = side.scale.value("type", "linear");
     if (type != "utc" && type != "log") {
-      const bool hasOrigin = scale && valueOf(utf8(scale->getOrigin()), false) == 0;
+      const bool hasOrigin = scale && placeOf(utf8(scale->getOrigin()), false) == 0;
       side.scale["zero"] = hasBars || hasOrigin;
     }
     side.scale["nice"] =
@@ -442,221 +357,6 @@ Json DrawPlane::position(const DrawSide& side, const std::string& field) {
   } else {
     json["axis"] = side.axis;
   }
-  return json;
-}
-
-// ---- axes
-
-namespace {
-
-void putLine(Json& json, const std::string& prefix, const PlXStyle* style) {
-  static constexpr std::pair<const char*, const char*> names[] = {{"stroke", "Color"},
-                                                                  {"strokeWidth", "Width"},
-                                                                  {"strokeDash", "Dash"},
-                                                                  {"strokeOpacity", "Opacity"},
-                                                                  {"opacity", "Opacity"}};
-  const Json look = lineLook(style);
-  for (const auto& [from, to] : names) {
-    if (look.contains(from)) json[prefix + to] = look[from];
-  }
-}
-
-// Ticks from the least value to the greatest.
-bool putValues(Json& json, const DrawSide& side, double start, double delta) {
-  const double first = std::ceil((side.least - start) / delta - 1e-9);
-  const double last = std::floor((side.greatest - start) / delta + 1e-9);
-  if (!(last - first < mostTicks) || first > last) return false;
-  Json values = Json::array();
-  for (double i = first; i <= last; ++i) {
-    // Sums of decimal fractions, without their last digits.
-    values.push_back(numberJson(std::round((start + i * delta) * 1e9) / 1e9));
-  }
-  json["values"] = values;
-  return true;
-}
-
-void putDelta(Json& json, const PlXMajorTicks& ticks, const DrawSide& side) {
-  const double delta = ticks.getDelta();
-  if (!(delta > 0) || !std::isfinite(delta) || side.isDiscrete) return;
-  if (side.isDate) {
-    static constexpr std::pair<const char*, double> units[] = {
-        {"second", 1},    {"minute", 60},     {"hour", 3600},    {"day", 86400},
-        {"week", 604800}, {"month", 2592000}, {"year", 31536000}};
-    const std::string stated = attribute(ticks, u"deltaUnit");
-    for (const auto& [unit, seconds] : units) {
-      if (unit != stated && !(stated.empty() && seconds == 1)) continue;
-      // Vega counts the ticks one by one.
-      if ((side.greatest - side.least) / (1000 * seconds * delta) > mostTicks) return;
-      if (seconds > 604800) {
-        json["tickCount"] = {{"interval", unit}, {"step", numberJson(delta)}};
-      } else if (side.hasExtent()) {
-        // Vega knows steps of whole months only.
-        const double step = 1000 * seconds * delta;
-        const double base = dateOf(attribute(ticks, u"base"));
-        putValues(json, side, std::isnan(base) ? 0 : base, step);
-      }
-    }
-    return;
-  }
-  const std::string type = side.scale.value("type", "linear");
-  if (type == "log") return;
-  if (side.hasFixedDomain()) {
-    const double base = valueOf(attribute(ticks, u"base"), false);
-    if (putValues(json, side, std::isnan(base) ? 0 : base, delta)) return;
-  }
-  json["tickMinStep"] = numberJson(delta);
-}
-
-// Labels of categories lie flat where each fits its band, and slant where they don't; where even
-// slanting ones would cover each other, some are left out.
-void putFittingAngle(Json& json, const PlXMajorTicks& ticks, const DrawSide& side) {
-  constexpr double shareOfHeight = 0.58;  // that a letter is wide
-  const double height = json.value("labelFontSize", 10.0);
-  std::size_t longest = 0;
-  for (const std::string& text : side.order) {
-    longest = std::max<std::size_t>(
-        longest, std::ranges::count_if(text, [](char c) { return (c & 0xC0) != 0x80; }));
-  }
-  const bool isStaggered = attribute(ticks, u"stagger") == "true";
-  const double band =
-      side.pixels / static_cast<double>(std::max<std::size_t>(1, side.order.size()));
-  const double width = shareOfHeight * height * static_cast<double>(longest);
-  const bool isFlat = width <= band * (isStaggered ? 2 : 1);
-  json["labelAngle"] = isFlat ? 0 : -45;
-  if (!isFlat && band < height) json["labelOverlap"] = true;
-}
-
-// On a log axis, values whose labels would be the same for want of digits are no ticks.
-void putDifferingValues(Json& json, const DrawSide& side, const PlXFormat& format) {
-  if (!side.isLog() || !side.hasExtent() || !states(format, u"maximumFractionDigits")) return;
-  const double factor = states(format, u"scalingFactor") ? format.getScalingFactor() : 1;
-  const double digits = static_cast<double>(std::min(format.getMaximumFractionDigits(), 20U));
-  const double smallest = std::pow(10, -digits) * (factor > 0 ? factor : 1);
-  if (side.base >= smallest && side.leastPositive >= smallest) return;
-  const double first = std::floor(std::log10(smallest));
-  const double last = std::floor(std::log10(side.greatest));
-  if (!(last - first < 20)) return;
-  Json values = Json::array();
-  for (double power = first; power <= last; ++power) {
-    for (const double step : {1, 2, 5}) {
-      const double value = step * std::pow(10, power);
-      if (last - first > 3 && step != 1) continue;
-      if (value >= smallest * 0.999) values.push_back(numberJson(value));
-    }
-  }
-  if (!values.empty()) json["values"] = values;
-}
-
-void putTicks(DrawContext& context, Json& json, const PlXMajorTicks& ticks, const DrawSide& side) {
-  putFont(json, "label", ticks.getStyle());
-  json["labels"] = isVisible(ticks.getStyle());
-  json["ticks"] = isVisible(ticks.getMarkStyle());
-  putLine(json, "tick", ticks.getMarkStyle());
-  if (const auto length = pixelsOf(attribute(ticks, u"length"))) {
-    const bool isInside = ticks.getPosition() == PlXMajorTicks::position_inside;
-    json["tickSize"] = numberJson(std::max(0.0, *length));
-    if (isInside) context.notes.tell(ticks, "ticks inside stand outside");
-  }
-  if (states(ticks, u"labelAngle")) {
-    const double angle = ticks.getLabelAngle();
-    if (std::isfinite(angle)) json["labelAngle"] = numberJson(std::fmod(-angle, 360));
-  } else if (side.isDiscrete && side.channel == "x") {
-    putFittingAngle(json, ticks, side);
-  }
-  const auto formats = ticks.getFormats();
-  const PlXFormat* format = formats.empty() ? nullptr : formats[0];
-  if (!format && side.measure) format = formatOf(side.measure->variable);
-  if (format && !side.isDiscrete) {
-    json["labelExpr"] = textExpression("datum.value", format, side.isDate, context.signs);
-    putDifferingValues(json, side, *format);
-  } else if (!side.isDiscrete && !side.isDate) {
-    const std::string text = signedText("datum.label", context.signs);
-    if (text != "datum.label") json["labelExpr"] = text;
-  }
-  json["labelFlush"] = false;
-  if (side.isDiscrete) json["labelLimit"] = 250;
-  if (attribute(ticks, u"stagger") == "true" && side.isDiscrete && side.channel == "x") {
-    const std::string places =
-        Json(side.order).dump(-1, ' ', false, Json::error_handler_t::replace);
-    json["labelExpr"] =
-        "indexof(" + places + ", datum.value) % 2 ? [\"\", datum.label] : datum.label";
-  }
-  putDelta(json, ticks, side);
-  if (ticks.getTickFrameStyle() &&
-      isPainted(colorJson(attribute(*ticks.getTickFrameStyle(), u"color")))) {
-    context.notes.tell(ticks, "frames around labels are left out");
-  }
-  if (const PlXGridline* grid = ticks.getGridline()) {
-    json["grid"] = isVisible(grid->getStyle());
-    putLine(json, "grid", grid->getStyle());
-  }
-}
-
-}  // namespace
-
-std::optional<DerivedValues> derivedValues(const PlXAxis& axis) {
-  if (axis.getTransform() == PlXAxis::transform_none) return {};
-  std::map<std::string, double> parameters = {
-      {"base-ratio", 1}, {"derived-ratio", 1}, {"base-match", 0}, {"derived-match", 0}};
-  for (const PlXAxisTransformParameter* parameter : axis.getAxisTransformParameters()) {
-    const ChartString value(parameter->getParameterValue());
-    if (value.isNumber()) parameters[utf8(parameter->getParameterName())] = value.convertToDouble();
-  }
-  DerivedValues values;
-  values.step = parameters["base-ratio"] / parameters["derived-ratio"];
-  values.match = parameters["base-match"] - parameters["derived-match"] * values.step;
-  if (!std::isfinite(values.step) || values.step == 0) return {};
-  return values;
-}
-
-Json derivedAxisJson(DrawContext& context, const PlXAxis& axis, const DrawSide& side,
-                     const DerivedValues& values) {
-  DrawSide own = side;
-  own.measure = nullptr;
-  own.scale.erase("domain");
-  Json json = axisJson(context, axis, own);
-  const PlXMajorTicks* ticks = axis.getMajorTicks();
-  const auto formats = ticks ? ticks->getFormats() : std::vector<PlXFormat*>();
-  // Without the last digits of its own computing.
-  const std::string value = "(round(1e6 * (datum.value - " + literal(values.match) + ") / " +
-                            literal(values.step) + ") / 1e6)";
-  json["labelExpr"] =
-      textExpression(value, formats.empty() ? nullptr : formats[0], false, context.signs);
-  json.erase("tickMinStep");
-  json["grid"] = false;
-  if (!json.contains("orient")) json["orient"] = side.channel == "x" ? "top" : "right";
-  const double delta = ticks ? ticks->getDelta() : 0;
-  json.erase("values");
-  if (delta > 0 && std::isfinite(delta) && side.hasExtent()) {
-    // The axis may reach beyond its values; ticks beyond the axis aren't drawn.
-    DrawSide reach = side;
-    const double slack = side.hasFixedDomain() ? 0 : 0.25 * (side.greatest - side.least);
-    reach.least = std::min(side.scale.value("zero", false) ? 0.0 : side.least, side.least - slack);
-    reach.greatest = side.greatest + slack;
-    putValues(json, reach, values.match, std::abs(delta * values.step));
-  }
-  return json;
-}
-
-Json axisJson(DrawContext& context, const PlXAxis& axis, const DrawSide& side) {
-  Json json = Json::object();
-  const std::string title = labelText(axis.getLabel());
-  json["title"] = title.empty() ? Json() : Json(title);
-  if (axis.getLabel()) putFont(json, "title", axis.getLabel()->getStyle());
-  if (axis.getOpposite()) json["orient"] = side.channel == "x" ? "top" : "right";
-  json["domain"] = isVisible(axis.getStyle());
-  putLine(json, "domain", axis.getStyle());
-  json["grid"] = false;
-  if (const PlXMajorTicks* ticks = axis.getMajorTicks()) {
-    putTicks(context, json, *ticks, side);
-    if (ticks->getLabelFrequency() > 1) {
-      context.notes.tell(*ticks, "labels are thinned as they have room, not by their frequency");
-    }
-  } else {
-    json["labels"] = false;
-    json["ticks"] = false;
-  }
-  if (axis.getMinorTicks()) context.notes.tell(axis, "minor ticks are left out");
   return json;
 }
 

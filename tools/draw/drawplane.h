@@ -45,6 +45,9 @@ struct DrawContext {
   NumberSigns signs;  // where a format states none
 };
 
+// A number, or a date in milliseconds since 1970, that a chart states; NaN for none.
+double placeOf(const std::string& text, bool isDate);
+
 // One of the two dimensions of a block.
 struct DrawSide {
   const PlXDimension* dimension = nullptr;
@@ -63,6 +66,8 @@ struct DrawSide {
   double pixels = 0;
   double base = 1;  // what bars stand on, on a log scale
 
+  // Takes a value into its extent.
+  void extend(double value);
   bool hasExtent() const { return least <= greatest; }
   // Whether it ends where the chart says, whatever is drawn.
   bool hasFixedDomain() const {
@@ -108,7 +113,6 @@ class DrawPlane {
  private:
   void readTransforms();
   void readFields(const Place& place);
-  void readExtent(const CTElementType& element);
   void makeScale(std::size_t index, double pixels, bool hasBars);
   void makeDomain(DrawSide& side, const PlXDimension& dimension);
   void readDimensions(const std::vector<const CTElementType*>& elements);
@@ -122,18 +126,6 @@ class DrawPlane {
   DrawSide sides_[2];
   std::vector<const DrawField*> fields_[2];
 };
-
-// The axis of a dimension, or of a level of facets.
-Json axisJson(DrawContext& context, const PlXAxis& axis, const DrawSide& side);
-
-// What a derived axis shows: the value v stands where the main axis has `match` + v * `step`.
-struct DerivedValues {
-  double match = 0, step = 1;
-};
-// Nothing for an axis that isn't derived.
-std::optional<DerivedValues> derivedValues(const PlXAxis& axis);
-Json derivedAxisJson(DrawContext& context, const PlXAxis& axis, const DrawSide& side,
-                     const DerivedValues& values);
 
 }  // namespace draw
 
