@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <limits>
 #include <span>
-#include <sstream>
 #include <type_traits>
 #include <unordered_set>
 
@@ -11,7 +10,6 @@
 #include "attributetext.h"
 #include "basetemplate.h"
 #include "chartbase.h"
-#include "chartprinter.h"
 #include "chartstylevalue.h"
 #include "dialect.h"
 #include "domwalk.h"
@@ -23,6 +21,7 @@
 #include "plxuni.h"
 #include "report.h"
 #include "styleusers.h"
+#include "xmlwriter.h"
 
 using namespace xercesc;
 
@@ -483,9 +482,7 @@ void interpolate(BaseTemplate& base, const PlXVisualization* source, StyleUsers&
 }
 
 void reportUnknownChild(const DOMElement& child) {
-  std::ostringstream text;
-  DOMPrinter().Print(&child, text, false);
-  report("Unsupported style child encountered (" + text.str() + ")", __FILE__, __LINE__);
+  report("Unsupported style child encountered (" + xmlText(child) + ")", __FILE__, __LINE__);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <dlfcn.h>
 #include <execinfo.h>
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -24,12 +25,14 @@
 #define CHARTXML_OWN_MALLOC 1
 #endif
 
-// Everything here may be called before main() and within a failing allocation: it allocates nothing.
+// Everything here may be called before main() and within a failing allocation: it allocates
+// nothing.
 namespace {
 
 resources::Failure failure;
 bool isArmed = false;
-bool hasFailed = false;
+// Shared with the processes that a run starts.
+bool* hasFailed = nullptr;
 long uses = 0;
 long liveBlocks = 0;
 int pauses = 0;
@@ -41,8 +44,8 @@ bool fails(resources::Kind kind) {
   if (!isArmed || pauses > 0 || kind != failure.kind) return false;
   const long use = ++uses;
   if (use != failure.at && !(failure.isLasting && use > failure.at)) return false;
-  if (!hasFailed) {
-    hasFailed = true;
+  if (depth == 0) {
+    *hasFailed = true;
     const resources::Pause pause;
     depth = backtrace(frames, mostFrames);
   }
@@ -74,13 +77,17 @@ void resources::arm(const Failure& next) {
   failure = next;
   depth = 0;
   uses = 0;
-  hasFailed = false;
+  if (!hasFailed) {
+    hasFailed = static_cast<bool*>(
+        mmap(nullptr, sizeof(bool), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
+  }
+  *hasFailed = false;
   isArmed = true;
 }
 
 bool resources::disarm() {
   isArmed = false;
-  return hasFailed;
+  return *hasFailed;
 }
 
 long resources::live() {
@@ -162,8 +169,9 @@ void* allocated(std::size_t size) {
 
 void* required(std::size_t size) {
   void* block = allocated(size);
-  if (!block) throw std::bad_alloc();
-  return block;
+  if (block) return block;
+  if (const std::new_handler handler = std::get_new_handler()) handler();
+  throw std::bad_alloc();
 }
 
 void release(void* block) {
@@ -211,7 +219,7 @@ extern "C" {
 
 ssize_t __wrap_write(int file, const void* bytes, std::size_t size) {
   if (file != STDERR_FILENO && callFails()) return -1;
-  const bool isHalf = hasFailed && failure.isShort && size > 1;
+  const bool isHalf = isArmed && *hasFailed && failure.isShort && size > 1;
   return syscall(SYS_write, file, bytes, isHalf ? size / 2 : size);
 }
 

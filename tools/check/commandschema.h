@@ -60,12 +60,6 @@ class CommandSchema {
 // What the library does for a command; empty for one that it doesn't have.
 std::string sentenceOf(const std::string& command);
 
-// The name that the word is a misspelling of; null without one.
-const std::string* meantBy(const std::string& word, const std::vector<std::string>& names);
-// "; did you mean 'NAME'?"; empty without one.
-std::string suggestion(const std::string* name);
-std::string suggestion(const std::string& word, const std::vector<std::string>& names);
-
 template <class Value>
 std::vector<std::string> namesOf(const std::map<std::string, Value>& map) {
   std::vector<std::string> names;

@@ -93,7 +93,7 @@ bool tellUnknownCommands(const std::vector<Template>& templates) {
   std::optional<CommandSchema> schema;  // costs more to read than a chart
   bool areKnown = true;
   for (const Template& each : templates) {
-    for (const TemplateNode& node : each.root.children) {
+    for (const DocumentNode& node : each.root.children) {
       if (node.isText() || !sentenceOf(node.name).empty()) continue;
       if (!schema) schema.emplace();
       complain(placed(node, each.file, schema->problemOfCommand(node.name)));
@@ -104,8 +104,8 @@ bool tellUnknownCommands(const std::vector<Template>& templates) {
 }
 
 // The element at a 0-based position below the root.
-const TemplateNode& commandAt(const Template& source, std::size_t position) {
-  for (const TemplateNode& node : source.root.children) {
+const DocumentNode& commandAt(const Template& source, std::size_t position) {
+  for (const DocumentNode& node : source.root.children) {
     if (!node.isText() && position-- == 0) return node;
   }
   return source.root;
@@ -116,11 +116,9 @@ const TemplateNode& commandAt(const Template& source, std::size_t position) {
 // What charts have wrong, without the places: the text is one that nobody sees.
 using Messages = std::set<std::string>;
 
-// The finder, which costs more to make than a chart, is made when it is needed first.
-Messages problemsOf(ChartTransformer& chart, std::optional<ProblemFinder>& finder) {
-  if (!finder) finder.emplace();
+Messages problemsOf(ChartTransformer& chart) {
   Messages messages;
-  for (const Problem& problem : finder->problemsOf(chart.getXML(ChartBase::_utf8))) {
+  for (const ChartProblem& problem : chart.findProblems(chart.getXML(ChartBase::_utf8))) {
     messages.insert(problem.message);
   }
   return messages;
@@ -128,7 +126,7 @@ Messages problemsOf(ChartTransformer& chart, std::optional<ProblemFinder>& finde
 
 // True for a template with the one command that writes unchecked.
 bool writesUnchecked(const Template& source) {
-  return std::ranges::any_of(source.root.children, [](const TemplateNode& node) {
+  return std::ranges::any_of(source.root.children, [](const DocumentNode& node) {
     return node.name == "setGenericAttributes";
   });
 }
@@ -137,17 +135,17 @@ bool writesUnchecked(const Template& source) {
 // on to its end. What failed is added to `failures`. Throws a Failure when there is no chart.
 std::string apply(const std::vector<Template>& templates, const std::string& name,
                   std::vector<std::string>& failures) {
-  const std::string text = readDocument(name);
+  std::string text = readDocument(name);
   ChartTransformer transformer(text);
   requireChart(transformer, name, text);
-  std::optional<ProblemFinder> finder;
+  text = {};  // it may be long
   for (const Template& each : templates) {
     const bool isUnchecked = writesUnchecked(each);
-    const Messages before = isUnchecked ? problemsOf(transformer, finder) : Messages();
+    const Messages before = isUnchecked ? problemsOf(transformer) : Messages();
     std::vector<std::size_t> passedOver;
     const bool isApplied = transformer.applyTemplate(each.text, passedOver);
     for (const std::size_t position : passedOver) {
-      const TemplateNode& command = commandAt(each, position);
+      const DocumentNode& command = commandAt(each, position);
       // Those that don't exist have been told once for all charts.
       if (sentenceOf(command.name).empty()) continue;
       failures.push_back(name + ": " +
@@ -158,14 +156,16 @@ std::string apply(const std::vector<Template>& templates, const std::string& nam
       return {};
     }
     if (!isUnchecked) continue;
-    for (const std::string& message : problemsOf(transformer, finder)) {
+    for (const std::string& message : problemsOf(transformer)) {
       if (before.contains(message)) continue;
       failures.push_back(name + ": " + each.file + ": leaves no valid chart: " + message);
     }
   }
-  const std::string result = transformer.getEntireXML(ChartBase::_utf8);
-  if (result.empty()) throw Failure(name + ": can't be written");
-  return result + '\n';
+  std::string result = transformer.getEntireXML(ChartBase::_utf8);
+  if (transformer.isOutOfMemory()) throw NotEnoughMemory(name);
+  if (result.empty() || !transformer.isDataWhole()) throw Failure(name + ": can't be written");
+  result += '\n';
+  return result;
 }
 
 // The charts of a folder, or the one file.
@@ -229,10 +229,12 @@ class Batch {
   void process(const std::string& chart) {
     const std::size_t before = failures_.size();
     try {
-      const std::string text = apply(templates_, chart, failures_);
-      if (!text.empty()) PendingFile(outputOf(chart), text).commit();
+      std::string text = apply(templates_, chart, failures_);
+      if (!text.empty()) PendingFile(outputOf(chart), std::move(text)).commit();
     } catch (const Failure& e) {
       failures_.push_back(e.what());
+    } catch (const std::bad_alloc&) {
+      failures_.push_back(chart + ": not enough memory");
     } catch (const std::exception& e) {
       failures_.push_back(chart + ": " + e.what());
     } catch (...) {
@@ -261,9 +263,9 @@ class Batch {
 
 bool runSingle(const Job& job, const std::vector<Template>& templates) {
   std::vector<std::string> failures;
-  const std::string text = apply(templates, job.charts[0], failures);
+  std::string text = apply(templates, job.charts[0], failures);
   for (const std::string& failure : failures) complain(failure);
-  if (!text.empty()) PendingFile(job.output, text).commit();
+  if (!text.empty()) PendingFile(job.output, std::move(text)).commit();
   return failures.empty();
 }
 

@@ -43,7 +43,8 @@ class Explanation {
  public:
   Explanation(const CommandSchema& schema, const ChartElements& charts, const Template& source)
       : schema_(schema), charts_(charts), file_(source.file) {
-    for (const TemplateNode& node : source.root.children) {
+    listing_.exceptions(std::ios::badbit);  // for lack of memory
+    for (const DocumentNode& node : source.root.children) {
       if (node.isText()) {
         const std::size_t start = node.text.find_first_not_of(" \n\t");
         const std::size_t end = node.text.find_last_not_of(" \n\t") + 1;
@@ -63,19 +64,19 @@ class Explanation {
   static constexpr const char* passedOver = "passed over";
   static constexpr const char* blanks = " \t\r\n";
 
-  void addLine(const TemplateNode& node, std::size_t depth, const std::string& what,
+  void addLine(const DocumentNode& node, std::size_t depth, const std::string& what,
                const std::string& meaning) {
     listing_ << std::setw(5) << node.line << std::string(2 + 2 * depth, ' ') << what;
     if (!meaning.empty()) listing_ << ": " << meaning;
     listing_ << '\n';
   }
 
-  void addProblem(const TemplateNode& node, const std::string& message) {
+  void addProblem(const DocumentNode& node, const std::string& message) {
     problems_ += placed(node, file_, message) + '\n';
     ++count_;
   }
 
-  void addCommand(const TemplateNode& node) {
+  void addCommand(const DocumentNode& node) {
     const std::string problem = schema_.problemOfCommand(node.name);
     if (!problem.empty()) addProblem(node, problem);
     const SchemaElement* element = schema_.find(node.name);
@@ -89,7 +90,7 @@ class Explanation {
   }
 
   // What makes an element as a whole do nothing.
-  void addNeeds(const TemplateNode& node, const SchemaElement& element) {
+  void addNeeds(const DocumentNode& node, const SchemaElement& element) {
     const std::string doesNothing = '\'' + node.name + "' does nothing ";
     for (const std::vector<std::string>& need : element.needs) {
       if (std::any_of(need.begin(), need.end(),
@@ -110,23 +111,23 @@ class Explanation {
   }
 
   // An attribute that isn't empty, or a child.
-  static bool has(const TemplateNode& node, const std::string& name) {
+  static bool has(const DocumentNode& node, const std::string& name) {
     return std::any_of(
                node.attributes.begin(), node.attributes.end(),
                [&](const auto& each) { return each.first == name && !each.second.empty(); }) ||
            std::any_of(node.children.begin(), node.children.end(),
-                       [&](const TemplateNode& child) { return child.name == name; });
+                       [&](const DocumentNode& child) { return child.name == name; });
   }
 
   // `names` are those of a parameter.
-  void addContent(const TemplateNode& node, const SchemaElement& element, const ValueRule& names,
+  void addContent(const DocumentNode& node, const SchemaElement& element, const ValueRule& names,
                   std::size_t depth) {
     addNeeds(node, element);
     for (const auto& [name, value] : node.attributes) {
       addAttribute(node, element, names, depth, name, value);
     }
     if (element.readsAllAttributes) addWritten(node, element, depth);
-    for (const TemplateNode& child : node.children) {
+    for (const DocumentNode& child : node.children) {
       if (child.isText()) {
         addLine(child, depth, quoted(child.text), {});
       } else {
@@ -135,14 +136,14 @@ class Explanation {
     }
   }
 
-  void addChild(const TemplateNode& parent, const TemplateNode& node, const SchemaElement& element,
+  void addChild(const DocumentNode& parent, const DocumentNode& node, const SchemaElement& element,
                 std::size_t depth) {
     const auto found = element.children.find(node.name);
     const SchemaElement* definition = schema_.find(node.name);
     if (found == element.children.end() || !definition) {
       addLine(node, depth, node.name, passedOver);
       addProblem(node, "element '" + node.name + "' is not read in '" + parent.name + "'" +
-                           suggestion(node.name, namesOf(element.children)));
+                           misspelling::suggestion(node.name, namesOf(element.children)));
       return;
     }
     const SchemaChild& child = found->second;
@@ -158,9 +159,9 @@ class Explanation {
   }
 
   // Lists are taken as they stand.
-  void addBlanks(const TemplateNode& list) {
+  void addBlanks(const DocumentNode& list) {
     std::string text;
-    for (const TemplateNode& child : list.children) text += child.text;
+    for (const DocumentNode& child : list.children) text += child.text;
     for (const std::string& value : schemadocument::split(text, ';')) {
       const std::size_t start = std::min(value.find_first_not_of(blanks), value.size());
       const std::string bare = value.substr(start, value.find_last_not_of(blanks) + 1 - start);
@@ -171,16 +172,16 @@ class Explanation {
   }
 
   // The first or the last child of a name.
-  static const TemplateNode* oneOf(const TemplateNode& parent, const std::string& name,
+  static const DocumentNode* oneOf(const DocumentNode& parent, const std::string& name,
                                    const std::string& place) {
-    const TemplateNode* result = nullptr;
-    for (const TemplateNode& child : parent.children) {
+    const DocumentNode* result = nullptr;
+    for (const DocumentNode& child : parent.children) {
       if (child.name == name && !(result && place == "first")) result = &child;
     }
     return result;
   }
 
-  void addAttribute(const TemplateNode& node, const SchemaElement& element, const ValueRule& names,
+  void addAttribute(const DocumentNode& node, const SchemaElement& element, const ValueRule& names,
                     std::size_t depth, const std::string& name, const std::string& value) {
     const std::string pair = name + '=' + quoted(value);
     const auto found = element.attributes.find(name);
@@ -188,7 +189,7 @@ class Explanation {
       if (element.readsAllAttributes) return;
       addLine(node, depth, pair, passedOver);
       addProblem(node, "attribute '" + name + "' is not read in '" + node.name + "'" +
-                           suggestion(name, namesOf(element.attributes)));
+                           misspelling::suggestion(name, namesOf(element.attributes)));
       return;
     }
     const SchemaAttribute& attribute = found->second;
@@ -202,19 +203,20 @@ class Explanation {
 
   // The attributes that a command writes as they stand, on the nodes of the tag elementName or on
   // the styles that they link to by styleName.
-  void addWritten(const TemplateNode& node, const SchemaElement& element, std::size_t depth) {
+  void addWritten(const DocumentNode& node, const SchemaElement& element, std::size_t depth) {
     const std::string tag = valueOf(node, "elementName");
     const std::string link = valueOf(node, "styleName");
     const auto charts = charts_.find(tag);
     const DialectElement* written = charts == charts_.end() ? nullptr : &charts->second;
     if (!tag.empty() && !written) {
-      addProblem(node, "charts have no element '" + tag + '\'' + suggestion(tag, namesOf(charts_)));
+      addProblem(node, "charts have no element '" + tag + '\'' +
+                           misspelling::suggestion(tag, namesOf(charts_)));
     }
     if (written && !link.empty()) {
       const auto found = written->attributes.find(link);
       if (found == written->attributes.end() || !found->second.isLink) {
         addProblem(node, '\'' + tag + "' has no link '" + link + "' in charts" +
-                             suggestion(link, namesOf(written->attributes)));
+                             misspelling::suggestion(link, namesOf(written->attributes)));
       }
       written = &charts_.at("style");
     }
@@ -237,11 +239,11 @@ class Explanation {
       std::vector<std::string> names = namesOf(written->attributes);
       for (const std::string& own : namesOf(element.attributes)) names.push_back(own);
       addProblem(node, '\'' + (link.empty() ? tag : "style") + "' has no attribute '" + name +
-                           "' in charts" + suggestion(name, names));
+                           "' in charts" + misspelling::suggestion(name, names));
     }
   }
 
-  static std::string valueOf(const TemplateNode& node, const std::string& attribute) {
+  static std::string valueOf(const DocumentNode& node, const std::string& attribute) {
     for (const auto& [name, value] : node.attributes) {
       if (name == attribute) return value;
     }
