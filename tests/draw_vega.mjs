@@ -14,7 +14,7 @@ const vega = await load('vega');
 const vegaLite = await load('vega-lite');
 
 function* layersOf(view) {
-  for (const key of ['layer', 'vconcat', 'hconcat']) {
+  for (const key of ['layer', 'vconcat', 'hconcat', 'concat']) {
     for (const inner of view[key] ?? []) yield* layersOf(inner);
   }
   if (view.spec) yield* layersOf(view.spec);

@@ -7,7 +7,8 @@ FILE (faults.txt beside this script) has lines `file | text | text that takes it
 between " | ", a bar in code as \\|; the text stands in the file exactly once, and (nothing) takes
 its place when it only goes. Lines that start with # name areas, empty ones mean nothing. Files are
 put back as they were, also after an interruption. The build folder is build/mutate. Faults in what
-draws are for draw_test.py to notice, all others for the tests in C++.
+draws are for draw_test.py and for the kept drawings to notice, all others for the tests in C++; those
+of drawing_faults.txt are all of that kind.
 
 Prints a line for each fault, and a table of the areas: killed and all. Exits with 1 when a text
 isn't found or a fault doesn't compile.
@@ -51,9 +52,13 @@ def build(file=""):
 
 def verdict(test_filter, file=""):
     if file.startswith(DRAWING):
-        tests = run(sys.executable, str(ROOT / "tests/draw_test.py"), str(BUILD / "bin" / "chartxml"))
-        failed = re.search(r"^(?:FAIL|ERROR): (\w+)", tests.stdout, re.MULTILINE)
-        return f"killed by draw_test.py {failed.group(1)}" if failed else "SURVIVED"
+        tool = str(BUILD / "bin" / "chartxml")
+        tests = run(sys.executable, str(ROOT / "tests/draw_test.py"), tool, "-f")
+        if tests.returncode:
+            failed = re.search(r"^(?:FAIL|ERROR): (\w+)", tests.stdout, re.MULTILINE)
+            return "killed by draw_test.py " + (failed.group(1) if failed else "")
+        kept = run("env", "CHARTXML=" + tool, sys.executable, "scripts/drawings", "--check")
+        return "killed by a kept drawing" if kept.returncode else "SURVIVED"
     tests = run(str(BUILD / "bin" / "chartxml_tests"), "--gtest_brief=1", "--gtest_fail_fast",
                 "--gtest_filter=" + test_filter, timeout=600)
     if tests is None:

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <functional>
 
+namespace draw {
+
 namespace {
 
 struct LookDrawer {
@@ -41,7 +43,7 @@ struct LookDrawer {
     const PlXFormat* format = formatOf(look.field->variable);
     const bool isOwn = look.name == look.field->name;
     if (format && !look.isCategorical && isOwn) {
-      text["labelExpr"] = textExpression("datum.value", format, look.field->isDate);
+      text["labelExpr"] = textExpression("datum.value", format, look.field->isDate, context.signs);
     }
     Json& scale = json["scale"];
     if (!look.isCategorical && !scale.contains("domain")) {
@@ -114,7 +116,9 @@ struct LookDrawer {
       const Json text = look.field->valueOf(attribute(*mapping, u"from"));
       if (!text.is_string()) continue;
       const auto found = std::ranges::find(texts, text.get<std::string>());
-      if (found != texts.end()) {
+      if (found == texts.end()) {
+        context.notes.tell(*mapping, "there is no '" + text.get<std::string>() + "' to look so");
+      } else {
         range[static_cast<std::size_t>(found - texts.begin())] = ofMapping(*mapping);
       }
     }
@@ -159,7 +163,7 @@ struct LookDrawer {
     bool isFirst = true;
     for (const char* channel : colorChannels(color.getAffect())) {
       Json each = json;
-      if (!missing.is_null() && !look.isCategorical) {
+      if (!missing.is_null()) {
         each["condition"] = {{"test", "!isValid(" + datum(look.name) + ')'}, {"value", missing}};
       }
       put(channel, each, isFirst);
@@ -374,3 +378,5 @@ void putLook(DrawContext& context, const DrawLook& look, MarkKind kind, const Pl
     drawer.tellMade(tagOf(*aesthetic) + "s are left out");
   }
 }
+
+}  // namespace draw

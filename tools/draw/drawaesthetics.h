@@ -8,6 +8,8 @@
 #include "drawplane.h"
 #include "drawstatistics.h"
 
+namespace draw {
+
 // An aesthetic with the field that it shows: that of its variable, or of a statistic of it.
 struct DrawLook {
   const CTAesthetic* aesthetic = nullptr;
@@ -16,14 +18,13 @@ struct DrawLook {
   bool isCategorical = false;
 };
 
-// The kind of mark that looks are put on.
-enum class MarkKind { Surface, Line, Point, Text };
-
 // Adds what the look says to the encoding of a mark.
 void putLook(DrawContext& context, const DrawLook& look, MarkKind kind, const PlXStyle* style,
              Json& encoding);
 
 // True for those that have a look of their own in a picture.
 bool isDrawn(const CTAesthetic& aesthetic);
+
+}  // namespace draw
 
 #endif

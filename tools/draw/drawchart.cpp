@@ -10,6 +10,8 @@
 #include "drawguides.h"
 #include "pagelayout.h"
 
+namespace draw {
+
 using namespace xercesc;
 
 namespace {
@@ -28,7 +30,7 @@ class PageDrawer {
       : chart_(chart),
         notes_(notes),
         data_(chart, notes),
-        context_{chart, data_, notes, {}, {}},
+        context_{chart, data_, notes, {}, {}, {}},
         layout_(layOutPage(chart)),
         roles_(rolesOf(chart)) {
     for (const FrameBox& box : layout_.frames) {
@@ -37,6 +39,7 @@ class PageDrawer {
   }
 
   Json draw() {
+    readSigns();
     readLegends();
     readPopups();
     forEach<PlXGraph>(chart_, [&](const PlXGraph&) { ++graphs_; });
@@ -54,7 +57,6 @@ class PageDrawer {
     for (const auto& [key, value] : view.items()) {
       if (key != "title" || !spec.contains("title")) spec[key] = value;
     }
-    putLocale(spec);
     tellDrillDowns();
     return spec;
   }
@@ -190,12 +192,10 @@ class PageDrawer {
         if (legend.frame == &frame && !legend.encoding.empty()) entries.push_back(&legend);
       }
       if (entries.empty()) return;
-      std::ranges::sort(entries, {}, [](const DrawLegend* legend) { return legend->order; });
-      Json layers = Json::array();
       for (DrawLegend* legend : entries) {
         for (auto& [channel, json] : legend->encoding.items()) json["legend"]["orient"] = "right";
-        layers.push_back(legend->layer());
       }
+      const Json layers = legendLayers(entries);
       Json view = {{"width", 1}, {"height", 1}, {"view", {{"stroke", nullptr}}}, {"layer", layers}};
       view["resolve"] = {{"scale", independentLooks()}};
       const FrameBox* box = boxOf(frame);
@@ -323,19 +323,13 @@ class PageDrawer {
   }
 
   // The chart's signs for decimals and groups of digits, if it states any.
-  void putLocale(Json& spec) {
-    const auto put = [&](const PlXFormat* format) {
-      const std::string signs = format ? attribute(*format, u"separatorChars") : "";
-      const auto letters = ChartString(signs.c_str());
-      if (letters.length() != 4 || signs.size() != 4) return false;
-      spec["config"]["locale"]["number"] = {{"decimal", signs.substr(0, 1)},
-                                            {"thousands", signs.substr(1, 1)},
-                                            {"grouping", {3}},
-                                            {"currency", {"", ""}}};
-      return true;
-    };
+  void readSigns() {
+    const NumberSigns none = {"", ""};
     for (const auto* variable : childrenOf<CTVariableType>(chart_)) {
-      if (put(formatOf(variable))) return;
+      const NumberSigns signs = signsOf(formatOf(variable), none);
+      if (signs.decimal.empty()) continue;
+      context_.signs = signs;
+      return;
     }
   }
 
@@ -359,3 +353,5 @@ class PageDrawer {
 Json drawChart(const PlXVisualization& chart, DrawNotes& notes) {
   return PageDrawer(chart, notes).draw();
 }
+
+}  // namespace draw

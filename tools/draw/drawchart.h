@@ -4,11 +4,15 @@
 
 #include "drawing.h"
 
+namespace draw {
+
 // The version of Vega-Lite that plots are for.
 constexpr char vegaLiteVersion[] = "6";
 constexpr char vegaVersion[] = "6";
 
 // Null when nothing of the chart can be drawn.
 Json drawChart(const PlXVisualization& chart, DrawNotes& notes);
+
+}  // namespace draw
 
 #endif

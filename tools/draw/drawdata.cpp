@@ -2,17 +2,17 @@
 
 #include <algorithm>
 #include <charconv>
-#include <chrono>
 #include <cmath>
-#include <cstdio>
 #include <functional>
 #include <limits>
 #include <set>
 #include <sstream>
 
-#include "commandline.h"
 #include "drawexpression.h"
+#include "failure.h"
 #include "naturalorder.h"
+
+namespace draw {
 
 using namespace xercesc;
 
@@ -30,30 +30,6 @@ double numberOf(const std::string& text) {
 }
 
 }  // namespace
-
-double dateOf(const std::string& text) {
-  int year = 0;
-  unsigned month = 0, day = 0, hour = 0, minute = 0, second = 0, milli = 0;
-  const int found = std::sscanf(text.c_str(), "%4d-%2u-%2u %2u:%2u:%2u.%3u", &year, &month, &day,
-                                &hour, &minute, &second, &milli);
-  if (found != 3 && found < 5) return none;
-  namespace chrono = std::chrono;
-  const chrono::year_month_day date{chrono::year(year), chrono::month(month), chrono::day(day)};
-  if (!date.ok()) return none;
-  const double days = static_cast<double>(chrono::sys_days(date).time_since_epoch().count());
-  return 1000 * (60 * (60 * (24 * days + hour) + minute) + second) + milli;
-}
-
-std::vector<std::string> listItems(const std::string& text) {
-  std::vector<std::string> items;
-  std::istringstream in(text);
-  for (std::string item; std::getline(in, item, ';');) {
-    const std::size_t first = item.find_first_not_of(" \t\r\n");
-    if (first == item.npos) continue;
-    items.push_back(item.substr(first, item.find_last_not_of(" \t\r\n") - first + 1));
-  }
-  return items;
-}
 
 Json DrawField::valueOf(const std::string& raw) const {
   if (isCategorical) {
@@ -284,6 +260,7 @@ const DrawField* DrawData::fieldOfColumn(const CTVariableType& variable, Column&
       const bool isFirst = field->least > field->greatest;
       field->least = isFirst ? number : std::min(field->least, number);
       field->greatest = isFirst ? number : std::max(field->greatest, number);
+      if (number > 0) field->leastPositive = std::min(field->leastPositive, number);
     }
   }
   inOrder_.push_back(field.get());
@@ -342,6 +319,37 @@ DrawData::Moments DrawData::momentsOf(const DrawField& field) {
   }
   result.deviation = std::sqrt(squares / (result.cases - 1));
   return result;
+}
+
+DrawData::Sums DrawData::sumsOf(const std::string& source, const DrawField* field,
+                                const DrawField* along, double start, double width) {
+  const DrawField* weights = weightOf(source);
+  const Column* key = along ? columnOf(*along->variable) : nullptr;
+  const Column* values = field     ? columnOf(*field->variable)
+                         : weights ? columnOf(*weights->variable)
+                                   : nullptr;
+  const std::size_t rows = values ? values->numbers.size() : store_->GetRowCount(source);
+  Sums sums;
+  // Values of either sign are piled apart.
+  std::map<std::pair<std::string, double>, std::pair<double, double>> piles;
+  for (std::size_t row = 0; row < rows; ++row) {
+    const double value = values ? values->numbers[row] : 1;
+    if (std::isnan(value) || (key && row >= key->numbers.size())) continue;
+    const std::string text = key && along->isCategorical ? key->texts[row] : "";
+    const double number = !key || along->isCategorical ? 0
+                          : width > 0 ? std::floor((key->numbers[row] - start) / width)
+                                      : key->numbers[row];
+    if (std::isnan(number)) continue;
+    auto& pile = piles[{text, number}];
+    (value < 0 ? pile.first : pile.second) += value;
+    sums.whole += value;
+    if (value > 0) sums.leastPositive = std::min(sums.leastPositive, value);
+  }
+  for (const auto& [place, pile] : piles) {
+    sums.least = std::min(sums.least, pile.first);
+    sums.greatest = std::max(sums.greatest, pile.second);
+  }
+  return sums;
 }
 
 double DrawData::rSquared(const DrawField& x, const DrawField& y) {
@@ -444,6 +452,26 @@ void restrict(const DrawField& field, const PlXCategoricalDomain& domain,
   }
 }
 
+// Each once.
+std::vector<std::string> textsOf(const DrawField& field, const std::vector<std::string>& raws) {
+  std::vector<std::string> texts;
+  std::set<std::string> known;
+  for (const std::string& raw : raws) {
+    const std::string text = textOf(field, raw);
+    if (known.insert(text).second) texts.push_back(text);
+  }
+  return texts;
+}
+
+std::map<std::string, std::size_t> ranksIn(const PlXSimpleSort& sort) {
+  std::map<std::string, std::size_t> ranks;
+  const auto* list = childOf<PlXCategoryOrder>(sort);
+  for (const std::string& raw : listItems(list ? utf8(list->getText()) : "")) {
+    ranks.emplace(raw, ranks.size());
+  }
+  return ranks;
+}
+
 // An unknown place is the last.
 template <class Key, class Rank>
 auto rankIn(const std::map<Key, Rank>& ranks, const Key& key, Rank unknown) {
@@ -486,11 +514,7 @@ DrawData::Order DrawData::orderFor(const DrawField& field, const PlXCategoricalD
       } else if (sort->getMethod() == PlXSimpleSort::method_value) {
         sortNaturally(std::identity(), sort->getDescending());
       } else if (sort->getMethod() == PlXSimpleSort::method_explicit) {
-        std::map<std::string, std::size_t> ranks;
-        const auto* list = childOf<PlXCategoryOrder>(*sort);
-        for (const std::string& raw : listItems(list ? utf8(list->getText()) : "")) {
-          ranks.emplace(raw, ranks.size());
-        }
+        const auto ranks = ranksIn(*sort);
         sortBy(
             [&](const auto& a, const auto& b) {
               return rankIn(ranks, a, ranks.size()) < rankIn(ranks, b, ranks.size());
@@ -513,10 +537,8 @@ DrawData::Order DrawData::orderFor(const DrawField& field, const PlXCategoricalD
       moveEnds(*byMean);
     }
   }
-  std::set<std::string> known;
-  for (const std::string& raw : raws) {
-    const std::string text = textOf(field, raw);
-    if (known.insert(text).second) order.texts.push_back(text);
-  }
+  order.texts = textsOf(field, raws);
   return order;
 }
+
+}  // namespace draw

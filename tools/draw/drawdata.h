@@ -2,12 +2,15 @@
 #ifndef CHARTXML_TOOLS_DRAWDATA_H
 #define CHARTXML_TOOLS_DRAWDATA_H
 
+#include <limits>
 #include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "drawing.h"
+
+namespace draw {
 
 // A variable in the table of its source. Categories are texts for readers; numbers are numbers, and
 // dates milliseconds since 1970.
@@ -23,6 +26,7 @@ struct DrawField {
   std::map<std::string, std::string> labels;
   // Of the numbers; the least is the greater one when there are none.
   double least = 1, greatest = 0;
+  double leastPositive = std::numeric_limits<double>::infinity();
 
   // What the table has in place of a raw value that a chart names.
   Json valueOf(const std::string& raw) const;
@@ -57,6 +61,14 @@ class DrawData {
     double rows = 0, cases = 0, mean = 0, deviation = 0;
   };
   Moments momentsOf(const DrawField& field);
+  // Of the sums of a field, or of cases when it is null, over the rows that agree in the category
+  // or in the piece of `width` of another field; over all rows when that is null.
+  struct Sums {
+    double least = 0, greatest = 0, whole = 0,
+           leastPositive = std::numeric_limits<double>::infinity();
+  };
+  Sums sumsOf(const std::string& source, const DrawField* field, const DrawField* along,
+              double start, double width);
   // Of a straight line through the pairs; NaN when there is none.
   double rSquared(const DrawField& x, const DrawField& y);
 
@@ -92,10 +104,6 @@ class DrawData {
   std::map<std::pair<std::string, std::string>, int> names_;
 };
 
-// A date of a chart in milliseconds since 1970; NaN for a text that is none.
-double dateOf(const std::string& text);
-
-// Items between semicolons, without the blanks around them.
-std::vector<std::string> listItems(const std::string& text);
+}  // namespace draw
 
 #endif

@@ -1,20 +1,106 @@
-// What drawElement() makes the layers of one element with. Its parts lie in
+// How an element becomes layers: steps that take values and answer values.
 //
-//   drawmarks.cpp    which rows, which looks, which mark; the encodings; slices and lines in pieces
-//   drawplaces.cpp   places by values and statistics
-//   drawlayouts.cpp  places of networks, densities, boxes and cells
-//   drawlabels.cpp   data labels, and popups as tooltips
+//   drawelement   what it is drawn from; which rows, which looks, which mark
+//   drawplaces    where its items are: values, statistics, curves
+//   drawlayouts   places of networks, densities, boxes and cells
+//   drawlabels    data labels, and popups as tooltips
+//   drawlayers    what all that is to Vega-Lite: encodings, slices, lines in pieces
 #ifndef CHARTXML_TOOLS_DRAWELEMENT_H
 #define CHARTXML_TOOLS_DRAWELEMENT_H
 
 #include <algorithm>
 #include <map>
+#include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "drawaesthetics.h"
 #include "drawmarks.h"
+
+namespace draw {
+
+// Whether an element has a child of a kind.
+template <class T>
+bool has(const PlXBaseElement& element) {
+  return childOf<T>(element);
+}
+
+// An element, and what it is drawn from and in. No step changes it.
+struct Subject {
+  DrawContext& context;
+  const DrawPlane& plane;
+  const CTElementType& element;
+  const DrawPanel& panel;
+  const PlXStyle* style;         // may be null
+  const std::string& condition;  // of the panels that it is drawn in; empty for all
+  std::string source;
+  std::vector<const DrawField*> fields[2];
+  const DrawField* within = nullptr;  // the element's own x, where clusters take its place
+
+  void tell(const std::string& what) const { context.notes.tell(element, what); }
+  const DrawSide& side(std::size_t i) const { return i == 0 ? plane.x() : plane.y(); }
+  const std::string& channel(std::size_t i) const { return side(i).channel; }
+  template <class T>
+  bool is() const {
+    return dynamic_cast<const T*>(&element);
+  }
+  bool isStacked() const;
+  bool isTransposed() const { return channel(0) == "y"; }
+  bool hasNumbers(std::size_t i) const;
+  // An attribute of the style; empty without one.
+  std::string look(const XMLCh* name) const { return style ? attribute(*style, name) : ""; }
+  // Null for a variable that doesn't exist, has no data, or is of another source, which is told.
+  const DrawField* fieldHere(const CTVariableType* variable, const PlXBaseElement& user) const;
+  // Null for none.
+  const PlXPopup* popup() const;
+};
+
+// Nothing for an element without data, which is told.
+std::optional<Subject> subjectOf(DrawContext& context, const DrawPlane& plane,
+                                 const CTElementType& element, const DrawPanel& panel,
+                                 const PlXStyle* style, const std::string& condition);
+
+// What leaves out the rows in which a field has no value.
+Json validFilter(const std::string& field);
+// The rows that a `visibility` leaves, as filters.
+Json filtersOf(const Subject& of, const CTAesthetic& visibility);
+// Leaves out the cases that aren't in the picture: those hidden, and those of categories that
+// aren't shown.
+Json rowFilters(const Subject& of);
+// Adds a step unless it is there.
+void addOnce(Json& steps, const Json& step);
+
+// What the looks of an element are by.
+struct Looks {
+  std::vector<DrawLook> list;
+  std::vector<std::string> keys;        // of rows that make one item, those of panels included
+  std::vector<std::string> groups;      // of items that belong together, such as places of one line
+  const DrawField* group = nullptr;     // the first one with categories
+  const DrawField* offsetBy = nullptr;  // what lies side by side within a category
+  const PlXOffset* offset = nullptr;    // of slices
+  const DrawField* offsetField = nullptr;
+  bool isInPieces = false;  // a line that changes its looks on its way
+  Json filters = Json::array();
+
+  bool isKey(const std::string& field) const;
+  void addKey(const std::string& field);
+  void addGroup(const std::string& field);
+  // The groups within each panel.
+  std::vector<std::string> partsIn(const DrawPanel& panel) const;
+};
+Looks looksOf(const Subject& of);
+
+struct Mark {
+  MarkKind kind = MarkKind::Surface;
+  Json json;
+
+  bool is(const char* type) const { return json["type"] == type; }
+};
+// The mark of the element's kind, and one of another type in its place.
+Mark markOf(const Subject& of);
+Mark markOf(const Subject& of, MarkKind kind, const char* type, const Json& look);
 
 // Where a mark is along a side: at the value of a field, or from one field to another.
 struct MarkPlace {
@@ -23,229 +109,27 @@ struct MarkPlace {
   bool isBinned = false;
 };
 
-// Whether an element has a child of a kind.
-template <class T>
-bool has(const PlXBaseElement& element) {
-  return childOf<T>(element);
-}
-
-// Draws once.
-class ElementDrawer {
- public:
-  ElementDrawer(DrawContext& context, const DrawPlane& plane, const CTElementType& element,
-                const DrawPanel& panel, const PlXStyle* style, const std::string& condition)
-      : context_(context),
-        plane_(plane),
-        element_(element),
-        panel_(panel),
-        style_(style),
-        condition_(condition),
-        keys_(panel.fields) {}
-
-  std::vector<Json> draw();
-
- private:
-  void tell(const std::string& what) { context_.notes.tell(element_, what); }
-  const DrawSide& side(std::size_t i) const { return i == 0 ? plane_.x() : plane_.y(); }
-  template <class T>
-  bool is() const {
-    return dynamic_cast<const T*>(&element_);
-  }
-  std::string channel(std::size_t i) const { return side(i).channel; }
-  bool isStacked() const;
-
-  // ---- data
-
-  bool findFields();
-
-  bool isHere(const DrawField* field, const PlXBaseElement& user);
-
-  const DrawField* fieldHere(const CTVariableType* variable, const PlXBaseElement& user);
-
-  void addFilter(const std::string& expression);
-
-  void keepOnly(const DrawField& field, const std::vector<std::string>& texts);
-
-  void filterBy(const CTAesthetic& visibility);
-
-  // Cases that aren't in the picture: those hidden, and those of categories that aren't shown.
-  void addFilters();
-
-  // ---- looks
-
-  void addKey(const std::string& field);
-  // Of items that belong together, such as the places of one line.
-  void addGroup(const std::string& field);
-
-  void findLooks();
-
-  // ---- marks
-
-  void makeMark();
-
-  void setMark(const char* type, Json look);
-
-  // ---- places
-
-  // False when the element is left out.
-  bool place();
-
-  bool hasNumbers(std::size_t i) const;
-
-  Summary makeSummary() const;
-
-  // The looks and labels of aggregated items are those of a statistic.
-  void addToSummary(Summary& summary, const std::string& response);
-
-  const PlXPopup* popupOf() const;
-
-  void plainLabels();
-
-  // Several variables on one coordinate become one with the values of all.
-  void fold(std::size_t i);
-
-  bool placeSummary(const PlXBinStatistic* bins);
-
-  // The place of groups of rows: their category, number or bin.
-  void placeKey(const PlXBinStatistic* bins);
-
-  // From the least to the greatest of one or several variables.
-  bool placeRange();
-
-  // ---- networks
-
-  static std::string textOr(const DrawField& field, const std::string& raw);
-
-  // A node for each name, and a line for each row that links two.
-  bool placeNetwork(const CTVariableType* from, const CTVariableType* to, bool isTree);
-
-  bool placeWords();
-
-  // Values with places of their own, and nothing of the rows but the name.
-  void usePlaces(const Json& values, const DrawField& name);
-
-  // The theoretical curve: over a histogram in the histogram's units.
-  bool placeDistribution(const PlXDistributionStatistic& statistic);
-
-  // The moments of a variable with the weights of its cases.
-  void estimate(const DrawField& field, double (&parameters)[2]);
-
-  // What a density is multiplied by to lie over the histogram of the same variable.
-  double histogramFactor(const DrawField& field);
-
-  bool placeDensity();
-
-  bool placeBoxes();
-
-  // Cells of a grid; hexagons lie as bricks do.
-  bool placeCells(const PlXBinStatistic& bins);
-
-  // Every second row is moved by half a cell.
-  void brick(const Bins (&cut)[2]);
-
-  // Lines from the items to a common place.
-  void addSpikes(const PlXLinkStatistic& link);
-
-  bool addCurve(const PlXSmoothStatistic& smooth);
-
-  // From the items to their mean; other curves have no values at the items.
-  bool addFitSpikes(long degree, const std::vector<std::string>& parts);
-
-  // ---- popups as tooltips
-
-  void addTips();
-
-  void addTip(const PlXPopup& popup, const std::string& token, const std::string& name,
-              std::string title);
-
-  // ---- encodings
-
-  void putPlace(Json& encoding, std::size_t i) const;
-
-  Json places() const;
-
-  // A log scale has no place for zero and less, and bars on it stand on its lower end.
-  void keepPositive();
-
-  // Symbols that would cover each other are strewn.
-  void putJitter(Json& encoding) const;
-
-  void addJitter();
-
-  // The stack's order is that of the categories, the same for bars and for their labels.
-  void addStackOrder(Json& encoding);
-
-  Json detail() const;
-
-  void finish();
-
-  void addLayer(const Json& mark, const Json& encoding, const Json& more = Json::array());
-
-  void putBreaks();
-
-  // An element that a legend explains as a whole is one entry of it.
-  void putOwnLegend();
-
-  // ---- slices
-
-  // A slice reaches from one share of the circle to another. Without a variable of their own,
-  // slices are as wide as their values say; else all are equally wide, and as long as the values
-  // say.
-  void placeSlices(Json& encoding);
-
-  // Pulled out slices are farther from the middle at both ends.
-  void putRadius(Json& encoding);
-
-  // A line that changes its looks on its way: a piece from each place to the next.
-  void cutIntoPieces(Json& encoding);
-
-  // The crossbars of error bars.
-  void addEnds(const Json& encoding);
-
-  // ---- data labels
-
-  void addLabels(const PlXLabeling& labeling, const std::string& name, const Json& places);
-
-  // Labels that cover each other aren't shown: of those in one cell of a grid the first is.
-  void thinLabels(Json& steps) const;
-
-  void putLabelPlace(const PlXLabeling& labeling, Json& mark, Json& encoding);
-
-  DrawContext& context_;
-  const DrawPlane& plane_;
-  const CTElementType& element_;
-  const DrawPanel& panel_;
-  const PlXStyle* style_;
-  const std::string& condition_;
-
-  std::vector<const DrawField*> fields_[2];
-  const DrawField* within_ = nullptr;  // the element's own x, where clusters take its place
-  DrawField folded_;
-  std::string source_;
-  std::vector<std::string> keys_;    // of rows that make one item, those of panels included
-  std::vector<std::string> groups_;  // of items that belong together
-  const DrawField* group_ = nullptr;
-  const DrawField* offsetBy_ = nullptr;
-  const DrawField* responseField_ = nullptr;
-  const PlXOffset* offset_ = nullptr;
-  const DrawField* offsetField_ = nullptr;
-  std::vector<DrawLook> looks_;
-  std::vector<std::pair<const PlXLabeling*, std::string>> labels_;
-  std::map<std::string, std::string> tips_;  // fields by tokens
-  Json tip_ = Json::array();
-  MarkPlace places_[2];
-  Json ends_[2];
-  Json base_;  // of bars on a log scale
-  double binWidth_ = 0;
-  bool isSummarized_ = false;
-  bool isFit_ = false;
-  bool isInPieces_ = false;
-  bool hasFreePlaces_ = false;
-  MarkKind kind_ = MarkKind::Surface;
-  Json mark_;
-  Json transforms_ = Json::array();
-  Json ownData_;
-  std::vector<Json> layers_;
+// An element whose items have their places. The transforms lead from the rows to the items.
+struct Placed {
+  Json transforms = Json::array();
+  Json data;  // of its own; null for that of the source
+  MarkPlace places[2];
+  Json ends[2];  // places that all marks reach to; null for none
+  Json base;     // of bars on a log scale
+  Looks looks;
+  Mark mark;
+  const DrawField* response = nullptr;
+  std::vector<std::unique_ptr<DrawField>> folded;  // the fields of several variables in one
+  std::vector<std::pair<const PlXLabeling*, std::string>> labels;  // with the field that is shown
+  std::map<std::string, std::string> tips;                         // fields by tokens
+  bool isSummarized = false;   // an item is made of several rows
+  bool isFit = false;          // a curve, with places that no row has
+  bool hasFreePlaces = false;  // places of its own, not on the dimensions
+
+  void add(const Json& step) { transforms.push_back(step); }
+  void addFilter(const std::string& expression) { addOnce(transforms, filter(expression)); }
 };
+
+}  // namespace draw
 
 #endif

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <utility>
 
+namespace draw {
+
 namespace {
 
 constexpr int deepest = 64;
@@ -242,3 +244,5 @@ double Expression::valueFor(std::span<const double> values) const {
   }
   return stack.back();
 }
+
+}  // namespace draw

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+namespace draw {
+
 // Numbers, names, the operators ?: || && == != < <= > >= + - * / ^ ! and parentheses, and the
 // functions of one argument (abs ceil cos exp floor log log10 round sin sqrt tan) and of two (pow
 // min max). What is missing is NaN, and so is what is computed from it. True is 1, false 0.
@@ -33,5 +35,7 @@ class Expression {
   std::vector<Step> steps_;
   std::vector<std::string> names_;
 };
+
+}  // namespace draw
 
 #endif

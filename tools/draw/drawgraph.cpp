@@ -4,12 +4,17 @@
 #include <cmath>
 #include <set>
 
+#include "drawaxes.h"
 #include "drawguides.h"
 #include "drawmarks.h"
 
+namespace draw {
+
 namespace {
 
-constexpr double leastSize = 40;       // of a data area
+constexpr double leastSize = 40;      // of a data area
+constexpr double readableSize = 100;  // of one among others
+constexpr double readablePage = 800;
 constexpr std::size_t mostCells = 12;  // of a matrix, in each direction
 
 class GraphDrawer {
@@ -74,12 +79,8 @@ class GraphDrawer {
     for (auto& [id, legend] : context_.legends) {
       if (legend.graph == &graph_ && !legend.encoding.empty()) entries.push_back(&legend);
     }
-    std::ranges::sort(entries, {}, [](const DrawLegend* legend) { return legend->order; });
-    Json layers = Json::array();
-    for (DrawLegend* legend : entries) {
-      layers.push_back(legend->layer());
-      legend->encoding = Json::object();
-    }
+    Json layers = legendLayers(entries);
+    for (DrawLegend* legend : entries) legend->encoding = Json::object();
     for (Json& layer : view["layer"]) layers.push_back(std::move(layer));
     view["layer"] = std::move(layers);
   }
@@ -176,8 +177,12 @@ class GraphDrawer {
                            ? pixelsOf(attribute(*level, u"gap"))
                                  .value_or(shareOf(attribute(*level, u"gap")).value_or(0.03) * 600)
                            : 10;
-    Json spec = drawLayers(std::max(leastSize, width_ - (panel.isTable ? 0 : gap)),
-                           std::max(24.0, height_ - (isWrapped ? 30 : 0)), panel);
+    const double width = width_ - (panel.isTable ? 0 : gap);
+    const double height = height_ - (isWrapped ? 30 : 0);
+    Json spec = panel.isTable
+                    ? drawLayers(std::max(leastSize, width), std::max(24.0, height), panel)
+                    : drawLayers(sizeOf(width, double(counts[0])),
+                                 sizeOf(height, double(counts[1])), panel);
     if (spec.is_null()) return nullptr;
     putFrame(spec);
     view["data"] = {{"name", DrawData::tableName(source)}};
@@ -242,6 +247,11 @@ class GraphDrawer {
     return title;
   }
 
+  // Panels are as large as can be read, unless that makes the picture larger than a page.
+  static double sizeOf(double wanted, double count) {
+    return std::max(count * readableSize <= readablePage ? readableSize : leastSize, wanted);
+  }
+
   // ---- matrices of variables
 
   Json drawMatrix() {
@@ -256,24 +266,31 @@ class GraphDrawer {
     if (directions[1].empty()) directions[1].push_back(nullptr);
     const double columns = static_cast<double>(directions[0].size());
     const double rows = static_cast<double>(directions[1].size());
-    const double width = std::max(leastSize, std::floor((width_ - 50) / columns - 12));
-    const double height = std::max(leastSize, std::floor((height_ - 50) / rows - 12));
-    Json lines = Json::array();
+    const double width = sizeOf(std::floor((width_ - 50) / columns - 12), columns);
+    const double height = sizeOf(std::floor((height_ - 50) / rows - 12), rows);
+    Json cells = Json::array();
     for (const DrawField* y : directions[1]) {
-      Json line = Json::array();
       for (const DrawField* x : directions[0]) {
         DrawPanel panel;
         panel.x = x;
         panel.y = y;
         edge_ = {x == directions[0].front(), y == directions[1].back()};
         Json view = drawLayers(width, height, panel);
-        if (view.is_null()) view = {{"mark", "point"}, {"width", width}, {"height", height}};
+        if (view.is_null()) {
+          view = {{"data", {{"values", Json::array()}}},
+                  {"mark", "point"},
+                  {"width", width},
+                  {"height", height}};
+        }
         putFrame(view);
-        line.push_back(view);
+        cells.push_back(view);
       }
-      lines.push_back({{"hconcat", line}, {"spacing", 8}});
     }
-    return {{"vconcat", lines}, {"spacing", 8}};
+    return {{"concat", cells},
+            {"columns", directions[0].size()},
+            {"align", "all"},
+            {"bounds", "flush"},
+            {"spacing", 8}};
   }
 
   // The axes of a cell, at the left and at the bottom of the matrix only.
@@ -444,3 +461,5 @@ Json drawGraph(DrawContext& context, const PlXGraph& graph, bool hasLegendsApart
                double height) {
   return GraphDrawer(context, graph, width, height).draw(hasLegendsApart);
 }
+
+}  // namespace draw

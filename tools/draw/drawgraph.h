@@ -4,6 +4,8 @@
 
 #include "drawplane.h"
 
+namespace draw {
+
 // Null when nothing of the graph can be drawn. The size is that of its frame, in pixels. Its
 // legends are in it unless `hasLegendsApart`, or it has panels: then they are left to the page.
 Json drawGraph(DrawContext& context, const PlXGraph& graph, bool hasLegendsApart, double width,
@@ -11,5 +13,7 @@ Json drawGraph(DrawContext& context, const PlXGraph& graph, bool hasLegendsApart
 
 // All looks have scales of their own in each layer, and so legends of their own.
 Json independentLooks();
+
+}  // namespace draw
 
 #endif

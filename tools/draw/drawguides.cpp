@@ -7,6 +7,8 @@
 
 #include "drawexpression.h"
 
+namespace draw {
+
 namespace {
 
 constexpr unsigned mostSegments = 1000;
@@ -67,10 +69,13 @@ class GuideDrawer {
     if (!id.empty()) layer["description"] = id;
     layer["data"] = {{"values", data.is_null() ? Json::array({Json::object()}) : std::move(data)}};
     layer["mark"] = {{"type", type}};
-    for (const auto& [name, value] : look.items()) layer["mark"][name] = value;
-    if (std::string_view(type) == "line" || std::string_view(type) == "rect") {
-      layer["mark"]["clip"] = true;
-    }
+    const std::string_view kind = type;
+    const Json stated = kind == "text"    ? look
+                        : kind == "rect"  ? statedLook(MarkKind::Surface, look)
+                        : kind == "point" ? statedLook(MarkKind::Point, look)
+                                          : statedLook(MarkKind::Line, look);
+    for (const auto& [name, value] : stated.items()) layer["mark"][name] = value;
+    if (kind == "line" || kind == "rect") layer["mark"]["clip"] = true;
     layer["encoding"] = encoding;
     layers_.push_back(layer);
   }
@@ -228,7 +233,7 @@ std::vector<const DrawField*> describedFields(DrawContext& context, const PlXBas
 }
 
 // A number as a format has it, without Vega.
-std::string plainNumber(double value, const PlXFormat* format) {
+std::string plainNumber(double value, const PlXFormat* format, const NumberSigns& signs) {
   const bool hasMost = format && states(*format, u"maximumFractionDigits");
   const long digits = hasMost ? std::clamp(long(format->getMaximumFractionDigits()), 0L, 12L) : 3;
   std::ostringstream out;
@@ -236,9 +241,8 @@ std::string plainNumber(double value, const PlXFormat* format) {
   out.precision(static_cast<int>(digits));
   out << std::fixed << value;
   std::string text = out.str();
-  const std::string separators = format ? attribute(*format, u"separatorChars") : "";
   const std::size_t point = text.find('.');
-  if (point != text.npos && separators.size() == 4) text[point] = separators[0];
+  if (point != text.npos) text.replace(point, 1, signsOf(format, signs).decimal);
   return text;
 }
 
@@ -258,7 +262,7 @@ std::string describedValue(DrawContext& context, const PlXDescription& descripti
     value = fields.size() == 2 ? context.data.rSquared(*fields[0], *fields[1]) : std::nan("");
     context.notes.tell(description, "is that of a straight line through all cases");
   }
-  return plainNumber(value, description.getFormat());
+  return plainNumber(value, description.getFormat(), context.signs);
 }
 
 std::string contentOf(DrawContext& context, const PlXBaseElement& holder,
@@ -308,3 +312,5 @@ std::vector<std::string> wrapped(const std::string& text, double pixels, double 
   }
   return lines;
 }
+
+}  // namespace draw

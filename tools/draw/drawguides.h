@@ -8,6 +8,8 @@
 #include "drawmarks.h"
 #include "drawplane.h"
 
+namespace draw {
+
 // The layers of a guide; none when it can't be drawn, which is told.
 std::vector<Json> drawGuide(DrawContext& context, const DrawPlane& plane, const CTGuideType& guide,
                             const DrawPanel& panel);
@@ -17,5 +19,7 @@ std::string labelTextWithValues(DrawContext& context, const CTLabelType* label);
 
 // Lines that are no longer than `pixels`, as far as that can be told without the font.
 std::vector<std::string> wrapped(const std::string& text, double pixels, double fontSize);
+
+}  // namespace draw
 
 #endif

@@ -1,6 +1,11 @@
 #include "drawing.h"
 
+#include <chrono>
 #include <cmath>
+#include <cstdio>
+#include <sstream>
+
+namespace draw {
 
 using namespace xercesc;
 
@@ -57,3 +62,29 @@ void DrawNotes::tell(const PlXBaseElement& object, const std::string& what) {
   const std::string text = name + ": " + what;
   if (told_.insert(text).second) texts_.push_back(text);
 }
+
+double dateOf(const std::string& text) {
+  int year = 0;
+  unsigned month = 0, day = 0, hour = 0, minute = 0, second = 0, milli = 0;
+  const int found = std::sscanf(text.c_str(), "%4d-%2u-%2u %2u:%2u:%2u.%3u", &year, &month, &day,
+                                &hour, &minute, &second, &milli);
+  if (found != 3 && found < 5) return std::nan("");
+  namespace chrono = std::chrono;
+  const chrono::year_month_day date{chrono::year(year), chrono::month(month), chrono::day(day)};
+  if (!date.ok()) return std::nan("");
+  const double days = static_cast<double>(chrono::sys_days(date).time_since_epoch().count());
+  return 1000 * (60 * (60 * (24 * days + hour) + minute) + second) + milli;
+}
+
+std::vector<std::string> listItems(const std::string& text) {
+  std::vector<std::string> items;
+  std::istringstream in(text);
+  for (std::string item; std::getline(in, item, ';');) {
+    const std::size_t first = item.find_first_not_of(" \t\r\n");
+    if (first == item.npos) continue;
+    items.push_back(item.substr(first, item.find_last_not_of(" \t\r\n") - first + 1));
+  }
+  return items;
+}
+
+}  // namespace draw

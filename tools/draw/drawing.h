@@ -3,11 +3,13 @@
 //
 //   drawdata    the sources as tables of JSON, variables as their fields, the order of categories
 //   drawlooks   styles and formats
-//   drawplane   dimensions: scales and axes
-//   drawstatistics, drawmarks   elements: transforms, marks, encodings
+//   drawplane, drawaxes, drawextent   dimensions: scales, axes, bounds of what is drawn
+//   drawstatistics, drawaesthetics   transforms, and looks by the values of variables
+//   drawelement, drawplaces, drawlayouts, drawlabels, drawlayers   an element, step by step
+//   drawmarks   all layers of an element
 //   drawguides  guides and texts
 //   drawgraph   a graph: its layers, panels and axes
-//   drawpage    the page: titles, frames, graphs beside each other
+//   drawchart   the page: titles, frames, graphs beside each other
 #ifndef CHARTXML_TOOLS_DRAWING_H
 #define CHARTXML_TOOLS_DRAWING_H
 
@@ -21,6 +23,8 @@
 #include <chartxml/chartxml.h>
 
 #include "charttexts.h"
+
+namespace draw {
 
 // Members stand in the order in which they were put.
 using Json = nlohmann::ordered_json;
@@ -68,5 +72,13 @@ class DrawNotes {
   std::vector<std::string> texts_;
   std::set<std::string> told_;
 };
+
+// A date of a chart in milliseconds since 1970; NaN for a text that is none.
+double dateOf(const std::string& text);
+
+// Items between semicolons, without the blanks around them.
+std::vector<std::string> listItems(const std::string& text);
+
+}  // namespace draw
 
 #endif

@@ -8,6 +8,8 @@
 #include <sstream>
 #include <utility>
 
+namespace draw {
+
 namespace {
 
 struct Length {
@@ -88,6 +90,19 @@ Json dashJson(const std::string& dashes) {
 
 bool isVisible(const PlXStyle* style) {
   return !style || style->getVisible();
+}
+
+Json statedLook(MarkKind kind, Json look) {
+  const bool isStrokedOnly = kind == MarkKind::Point && look.contains("stroke");
+  if (kind == MarkKind::Line) {
+    if (!look.contains("stroke")) look["stroke"] = plainColor;
+  } else {
+    if (!look.contains("fill")) look["fill"] = isStrokedOnly ? "transparent" : plainColor;
+    if (!look.contains("stroke")) look["stroke"] = "transparent";
+    if (!look.contains("strokeWidth")) look["strokeWidth"] = 1;
+  }
+  if (!look.contains("opacity")) look["opacity"] = 1;
+  return look;
 }
 
 Json surfaceLook(const PlXStyle* style) {
@@ -282,24 +297,33 @@ const PlXFormat* formatOf(const CTVariableType* variable) {
 
 namespace {
 
-// d3's words for the digits of a number.
-std::string digitsOf(const PlXFormat& format, char kind) {
+// A number with the digits of a format, in English signs.
+std::string digitsText(const std::string& number, const PlXFormat& format, char kind) {
   std::string result = format.getNegativesInParentheses() ? "(" : "";
   if (format.getUseGrouping()) result += ',';
   const bool hasMost = states(format, u"maximumFractionDigits");
   const bool hasLeast = states(format, u"minimumFractionDigits");
-  if (!hasMost && !hasLeast) return result + (kind == 'e' ? "~e" : ".12~g");
+  const auto formatted = [&] { return "format(" + number + ", " + literal(result) + ')'; };
+  if (!hasMost && !hasLeast) {
+    result += kind == 'e' ? "~e" : ".12~g";
+    return formatted();
+  }
   const auto clamped = [](auto digits) { return std::clamp(static_cast<long>(digits), 0L, 20L); };
   const long least = hasLeast ? clamped(format.getMinimumFractionDigits()) : 0;
   const long most = hasMost ? clamped(format.getMaximumFractionDigits()) : std::max(least, 6L);
   result += '.' + std::to_string(std::max(least, most));
-  if (least < most) result += '~';
-  return result + kind;
+  const bool isTrimmed = least < most;
+  if (isTrimmed && (least == 0 || kind == 'e')) result += '~';
+  result += kind;
+  if (!isTrimmed || least == 0 || kind == 'e') return formatted();
+  // d3 drops all zeros at the end or none.
+  const std::string zeros = "0{1," + std::to_string(most - least) + "}(?=\\)?$)";
+  return "replace(" + formatted() + ", regexp(" + literal(zeros) + "), \"\")";
 }
 
 // A number divided by `factor`, with its sign, prefix and suffix.
 std::string scaledText(const std::string& value, const PlXFormat& format, double factor,
-                       const std::string& suffix) {
+                       const std::string& suffix, const NumberSigns& signs) {
   const std::string prefix = attribute(format, u"prefix");
   std::string number = factor == 1 || factor == 0 ? value : value + '/' + literal(factor);
   const bool isSignOutside = format.getNegativesOutside() && !prefix.empty();
@@ -307,7 +331,7 @@ std::string scaledText(const std::string& value, const PlXFormat& format, double
   std::string text;
   const auto kind = format.getScientific();
   const auto formatted = [&](char letter) {
-    return "format(" + number + ", " + literal(digitsOf(format, letter)) + ')';
+    return signedText(digitsText(number, format, letter), signs);
   };
   if (kind == PlXFormat::scientific_true) {
     text = formatted('e');
@@ -325,14 +349,15 @@ std::string scaledText(const std::string& value, const PlXFormat& format, double
   return text;
 }
 
-std::string numberText(const std::string& value, const PlXFormat& format) {
+std::string numberText(const std::string& value, const PlXFormat& format,
+                       const NumberSigns& signs) {
   auto rules = childrenOf<PlXUnitRule>(format);
   std::ranges::stable_sort(rules, {}, [](const auto* rule) { return rule->getFrom(); });
   const double factor = states(format, u"scalingFactor") ? format.getScalingFactor() : 1;
-  std::string text = scaledText(value, format, factor, attribute(format, u"suffix"));
+  std::string text = scaledText(value, format, factor, attribute(format, u"suffix"), signs);
   for (const auto* rule : rules) {
     text = "abs(" + value + ") >= " + literal(rule->getFrom()) + " ? " +
-           scaledText(value, format, rule->getScalingFactor(), attribute(*rule, u"suffix")) +
+           scaledText(value, format, rule->getScalingFactor(), attribute(*rule, u"suffix"), signs) +
            " : " + text;
   }
   return text;
@@ -388,12 +413,30 @@ std::string datePattern(const PlXFormat& format) {
 
 }  // namespace
 
-std::string textExpression(const std::string& value, const PlXFormat* format, bool isDate) {
+NumberSigns signsOf(const PlXFormat* format, const NumberSigns& known) {
+  const std::string signs = format ? attribute(*format, u"separatorChars") : "";
+  const ChartString letters(signs.c_str());
+  if (letters.length() != 4 || signs.size() != 4) return known;
+  return {signs.substr(0, 1), signs.substr(1, 1)};
+}
+
+std::string signedText(const std::string& text, const NumberSigns& signs) {
+  if (signs.decimal == "." && signs.group == ",") return text;
+  // In what takes the place of a match a dollar begins a word.
+  const auto put = [](const std::string& sign) { return literal(sign == "$" ? "$$" : sign); };
+  return "replace(replace(replace(" + text + R"(, regexp(",", "g"), "_"), ".", )" +
+         put(signs.decimal) + R"(), regexp("_", "g"), )" + put(signs.group) + ')';
+}
+
+std::string textExpression(const std::string& value, const PlXFormat* format, bool isDate,
+                           const NumberSigns& signs) {
+  const NumberSigns own = signsOf(format, signs);
   if (!format) {
-    return isDate ? "utcFormat(" + value + ", \"%Y-%m-%d\")" : "format(" + value + ", \".12~g\")";
+    return isDate ? "utcFormat(" + value + ", \"%Y-%m-%d\")"
+                  : signedText("format(" + value + ", \".12~g\")", own);
   }
   const auto base = format->getBaseFormat();
-  if (base == 0 && !isDate) return numberText(value, *format);
+  if (base == 0 && !isDate) return numberText(value, *format, own);
   // Times and durations count seconds, dates milliseconds.
   const std::string time = isDate ? value : "1000*" + value;
   std::string text = "utcFormat(" + time + ", " + literal(datePattern(*format)) + ')';
@@ -403,3 +446,5 @@ std::string textExpression(const std::string& value, const PlXFormat* format, bo
   if (!suffix.empty()) text += " + " + literal(suffix);
   return text;
 }
+
+}  // namespace draw

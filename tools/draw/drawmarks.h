@@ -9,6 +9,8 @@
 #include "drawplane.h"
 #include "drawstatistics.h"
 
+namespace draw {
+
 // The panel that an element is drawn in.
 struct DrawPanel {
   std::vector<std::string> fields;  // of the facets: a panel for each of their values
@@ -28,5 +30,7 @@ std::vector<Json> drawElement(DrawContext& context, const DrawPlane& plane,
 // `test` gets the condition as an expression.
 std::optional<bool> conditionOf(const PlXConditionalStyle& entry, const DrawPanel& panel,
                                 std::string& test);
+
+}  // namespace draw
 
 #endif

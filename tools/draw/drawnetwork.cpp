@@ -5,6 +5,8 @@
 #include <numbers>
 #include <set>
 
+namespace draw {
+
 namespace {
 
 std::vector<std::string> namesOf(const NetworkLinks& links) {
@@ -89,3 +91,5 @@ NetworkPlaces gridPlaces(const std::vector<std::string>& words) {
   }
   return places;
 }
+
+}  // namespace draw

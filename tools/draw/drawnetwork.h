@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+namespace draw {
+
 // Places from 0 to 1 on both sides, by name.
 using NetworkPlaces = std::map<std::string, std::pair<double, double>>;
 using NetworkLinks = std::vector<std::pair<std::string, std::string>>;  // from, to
@@ -20,5 +22,7 @@ NetworkPlaces treePlaces(const NetworkLinks& links);
 
 // Words in rows, as a text is written.
 NetworkPlaces gridPlaces(const std::vector<std::string>& words);
+
+}  // namespace draw
 
 #endif

@@ -6,29 +6,28 @@
 #include <set>
 #include <utility>
 
+#include "drawaxes.h"
+#include "drawextent.h"
+
+namespace draw {
+
 using namespace xercesc;
 
-namespace {
-
-constexpr std::size_t mostTicks = 200;
-
-double valueOf(const std::string& text, bool isDate) {
+double placeOf(const std::string& text, bool isDate) {
   if (text.empty()) return std::nan("");
   if (isDate || !ChartString(text.c_str()).isNumber()) return dateOf(text);
   return ChartString(text.c_str()).convertToDouble();
 }
 
-void extend(DrawSide& side, double value) {
+void DrawSide::extend(double value) {
   if (!std::isfinite(value)) return;
-  const bool isFirst = !side.hasExtent();
-  side.least = isFirst ? value : std::min(side.least, value);
-  side.greatest = isFirst ? value : std::max(side.greatest, value);
+  const bool isFirst = !hasExtent();
+  least = isFirst ? value : std::min(least, value);
+  greatest = isFirst ? value : std::max(greatest, value);
 }
 
-}  // namespace
-
 Json DrawSide::datumOf(const std::string& text, const std::vector<const DrawField*>& fields) const {
-  if (!isDiscrete) return numberJson(valueOf(text, isDate));
+  if (!isDiscrete) return numberJson(placeOf(text, isDate));
   for (const DrawField* field : fields) {
     if (field->isCategorical && field->labels.contains(text)) return field->valueOf(text);
   }
@@ -37,10 +36,42 @@ Json DrawSide::datumOf(const std::string& text, const std::vector<const DrawFiel
 
 Json DrawLegend::layer() const {
   Json of = {{"type", "point"}};
-  for (const auto& [name, value] : mark.items()) of[name] = value;
-  // A surface without an outline has none in the legend.
-  if (!of.contains("stroke") && !encoding.contains("stroke")) of["stroke"] = "transparent";
+  Json look = mark;
+  if (encoding.contains("stroke") && !look.contains("fill")) look["fill"] = "transparent";
+  look = statedLook(MarkKind::Point, std::move(look));
+  for (const auto& [name, value] : look.items()) of[name] = value;
   return {{"data", {{"values", Json::array()}}}, {"mark", of}, {"encoding", encoding}};
+}
+
+bool DrawLegend::takeUp(const DrawLegend& other) {
+  if (frame != other.frame || encoding.empty() || other.encoding.empty()) return false;
+  const Json& own = encoding.front();
+  const bool isTitled = !other.look.value("title", Json()).is_null() &&
+                        other.look["title"] != own["legend"].value("title", Json());
+  if (isTitled || own["type"] != "nominal") return false;
+  for (const auto& [channel, json] : other.encoding.items()) {
+    if (json["field"] != own["field"] || json["type"] != "nominal" ||
+        json["scale"]["domain"] != own["scale"]["domain"] || encoding.contains(channel)) {
+      return false;
+    }
+  }
+  const Json text = own["legend"];
+  for (const auto& [channel, json] : other.encoding.items()) {
+    encoding[channel] = json;
+    encoding[channel]["legend"] = text;
+  }
+  return true;
+}
+
+std::vector<Json> legendLayers(std::vector<DrawLegend*> legends) {
+  std::ranges::sort(legends, {}, [](const DrawLegend* legend) { return legend->order; });
+  std::vector<DrawLegend> merged;
+  for (const DrawLegend* legend : legends) {
+    if (merged.empty() || !merged.back().takeUp(*legend)) merged.push_back(*legend);
+  }
+  std::vector<Json> layers;
+  for (const DrawLegend& legend : merged) layers.push_back(legend.layer());
+  return layers;
 }
 
 DrawPlane::DrawPlane(DrawContext& context, const Place& place)
@@ -159,6 +190,9 @@ void DrawPlane::readFields(const Place& place) {
       }
     }
   }
+  if (!isPolar_) {
+    for (const CTElementType* element : place.elements) extendBy(context_, *element, sides_[1]);
+  }
   for (const std::size_t i : {0U, 1U}) {
     DrawSide& side = sides_[i];
     const auto* domain = dynamic_cast<const PlXCategoricalDomain*>(
@@ -169,8 +203,9 @@ void DrawPlane::readFields(const Place& place) {
       if (!field->isCategorical) {
         side.isDate = side.isDate || field->isDate;
         if (!side.measure) side.measure = field;
-        extend(side, field->least);
-        extend(side, field->greatest);
+        side.extend(field->least);
+        side.extend(field->greatest);
+        side.leastPositive = std::min(side.leastPositive, field->leastPositive);
         continue;
       }
       for (const std::string& text : context_.data.orderOf(*field, domain).texts) {
@@ -219,16 +254,11 @@ void DrawPlane::makeDomain(DrawSide& side, const PlXDimension& dimension) {
   double bounds[] = {std::nan(""), std::nan("")};
   bool isExact = false;
   for (const auto* range : childrenOf<PlXRange>(*domain)) {
-    const double min = valueOf(utf8(range->getMin()), domain->getDate() || side.isDate);
-    const double max = valueOf(utf8(range->getMax()), domain->getDate() || side.isDate);
+    const double min = placeOf(utf8(range->getMin()), domain->getDate() || side.isDate);
+    const double max = placeOf(utf8(range->getMax()), domain->getDate() || side.isDate);
     if (!std::isnan(min)) bounds[0] = min;
     if (!std::isnan(max)) bounds[1] = max;
     isExact = isExact || range->getExact();
-  }
-  const bool isUnion = dimension.getUnionDomain() && side.hasExtent();
-  if (isUnion) {
-    bounds[0] = std::fmin(bounds[0], side.least);
-    bounds[1] = std::fmax(bounds[1], side.greatest);
   }
   if (side.isLog()) {
     for (double& bound : bounds) {
@@ -236,6 +266,17 @@ void DrawPlane::makeDomain(DrawSide& side, const PlXDimension& dimension) {
       context_.notes.tell(dimension, "a log scale has no bound that isn't positive");
       bound = std::nan("");
     }
+  }
+  if (isExact) side.scale["nice"] = false;
+  if (dimension.getUnionDomain()) {
+    // Vega-Lite knows what the layers draw.
+    Json stated = Json::array();
+    for (const double bound : bounds) {
+      side.extend(bound);
+      if (!std::isnan(bound)) stated.push_back(numberJson(bound));
+    }
+    if (!stated.empty()) side.scale["domain"] = {{"unionWith", stated}};
+    return;
   }
   const bool hasBoth = !std::isnan(bounds[0]) && !std::isnan(bounds[1]);
   if (hasBoth && bounds[0] < bounds[1]) {
@@ -248,13 +289,13 @@ void DrawPlane::makeDomain(DrawSide& side, const PlXDimension& dimension) {
   }
   if (!std::isnan(bounds[0])) side.least = bounds[0];
   if (!std::isnan(bounds[1])) side.greatest = bounds[1];
-  if (isExact) side.scale["nice"] = false;
 }
 
 void DrawPlane::makeScale(std::size_t index, double pixels, bool hasBars) {
   DrawSide& side = sides_[index];
   const PlXDimension* dimension = side.dimension;
   const PlXScale* scale = dimension ? dimension->getScale() : nullptr;
+  side.pixels = pixels;
   bool isReversed = isReflected_[index];
   if (scale && scale->getInvert()) isReversed = !isReversed;
 
@@ -281,20 +322,22 @@ void DrawPlane::makeScale(std::size_t index, double pixels, bool hasBars) {
     }
     const std::string type = side.scale.value("type", "linear");
     if (type != "utc" && type != "log") {
-      const bool hasOrigin = scale && valueOf(utf8(scale->getOrigin()), false) == 0;
+      const bool hasOrigin = scale && placeOf(utf8(scale->getOrigin()), false) == 0;
       side.scale["zero"] = hasBars || hasOrigin;
     }
     side.scale["nice"] =
         dimension && (dimension->getNiceLowerMapping() || dimension->getNiceUpperMapping());
     if (dimension) makeDomain(side, *dimension);
     if (side.isLog() && hasBars) {
-      // Bars stand on the power of ten below the least value; counts on less than one case.
-      const double least = side.hasExtent() && side.least > 0 ? side.least
-                           : side.hasExtent()                 ? 1
-                                                              : 0.9;
-      side.base = std::pow(10, std::floor(std::log10(least)));
-      if (side.scale.contains("domain")) side.base = side.scale["domain"][0].get<double>();
-      if (!side.scale.contains("domain")) side.scale["domainMin"] = numberJson(side.base);
+      // Bars stand on the power of ten below the least value.
+      const double least = std::isfinite(side.leastPositive) ? side.leastPositive : 1;
+      side.base = std::pow(10, std::floor(std::log10(0.999 * least)));
+      if (side.hasFixedDomain()) side.base = side.scale["domain"][0].get<double>();
+      if (!side.scale.contains("domain")) {
+        side.scale["domainMin"] = numberJson(side.base);
+      } else if (!side.hasFixedDomain()) {
+        side.scale["domain"]["unionWith"].push_back(numberJson(side.base));
+      }
     }
     if (padding > 0 && padding < 0.4 && !hasBars) {
       side.scale["padding"] = numberJson(std::round(padding * pixels));
@@ -317,167 +360,4 @@ Json DrawPlane::position(const DrawSide& side, const std::string& field) {
   return json;
 }
 
-// ---- axes
-
-namespace {
-
-void putLine(Json& json, const std::string& prefix, const PlXStyle* style) {
-  static constexpr std::pair<const char*, const char*> names[] = {{"stroke", "Color"},
-                                                                  {"strokeWidth", "Width"},
-                                                                  {"strokeDash", "Dash"},
-                                                                  {"strokeOpacity", "Opacity"},
-                                                                  {"opacity", "Opacity"}};
-  const Json look = lineLook(style);
-  for (const auto& [from, to] : names) {
-    if (look.contains(from)) json[prefix + to] = look[from];
-  }
-}
-
-// Ticks from the least value to the greatest.
-bool putValues(Json& json, const DrawSide& side, double start, double delta) {
-  const double first = std::ceil((side.least - start) / delta - 1e-9);
-  const double last = std::floor((side.greatest - start) / delta + 1e-9);
-  if (!(last - first < mostTicks) || first > last) return false;
-  Json values = Json::array();
-  for (double i = first; i <= last; ++i) {
-    // Sums of decimal fractions, without their last digits.
-    values.push_back(numberJson(std::round((start + i * delta) * 1e9) / 1e9));
-  }
-  json["values"] = values;
-  return true;
-}
-
-void putDelta(Json& json, const PlXMajorTicks& ticks, const DrawSide& side) {
-  const double delta = ticks.getDelta();
-  if (!(delta > 0) || !std::isfinite(delta) || side.isDiscrete) return;
-  if (side.isDate) {
-    static constexpr std::pair<const char*, double> units[] = {
-        {"second", 1},    {"minute", 60},     {"hour", 3600},    {"day", 86400},
-        {"week", 604800}, {"month", 2592000}, {"year", 31536000}};
-    const std::string stated = attribute(ticks, u"deltaUnit");
-    for (const auto& [unit, seconds] : units) {
-      if (unit != stated && !(stated.empty() && seconds == 1)) continue;
-      // Vega counts the ticks one by one.
-      if ((side.greatest - side.least) / (1000 * seconds * delta) > mostTicks) return;
-      if (seconds > 604800) {
-        json["tickCount"] = {{"interval", unit}, {"step", numberJson(delta)}};
-      } else if (side.hasExtent()) {
-        // Vega knows steps of whole months only.
-        const double step = 1000 * seconds * delta;
-        const double base = dateOf(attribute(ticks, u"base"));
-        putValues(json, side, std::isnan(base) ? 0 : base, step);
-      }
-    }
-    return;
-  }
-  const std::string type = side.scale.value("type", "linear");
-  if (type == "log") return;
-  if (side.scale.contains("domain")) {
-    const double base = valueOf(attribute(ticks, u"base"), false);
-    if (putValues(json, side, std::isnan(base) ? 0 : base, delta)) return;
-  }
-  json["tickMinStep"] = numberJson(delta);
-}
-
-void putTicks(DrawContext& context, Json& json, const PlXMajorTicks& ticks, const DrawSide& side) {
-  putFont(json, "label", ticks.getStyle());
-  json["labels"] = isVisible(ticks.getStyle());
-  json["ticks"] = isVisible(ticks.getMarkStyle());
-  putLine(json, "tick", ticks.getMarkStyle());
-  if (const auto length = pixelsOf(attribute(ticks, u"length"))) {
-    const bool isInside = ticks.getPosition() == PlXMajorTicks::position_inside;
-    json["tickSize"] = numberJson(std::max(0.0, *length));
-    if (isInside) context.notes.tell(ticks, "ticks inside stand outside");
-  }
-  if (states(ticks, u"labelAngle")) {
-    const double angle = ticks.getLabelAngle();
-    if (std::isfinite(angle)) json["labelAngle"] = numberJson(std::fmod(-angle, 360));
-  } else if (side.isDiscrete && side.channel == "x") {
-    json["labelAngle"] = 0;
-  }
-  const auto formats = ticks.getFormats();
-  const PlXFormat* format = formats.empty() ? nullptr : formats[0];
-  if (!format && side.measure) format = formatOf(side.measure->variable);
-  if (format && !side.isDiscrete) {
-    json["labelExpr"] = textExpression("datum.value", format, side.isDate);
-  }
-  json["labelFlush"] = false;
-  if (side.isDiscrete) json["labelLimit"] = 250;
-  if (attribute(ticks, u"stagger") == "true" && side.isDiscrete && side.channel == "x") {
-    const std::string places =
-        Json(side.order).dump(-1, ' ', false, Json::error_handler_t::replace);
-    json["labelExpr"] =
-        "indexof(" + places + ", datum.value) % 2 ? [\"\", datum.label] : datum.label";
-  }
-  putDelta(json, ticks, side);
-  if (ticks.getTickFrameStyle() &&
-      isPainted(colorJson(attribute(*ticks.getTickFrameStyle(), u"color")))) {
-    context.notes.tell(ticks, "frames around labels are left out");
-  }
-  if (const PlXGridline* grid = ticks.getGridline()) {
-    json["grid"] = isVisible(grid->getStyle());
-    putLine(json, "grid", grid->getStyle());
-  }
-}
-
-}  // namespace
-
-std::optional<DerivedValues> derivedValues(const PlXAxis& axis) {
-  if (axis.getTransform() == PlXAxis::transform_none) return {};
-  std::map<std::string, double> parameters = {
-      {"base-ratio", 1}, {"derived-ratio", 1}, {"base-match", 0}, {"derived-match", 0}};
-  for (const PlXAxisTransformParameter* parameter : axis.getAxisTransformParameters()) {
-    const ChartString value(parameter->getParameterValue());
-    if (value.isNumber()) parameters[utf8(parameter->getParameterName())] = value.convertToDouble();
-  }
-  DerivedValues values;
-  values.step = parameters["base-ratio"] / parameters["derived-ratio"];
-  values.match = parameters["base-match"] - parameters["derived-match"] * values.step;
-  if (!std::isfinite(values.step) || values.step == 0) return {};
-  return values;
-}
-
-Json derivedAxisJson(DrawContext& context, const PlXAxis& axis, const DrawSide& side,
-                     const DerivedValues& values) {
-  DrawSide own = side;
-  own.measure = nullptr;
-  own.scale.erase("domain");
-  Json json = axisJson(context, axis, own);
-  const PlXMajorTicks* ticks = axis.getMajorTicks();
-  const auto formats = ticks ? ticks->getFormats() : std::vector<PlXFormat*>();
-  const std::string value =
-      "((datum.value - " + literal(values.match) + ") / " + literal(values.step) + ')';
-  json["labelExpr"] = textExpression(value, formats.empty() ? nullptr : formats[0], false);
-  json.erase("tickMinStep");
-  json["grid"] = false;
-  if (!json.contains("orient")) json["orient"] = side.channel == "x" ? "top" : "right";
-  const double delta = ticks ? ticks->getDelta() : 0;
-  if (delta > 0 && std::isfinite(delta)) {
-    // Ticks beyond the end aren't drawn.
-    for (int i = 0; i <= 50; ++i)
-      json["values"].push_back(numberJson(values.match + i * delta * values.step));
-  }
-  return json;
-}
-
-Json axisJson(DrawContext& context, const PlXAxis& axis, const DrawSide& side) {
-  Json json = Json::object();
-  const std::string title = labelText(axis.getLabel());
-  json["title"] = title.empty() ? Json() : Json(title);
-  if (axis.getLabel()) putFont(json, "title", axis.getLabel()->getStyle());
-  if (axis.getOpposite()) json["orient"] = side.channel == "x" ? "top" : "right";
-  json["domain"] = isVisible(axis.getStyle());
-  putLine(json, "domain", axis.getStyle());
-  json["grid"] = false;
-  if (const PlXMajorTicks* ticks = axis.getMajorTicks()) {
-    putTicks(context, json, *ticks, side);
-    if (ticks->getLabelFrequency() > 1) {
-      context.notes.tell(*ticks, "labels are thinned as they have room, not by their frequency");
-    }
-  } else {
-    json["labels"] = false;
-    json["ticks"] = false;
-  }
-  if (axis.getMinorTicks()) context.notes.tell(axis, "minor ticks are left out");
-  return json;
-}
+}  // namespace draw

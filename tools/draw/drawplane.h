@@ -2,6 +2,7 @@
 #ifndef CHARTXML_TOOLS_DRAWPLANE_H
 #define CHARTXML_TOOLS_DRAWPLANE_H
 
+#include <limits>
 #include <map>
 #include <optional>
 #include <string>
@@ -10,6 +11,8 @@
 #include "drawdata.h"
 #include "drawing.h"
 #include "drawlooks.h"
+
+namespace draw {
 
 // One thing that a visible legend explains. Legends are drawn by layers of their own, in the order
 // of the chart, since Vega-Lite would show them in that of drawing, and again in each panel.
@@ -24,7 +27,13 @@ struct DrawLegend {
 
   // The layer that shows nothing but the legend.
   Json layer() const;
+  // Takes up another one that explains the same categories, such as dashes beside colours; false
+  // when it explains something else.
+  bool takeUp(const DrawLegend& other);
 };
+
+// The layers of legends, in the order of the chart, those of the same categories as one.
+std::vector<Json> legendLayers(std::vector<DrawLegend*> legends);
 
 // What all parts of a picture are made with.
 struct DrawContext {
@@ -33,7 +42,11 @@ struct DrawContext {
   DrawNotes& notes;
   std::map<std::string, DrawLegend> legends;  // by the id of what they explain
   std::map<std::string, const PlXPopup*> popups;
+  NumberSigns signs;  // where a format states none
 };
+
+// A number, or a date in milliseconds since 1970, that a chart states; NaN for none.
+double placeOf(const std::string& text, bool isDate);
 
 // One of the two dimensions of a block.
 struct DrawSide {
@@ -49,9 +62,17 @@ struct DrawSide {
   Json scale = Json::object();
   Json axis = nullptr;
   double least = 1, greatest = 0;  // of numbers, as far as domain and data tell
-  double base = 1;                 // what bars stand on, on a log scale
+  double leastPositive = std::numeric_limits<double>::infinity();  // that is drawn, at least
+  double pixels = 0;
+  double base = 1;  // what bars stand on, on a log scale
 
+  // Takes a value into its extent.
+  void extend(double value);
   bool hasExtent() const { return least <= greatest; }
+  // Whether it ends where the chart says, whatever is drawn.
+  bool hasFixedDomain() const {
+    return !isDiscrete && scale.contains("domain") && scale["domain"].is_array();
+  }
   bool isLog() const { return scale.value("type", "") == "log"; }
   // The place of a value that the chart states: a number, a date or a category.
   Json datumOf(const std::string& text, const std::vector<const DrawField*>& fields) const;
@@ -106,16 +127,6 @@ class DrawPlane {
   std::vector<const DrawField*> fields_[2];
 };
 
-// The axis of a dimension, or of a level of facets.
-Json axisJson(DrawContext& context, const PlXAxis& axis, const DrawSide& side);
-
-// What a derived axis shows: the value v stands where the main axis has `match` + v * `step`.
-struct DerivedValues {
-  double match = 0, step = 1;
-};
-// Nothing for an axis that isn't derived.
-std::optional<DerivedValues> derivedValues(const PlXAxis& axis);
-Json derivedAxisJson(DrawContext& context, const PlXAxis& axis, const DrawSide& side,
-                     const DerivedValues& values);
+}  // namespace draw
 
 #endif

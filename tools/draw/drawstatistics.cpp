@@ -4,6 +4,8 @@
 #include <cmath>
 #include <numbers>
 
+namespace draw {
+
 Json calculation(const std::string& as, const std::string& expression) {
   return {{"calculate", expression}, {"as", as}};
 }
@@ -181,7 +183,7 @@ Bins addBins(Json& transforms, const DrawField& field, const PlXBinStatistic& st
   if (!(width > 0) && count >= 1) width = span / std::min(count, 1e4);
   // Vega counts the bins one by one.
   if (width > 0 && span / width > 1e5) width = 0;
-  Bins bins = {field.name + "_bin", field.name + "_end", width};
+  Bins bins = {field.name + "_bin", field.name + "_end", width, start};
   Json bin = Json::object();
   if (width > 0 && std::isfinite(width)) {
     bin["step"] = numberJson(width);
@@ -226,3 +228,5 @@ double densityAt(PlXDistributionStatistic::ENUM_distribution distribution, doubl
       return std::nan("");
   }
 }
+
+}  // namespace draw

@@ -8,6 +8,8 @@
 
 #include "drawplane.h"
 
+namespace draw {
+
 // Values for groups of rows. They are asked for one by one and then written as one aggregation with
 // what follows it, such as the sum of sums that shares are of.
 class Summary {
@@ -52,11 +54,14 @@ void putGroups(Json& transform, const std::vector<std::string>& keys);
 struct Bins {
   std::string low, high;
   double width = 0;
+  double start = 0;
 };
 Bins addBins(Json& transforms, const DrawField& field, const PlXBinStatistic& statistic);
 
 // The values of a density of a theoretical distribution; NaN for one that isn't known.
 double densityAt(PlXDistributionStatistic::ENUM_distribution distribution, double x, double first,
                  double second);
+
+}  // namespace draw
 
 #endif

@@ -10,7 +10,9 @@
 #include <unicode/locid.h>
 #include <unicode/unistr.h>
 
-#include "commandline.h"
+#include "failure.h"
+
+namespace draw {
 
 namespace {
 
@@ -83,3 +85,5 @@ NaturalKey naturalKey(const std::string& text) {
   key.group = isNumber ? 1 : key.rest < zero ? 0 : 2;
   return key;
 }
+
+}  // namespace draw

@@ -5,6 +5,8 @@
 #include <compare>
 #include <string>
 
+namespace draw {
+
 // Keys compare as their texts do. Made once for each text, as they cost more than comparing.
 struct NaturalKey {
   int group = 0;      // what stands before digits, then numbers, then all others
@@ -18,5 +20,7 @@ struct NaturalKey {
 // whole ones. The language is that of LC_ALL, LC_COLLATE or LANG, the first that is stated; one
 // that isn't known, C and POSIX have the order that most languages share.
 NaturalKey naturalKey(const std::string& text);
+
+}  // namespace draw
 
 #endif

@@ -18,6 +18,8 @@
 
 #include "commandline.h"
 
+namespace draw {
+
 namespace {
 
 class Descriptor {
@@ -178,3 +180,5 @@ std::string renderPicture(const std::string& plot, PictureForm form, const std::
                           bool isVerbose) {
   return form == PictureForm::Svg ? svgOf(plot, name, isVerbose) : pngOf(plot, name, isVerbose);
 }
+
+}  // namespace draw

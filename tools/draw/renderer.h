@@ -4,6 +4,8 @@
 
 #include <string>
 
+namespace draw {
+
 enum class PictureForm {
   Svg,  // by vl2svg
   Png,  // by vl2svg and rsvg-convert; without that one by vl2png
@@ -13,5 +15,7 @@ enum class PictureForm {
 // fails. What programs say beside that goes to standard error if it is wanted.
 std::string renderPicture(const std::string& plot, PictureForm form, const std::string& name,
                           bool isVerbose);
+
+}  // namespace draw
 
 #endif

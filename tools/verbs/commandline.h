@@ -11,6 +11,8 @@
 
 #include <xercesc/util/OutOfMemoryException.hpp>
 
+#include "failure.h"
+
 enum ExitCode : int {
   exitDone = 0,
   exitProblems = 1,  // problems were found, or a file couldn't be processed
@@ -53,18 +55,6 @@ extern const char validateHelp[];
 // has been written already.
 class UsageError : public std::runtime_error {
   using std::runtime_error::runtime_error;
-};
-
-// One file that can't be processed: a message, exit code 1, and on to the next file. The message
-// starts with the file's name.
-class Failure : public std::runtime_error {
-  using std::runtime_error::runtime_error;
-};
-
-// A file that there is no memory for.
-class NotEnoughMemory : public Failure {
- public:
-  explicit NotEnoughMemory(const std::string& file) : Failure(file + ": not enough memory") {}
 };
 
 // Thrown by readOptions() for --help.

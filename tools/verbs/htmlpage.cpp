@@ -9,6 +9,8 @@
 #include "drawchart.h"
 #include "files.h"
 
+using namespace draw;
+
 namespace fs = std::filesystem;
 
 namespace {

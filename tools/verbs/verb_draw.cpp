@@ -19,6 +19,8 @@
 #include "renderer.h"
 #include "templates.h"
 
+using namespace draw;
+
 const char drawHelp[] =
     R"(usage: chartxml draw [-t TEMPLATE]... [--html | --svg | --png] [-o OUT] CHART
        chartxml draw [-t TEMPLATE]... [--html | --svg | --png] --out-dir DIR CHART...
