@@ -360,7 +360,7 @@ std::vector<CTAesthetic*> BaseTemplate::getAesthetics(const CTElementType& eleme
 std::vector<PlXDimension*> BaseTemplate::getDimensionsByRole(const PlXGraph& graph,
                                                              const ChartString& role) const {
   std::vector<PlXDimension*> dimensions = dimensionsOf(graph, role);
-  becauseUnless(!dimensions.empty(), "there is no dimension", role);
+  if (!role.empty()) becauseUnless(!dimensions.empty(), "there is no dimension", role);
   return dimensions;
 }
 

@@ -29,10 +29,76 @@ ValueRule ruleOf(const DOMElement& element) {
       {"pattern", ValueRule::Kind::pattern},
   };
   for (const auto& [source, kind] : sources) {
-    const std::vector<std::string> words = annotation(element, source);
-    if (!words.empty()) return {kind, words, joined(words, ""), documentationOf(element)};
+    std::vector<std::string> words = annotation(element, source);
+    if (words.empty()) continue;
+    ValueRule rule{kind, {}, {}, joined(words, ""), documentationOf(element)};
+    for (std::string& word : words) {
+      const std::size_t end = kind == ValueRule::Kind::keys ? word.find('=') : word.npos;
+      if (end != word.npos) {
+        rule.wordsOfKeys[word.substr(0, end)] = split(word.substr(end + 1), '/');
+        word.erase(end);
+      }
+    }
+    rule.words = std::move(words);
+    return rule;
   }
   return {};
+}
+
+// "name" or "name=word|word"
+Condition conditionOf(const std::string& text) {
+  const std::size_t end = std::min(text.find('='), text.size());
+  return {text.substr(0, end), split(text.substr(std::min(end + 1, text.size())), '|')};
+}
+
+std::vector<Condition> conditionsOf(const DOMElement& element, const std::string& source) {
+  std::vector<Condition> conditions;
+  for (const std::string& text : annotation(element, source)) {
+    conditions.push_back(conditionOf(text));
+  }
+  return conditions;
+}
+
+Reading readingOf(const DOMElement& element) {
+  return {conditionsOf(element, "unread-beside"), conditionsOf(element, "read-beside"),
+          annotation(element, "read-with")};
+}
+
+std::vector<Need> needsOf(const DOMElement& element) {
+  std::vector<Need> needs;
+  for (const std::string& names : annotation(element, "needs")) {
+    needs.push_back({{}, split(names, '|')});
+  }
+  for (const bool isWithout : {true, false}) {
+    const auto pairs = annotation(element, isWithout ? "needs-where" : "idle-where");
+    for (std::size_t i = 0; i + 1 < pairs.size(); i += 2) {
+      needs.push_back({conditionOf(pairs[i]), split(pairs[i + 1], '|'), isWithout});
+    }
+  }
+  return needs;
+}
+
+// "name" or "name=attribute"
+std::map<std::string, std::string> standsForOf(const DOMElement& element) {
+  std::map<std::string, std::string> result;
+  for (const std::string& pair : annotation(element, "stands-for")) {
+    const std::size_t end = std::min(pair.find('='), pair.size());
+    result[pair.substr(0, end)] = end == pair.size() ? pair : pair.substr(end + 1);
+  }
+  return result;
+}
+
+SchemaChild childOf(const DOMElement& element) {
+  SchemaChild child;
+  child.documentation = documentationOf(element);
+  child.names = ruleOf(element);
+  child.standsFor = standsForOf(element);
+  const std::vector<std::string> taken = annotation(element, "taken");
+  if (!taken.empty()) child.taken = taken[0];
+  if (taken.size() > 1) child.takenWith = taken[1];
+  child.isDeep = !annotation(element, "depth").empty();
+  child.reading = readingOf(element);
+  return child;
 }
 
 // Reads the definitions below the root of a schema.
@@ -52,9 +118,7 @@ class SchemaReader {
       if (kind != "element") continue;
       SchemaElement& entry = result[name];
       entry.documentation = documentationOf(*element);
-      for (const std::string& need : annotation(*element, "needs")) {
-        entry.needs.push_back(split(need, '|'));
-      }
+      entry.needs = needsOf(*element);
       addType(attribute(*element, u"type"), entry);
       addAttributes(*element, entry);
       addChildren(name, entry);
@@ -83,7 +147,9 @@ class SchemaReader {
       ValueRule rule = ruleOf(*each);
       const DOMElement* type = named("simpleType", attribute(*each, u"type"));
       if (rule.kind == ValueRule::Kind::any && type) rule = ruleOf(*type);
-      entry.attributes[attribute(*each, u"name")] = {documentationOf(*each), std::move(rule)};
+      entry.attributes[attribute(*each, u"name")] = {documentationOf(*each), std::move(rule),
+                                                     readingOf(*each),
+                                                     joined(annotation(*each, "otherwise"), " ")};
     }
     for (const DOMElement* each : descendants(holder, SchemaSymbols::fgELT_ANYATTRIBUTE)) {
       if (!documentationOf(*each).empty()) entry.readsAllAttributes = true;
@@ -94,8 +160,7 @@ class SchemaReader {
     const DOMElement* group = named("group", groupName);
     if (!group) return;
     for (const DOMElement* each : descendants(*group, SchemaSymbols::fgELT_ELEMENT)) {
-      entry.children[attribute(*each, u"ref")] = {documentationOf(*each), ruleOf(*each),
-                                                  joined(annotation(*each, "taken"), "")};
+      entry.children[attribute(*each, u"ref")] = childOf(*each);
     }
     for (const DOMElement* each : descendants(*group, SchemaSymbols::fgELT_GROUP)) {
       addChildren(attribute(*each, u"ref"), entry);
@@ -142,20 +207,54 @@ bool contains(const std::vector<std::string>& words, const std::string& word) {
   return std::find(words.begin(), words.end(), word) != words.end();
 }
 
-// The keys of pairs "key:value" that are none of the known ones.
-std::vector<std::string> problemsOfKeys(const std::string& text,
-                                        const std::vector<std::string>& known) {
+// The keys of pairs "key:value" that are none of the known ones, and values without a meaning.
+std::vector<std::string> problemsOfKeys(const std::string& text, const ValueRule& rule) {
   std::vector<std::string> problems;
   for (std::string pair : split(text, ';')) {
     pair.erase(0, pair.find_first_not_of(':'));
-    const std::string key = pair.substr(0, pair.find(':'));
-    if (key.empty() || contains(known, key)) continue;
-    problems.push_back("key '" + key + "' is unknown" + suggestion(key, known));
+    const std::size_t end = std::min(pair.find(':'), pair.size());
+    const std::string key = pair.substr(0, end);
+    const std::string value = pair.substr(std::min(end + 1, pair.size()));
+    const auto words = rule.wordsOfKeys.find(key);
+    if (words != rule.wordsOfKeys.end() && !contains(words->second, value)) {
+      problems.push_back("'" + value + "' of key '" + key + "' is none of " +
+                         joined(words->second, ", "));
+    }
+    if (key.empty() || contains(rule.words, key)) continue;
+    problems.push_back("key '" + key + "' is unknown" + suggestion(key, rule.words));
   }
   return problems;
 }
 
 }  // namespace
+
+bool Condition::holds(const TemplateNode& node, const SchemaElement& element) const {
+  const std::string value = node.valueOf(name);
+  if (!words.empty()) return contains(words, value);
+  if (std::ranges::find(node.children, name, &TemplateNode::name) != node.children.end()) {
+    return true;
+  }
+  const auto known = element.attributes.find(name);
+  const bool isPassedOver = known != element.attributes.end() && known->second.otherwise.empty() &&
+                            !known->second.rule.problemsOf(value).empty();
+  return !value.empty() && !isPassedOver;
+}
+
+std::string Condition::text() const {
+  return '\'' + name + (words.empty() ? "" : "=" + joined(words, "|")) + '\'';
+}
+
+std::string Reading::problemIn(const TemplateNode& node, const SchemaElement& element) const {
+  for (const Condition& each : unreadBeside) {
+    if (each.holds(node, element)) return "is not read beside " + each.text();
+  }
+  std::string names;
+  for (const Condition& each : readBeside) {
+    if (each.holds(node, element)) return {};
+    names += (names.empty() ? "" : " or ") + each.text();
+  }
+  return names.empty() ? names : "is read only beside " + names;
+}
 
 std::vector<std::string> ValueRule::problemsOf(const std::string& value) const {
   const std::string quoted = '\'' + value + '\'';
@@ -171,7 +270,7 @@ std::vector<std::string> ValueRule::problemsOf(const std::string& value) const {
       break;
     }
     case Kind::keys:
-      return problemsOfKeys(value, words);
+      return problemsOfKeys(value, *this);
     case Kind::pattern:
       if (RegularExpression(pattern.c_str(), "X").matches(ChartString(value.c_str()).xc_str())) {
         break;

@@ -1,0 +1,72 @@
+// What a template asks for, and what of it does nothing or something else than it seems to.
+#ifndef CHARTXML_TOOLS_EXPLANATION_H
+#define CHARTXML_TOOLS_EXPLANATION_H
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "chartschema.h"
+#include "commandschema.h"
+#include "templatenode.h"
+
+// What is passed over may go: with any chart, the template does the same without it.
+struct Finding {
+  enum class PassedOver { nothing, node, attribute };
+
+  const TemplateNode* node = nullptr;
+  std::string message;
+  PassedOver passedOver = PassedOver::nothing;
+  std::string attribute;
+};
+
+// Goes through one template. Each node is told before what lies in it.
+class Explanation {
+ public:
+  // All must outlive the object.
+  Explanation(const CommandSchema& schema, const ChartElements& charts, const TemplateNode& root);
+
+  // A line for each element, attribute and text: its line in the file, and what it means.
+  std::string listing() const { return listing_.str(); }
+  const std::vector<Finding>& findings() const { return findings_; }
+
+ private:
+  using PassedOver = Finding::PassedOver;
+  struct Place {
+    const TemplateNode* node;
+    const SchemaElement* element;
+  };
+  struct Reader {
+    const TemplateNode* node;
+    const SchemaElement* element;
+    const SchemaChild* child;
+  };
+
+  void addLine(const TemplateNode& node, std::size_t depth, const std::string& what,
+               const std::string& effect, const std::string& meaning = {});
+  void addFinding(const TemplateNode& node, const std::string& message, PassedOver passedOver,
+                  const std::string& attribute = {});
+  void addTextOfRoot(const TemplateNode& node);
+  void addCommand(const TemplateNode& node);
+  void addContent(const TemplateNode& node, const SchemaElement& element, const SchemaChild* child,
+                  std::size_t depth);
+  void addNeeds(const TemplateNode& node, const SchemaElement& element);
+  std::vector<Reader> readersOf(const std::string& name) const;
+  static std::string problemOf(const TemplateNode& node, const Reader& reader);
+  bool holdsRead(const TemplateNode& node) const;
+  void addChild(const TemplateNode& parent, const TemplateNode& node, const SchemaElement& element,
+                std::size_t depth);
+  void addBlanks(const TemplateNode& list);
+  void addAttribute(const TemplateNode& node, const SchemaElement& element,
+                    const SchemaChild* child, std::size_t depth, const std::string& name,
+                    const std::string& value);
+  void addWritten(const TemplateNode& node, const SchemaElement& element, std::size_t depth);
+
+  const CommandSchema& schema_;
+  const ChartElements& charts_;
+  std::vector<Place> path_;  // from the command to the element that is gone through
+  std::ostringstream listing_;
+  std::vector<Finding> findings_;
+};
+
+#endif
