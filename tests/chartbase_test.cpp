@@ -10,6 +10,7 @@
 #include "pathfactory.h"
 #include "plxframes.h"
 #include "plxstyle.h"
+#include "testplaces.h"
 #include "testsupport.h"
 
 using namespace xercesc;

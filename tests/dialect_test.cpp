@@ -17,6 +17,7 @@
 #include <xercesc/parsers/XercesDOMParser.hpp>
 
 #include "accessorwalk.h"
+#include "testplaces.h"
 
 using namespace xercesc;
 

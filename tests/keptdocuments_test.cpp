@@ -9,6 +9,7 @@
 #include "commandcases.h"
 #include "grammarpool.h"
 #include "pathfactory.h"
+#include "testplaces.h"
 #include "xmlwriter.h"
 
 namespace {

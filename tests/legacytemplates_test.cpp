@@ -11,6 +11,7 @@
 #include "commandcases.h"
 #include "commandschema.h"
 #include "legacytemplateconverter.h"
+#include "testplaces.h"
 
 using namespace xercesc;
 

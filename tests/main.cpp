@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "pathfactory.h"
+#include "testplaces.h"
 
 // The tests hold the library's objects themselves, so it can't find the installation by its place.
 int main(int argc, char** argv) {

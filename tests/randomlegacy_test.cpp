@@ -5,6 +5,7 @@
 #include "charttemplate.h"
 #include "commands.h"
 #include "randomedits.h"
+#include "testplaces.h"
 
 using namespace xercesc;
 

@@ -276,15 +276,6 @@ TEST_F(Rows, AreKeptUpToTheLimits) {
   EXPECT_EQ(chart.getEntireXML(nullptr), chart.getXML(nullptr));
   expectTheSame(text);
   zlib1211tavo::setInflateLimit(limit);
-
-  std::string rows;
-  const std::string row = "<row>" + std::string(1 << 20, '1') + "</row>";
-  while (rows.size() <= ChartTransformer::longestKeptText) rows += row;
-  ChartTransformer large(chartText(sourceText(rows)));
-  EXPECT_TRUE(large.getEntireXML(nullptr).find(rows) != rows.npos);
-  std::string data;
-  EXPECT_TRUE(zlib1211tavo::decompressString(data, large.getCompressedData()));
-  EXPECT_TRUE(data.find(rows) != data.npos);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 
 #include "chartparser.h"
 #include "pathfactory.h"
+#include "testplaces.h"
 #include "testsupport.h"
 #include "xmlwriter.h"
 

@@ -9,6 +9,7 @@
 #include "commandoutcome.h"
 #include "commands.h"
 #include "tavogotocaller.h"
+#include "testplaces.h"
 
 using namespace xercesc;
 
@@ -165,10 +166,10 @@ std::unique_ptr<BaseTemplate> failingCommand(const PlXVisualization*, PlXVisuali
 
 TEST(Template, TellsCommandsThatCantBeMade) {
   EditedChart chart("");
-  const Command table[] = {{u"a", "", &failingCommand<0>},
-                           {u"b", "", &failingCommand<1>},
-                           {u"c", "", &failingCommand<2>},
-                           {u"d", "", commands()[0].make}};
+  const Command table[] = {{u"a", "", "", &failingCommand<0>},
+                           {u"b", "", "", &failingCommand<1>},
+                           {u"c", "", "", &failingCommand<2>},
+                           {u"d", "", "", commands()[0].make}};
   const LogFolder folder;
   const auto process = [&](const char* elements) {
     const Fragment fragment(elements);

@@ -17,6 +17,7 @@
 #include "domwalk.h"
 #include "grammarpool.h"
 #include "plxframes.h"
+#include "testplaces.h"
 #include "testsupport.h"
 
 using namespace xercesc;

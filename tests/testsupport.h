@@ -40,9 +40,8 @@ inline std::vector<std::string> xmlFiles(const std::string& folder) {
   return files;
 }
 
-inline std::vector<std::string> exampleFiles() {
-  return xmlFiles(CHARTXML_EXAMPLES);
-}
+// The example charts.
+std::vector<std::string> exampleFiles();
 
 // Sets the variables of the log and the dumps for its scope, over a new folder that goes with it.
 class LogFolder {

@@ -9,6 +9,7 @@
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/framework/LocalFileInputSource.hpp>
 
+#include "testplaces.h"
 #include "testsupport.h"
 #include "treeentityresolver.h"
 #include "zlib1211tavo.h"

@@ -13,6 +13,7 @@
 #include <random>
 #include <sstream>
 
+#include "testplaces.h"
 #include "zlib1211tavo.h"
 #include "zlibstreams.h"
 

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "numbertext.h"
+#include "plainrows.h"
 #include "utf.h"
 #include "vardataprocessor.h"
 #include "zlib1211tavo.h"
@@ -20,9 +21,10 @@ using Problem = XmlDataHandler::Problem;
 using Keep = XmlDataHandler::Keep;
 using xmldata::Form;
 
-constexpr std::string_view rowStart = "<row>";
-constexpr std::string_view emptyRow = "<row/>";
-constexpr std::string_view rowEnd = "</row>";
+using plainrows::emptyRow;
+using plainrows::rowEnd;
+using plainrows::rowStart;
+
 constexpr std::string_view namesStart = "<names>";
 constexpr std::string_view namesEnd = "</names>";
 constexpr std::string_view noNames = "<names/>";
@@ -31,7 +33,7 @@ constexpr std::string_view cellStart = "<dataValue name=\"";
 constexpr std::size_t npos = std::string_view::npos;
 
 std::string_view elementOf(Form form) {
-  return form == Form::Current ? "embeddedSource" : "source";
+  return form == Form::Current ? plainrows::sourceName : "source";
 }
 
 // memmem looks at several bytes at once, which the standard library's search doesn't.

@@ -13,6 +13,7 @@
 #include "chartparser.h"
 #include "domwalk.h"
 #include "grammarpool.h"
+#include "memoryfailure.h"
 #include "modelstore.h"
 #include "placeholders.h"
 #include "plxframes.h"
@@ -58,7 +59,9 @@ DOMElement* elementWithAttribute(DOMNode* root, const XMLCh* tag, const XMLCh* a
 
 // Reports and dumps a text whose parse has failed.
 void reportParse(const std::string& text, const char* message, unsigned line) {
-  ChartBase::printString(text, "parseError_", ".xml", 0, ChartBase::PRINT_PARSE_ERROR);
+  unlessMemoryFails(false, [&] {
+    return ChartBase::printString(text, "parseError_", ".xml", 0, ChartBase::PRINT_PARSE_ERROR);
+  });
   report(message, __FILE__, line);
 }
 
@@ -182,8 +185,9 @@ int ChartBase::AddAttributeDoc(DOMDocument* doc, DOMElement* element, const XMLC
 bool ChartBase::ValidXML(const std::string& text) {
   // Without an object the parser library may not have been started.
   const LibraryUse use;
-  ChartParser parser(grammarpool::Kind::Charts);
-  const bool isValid = parser.parseText(text, sourceName);
+  const bool isValid = unlessMemoryFails(false, [&] {
+    return ChartParser(grammarpool::Kind::Charts).parseText(text, sourceName);
+  });
   if (!isValid) reportParse(text, "XML stream validation error", __LINE__);
   return isValid;
 }
@@ -225,27 +229,31 @@ void ChartBase::printDebugInfo(const std::string& message) {
 }
 
 ChartParser& ChartBase::parser() {
-  if (!parser_) parser_ = std::make_unique<ChartParser>(grammarpool::Kind::Charts);
-  return *parser_;
+  return ChartParser::usable(parser_, grammarpool::Kind::Charts);
 }
 
 bool ChartBase::parse(const std::string& text) {
-  if (parser().parseText(text, sourceName)) return true;
+  try {
+    if (parser().parseText(text, sourceName)) return true;
+  } catch (const std::bad_alloc&) {
+    reportParse(text, "parseDocument fatal error while parsing: not enough memory", __LINE__);
+    throw;
+  }
   reportParse(text, "parseDocument fatal error while parsing", __LINE__);
-  parser().dropDocument();
   return false;
 }
 
 DOMDocument* ChartBase::parseDocument(const std::string& text) {
-  return parse(text) ? parser().getDocument() : nullptr;
+  const bool isParsed = unlessMemoryFails(false, [&] { return parse(text); });
+  return isParsed ? parser_->getDocument() : nullptr;
 }
 
 DOMDocument* ChartBase::parseOwned(const std::string& text) {
-  return parse(text) ? parser().adoptDocument() : nullptr;
+  return parse(text) ? parser_->adoptDocument() : nullptr;
 }
 
 DOMDocument* ChartBase::tryOwned(const std::string& text) {
-  return parser().tryText(text, sourceName) ? parser().adoptDocument() : nullptr;
+  return parser().tryText(text, sourceName) ? parser_->adoptDocument() : nullptr;
 }
 
 void ChartBase::releaseDocument(DOMDocument* doc) {

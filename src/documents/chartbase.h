@@ -168,10 +168,11 @@ class CHARTXML_API ChartBase {
   using Attributes = std::initializer_list<std::pair<const XMLCh*, const XMLCh*>>;
   static xercesc::DOMDocument* newDocument(const XMLCh* root, Attributes attributes);
 
-  // As parseDocument(), but the document is the caller's to release.
+  // As parseDocument(), but the document is the caller's to release, before the object goes. Throws
+  // std::bad_alloc for lack of memory.
   xercesc::DOMDocument* parseOwned(const std::string& text);
   // The same for a text of the schemas that all documents share. Null for any other and where
-  // parseOwned() fails, but without a trace of it in log and dumps.
+  // parseOwned() answers null, but without a trace of it in log and dumps.
   xercesc::DOMDocument* tryOwned(const std::string& text);
 
   // Not owned; null until a derived class sets it.

@@ -9,7 +9,7 @@
 
 #include "chartbase.h"
 
-class DataText;
+class ChartData;
 struct CommandOutcome;
 namespace rowseparator {
 struct Separated;
@@ -20,16 +20,13 @@ struct Separated;
 // source that was taken out.
 //
 // The data that was taken out is kept as text, which takes no time but memory. It is compressed
-// when it is first asked for in that form, and kept as both from then on. A text of more than
-// `longestKeptText` is compressed at once, and kept as that alone.
+// when it is first asked for in that form, and kept as both from then on.
 //
 // All texts are UTF-8; the `encoding` arguments have no effect. A compressed text is a zlib stream:
 // its first byte is 'x'. An object that could make no chart of what it was given answers empty
 // texts; output operations don't throw. Only a TavoGoToCaller always passes.
 class CHARTXML_API ChartTransformer : public ChartBase {
  public:
-  static constexpr std::size_t longestKeptText = 32 << 20;  // bytes
-
   // Chart text with its data inside. Exceptions of the model leave the constructor.
   explicit ChartTransformer(const std::string& chartText);
   // What getCompressedXML and getCompressedData gave. The data is stored as it is and read when it
@@ -87,22 +84,13 @@ class CHARTXML_API ChartTransformer : public ChartBase {
   bool openWithoutRows(const std::string& text);
   // With null the sources still hold their rows.
   void separateData(rowseparator::Separated* rows);
-  bool isStreamHeld() const { return dataStream_ && dataStreamLength_ > 0; }
-  // False when there is no data or it can't be read.
-  bool readDataText(std::string& text) const;
   xercesc::DOMDocument* readData(Owner owner);
   // Merges without a parser; false when that might not give the same.
   bool mergeText(const XMLCh* encoding, std::string& text);
 
   std::unique_ptr<xercesc::DOMDocument> chart_;
   std::unique_ptr<PlXVisualization> model_;  // over chart_
-  std::unique_ptr<DataText> dataText_;       // the data, unless null
-  // The data where there is no text of it; else what was made of that, or empty.
-  std::string compressedData_;
-  // True when the stored data is as compressDocument writes it: reading it again changes nothing.
-  bool isDataPrinted_ = false;
-  const unsigned char* dataStream_ = nullptr;  // the caller's
-  unsigned long dataStreamLength_ = 0;
+  std::unique_ptr<ChartData> data_;          // never null
 };
 
 #endif

@@ -1,5 +1,7 @@
 #include "chartparser.h"
 
+#include <new>
+
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/framework/XMLGrammarPool.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
@@ -8,6 +10,7 @@
 #include "chartstring.h"
 #include "datatypeerror.h"
 #include "grammarpool.h"
+#include "memoryfailure.h"
 #include "plxextension.h"
 #include "tavogotocaller.h"
 #include "treeentityresolver.h"
@@ -92,6 +95,15 @@ ChartParser::ChartParser(grammarpool::Kind kind, XMLGrammarPool* grammars)
   setSecurityManager(&expansions());
 }
 
+ChartParser& ChartParser::usable(std::unique_ptr<ChartParser>& parser, grammarpool::Kind kind) {
+  if (!parser || parser->isSpent_) {
+    auto next = asBadAlloc([kind] { return std::make_unique<ChartParser>(kind); });
+    if (parser && parser->hasDocuments_) next->former_ = std::move(parser);
+    parser = std::move(next);
+  }
+  return *parser;
+}
+
 bool ChartParser::parseText(const std::string& text, const char* sourceName) {
   isServed_ = grammarpool::serves(kind_, grammars_, text);
   ChartErrorHandler handler;
@@ -102,27 +114,35 @@ bool ChartParser::tryText(const std::string& text, const char* sourceName) {
   isServed_ = grammarpool::serves(kind_, grammars_, text);
   if (!isServed_) return false;
   SilentErrorHandler handler;
-  if (parseUnder(handler, text, sourceName)) return true;
-  dropDocument();
-  return false;
+  return parseUnder(handler, text, sourceName);
 }
 
 // Exceptions end here: those of the parser hold memory that goes with it.
 bool ChartParser::parseUnder(ErrorHandler& handler, const std::string& text,
                              const char* sourceName) {
+  forgetDocument();
   const HandlerLoan loan(*this, kind_, handler);
   useCachedGrammarInParse(isServed_);
   isEnded_ = false;
   hasExternalSubset_ = false;
   names_.clear();
+  // Until the parse ends in order: what it holds may be in any state.
+  isSpent_ = true;
   try {
     parseBounded(text, sourceName);
+    isSpent_ = false;
+    hasDocuments_ = true;
     return true;
   } catch (const TavoGoToCaller&) {
     throw;
+  } catch (const std::bad_alloc&) {
+  } catch (const OutOfMemoryException&) {
   } catch (...) {
-    return false;
+    isSpent_ = false;
   }
+  dropDocument();
+  if (isSpent_) throw std::bad_alloc();
+  return false;
 }
 
 void ChartParser::parseBounded(const std::string& text, const char* sourceName) {
@@ -139,8 +159,17 @@ void ChartParser::parseBounded(const std::string& text, const char* sourceName) 
   if (!isEnded_) refuse(u"the document could not be read to its end");
 }
 
+// Documents of earlier parses are untouched.
 void ChartParser::dropDocument() {
-  if (DOMDocument* document = adoptDocument()) document->release();
+  DOMDocument* document = adoptDocument();
+  if (!document) return;
+  document->release();
+  forgetDocument();
+}
+
+// Whatever happens, the document is then the one of the next parse.
+void ChartParser::forgetDocument() {
+  asBadAlloc([this] { reset(); });
 }
 
 // Values are checked by datatype validators, whose exceptions come here as errors of the

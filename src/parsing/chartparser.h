@@ -2,6 +2,7 @@
 #ifndef CHARTXML_CHARTPARSER_H
 #define CHARTXML_CHARTPARSER_H
 
+#include <memory>
 #include <string>
 #include <unordered_set>
 
@@ -22,9 +23,14 @@ class ChartParser : public BoundedParser<xercesc::XercesDOMParser> {
  public:
   explicit ChartParser(grammarpool::Kind kind);
 
-  // Parses under a ChartErrorHandler of its own, which logs what ends the parse; false then. The
-  // document is that of getDocument(). The log names the text by `sourceName`. Only a
-  // TavoGoToCaller passes.
+  // A parser to parse with: the one in `parser`, or a new one there when it has none or memory has
+  // failed it. The new one keeps the other, whose documents live in its memory.
+  static ChartParser& usable(std::unique_ptr<ChartParser>& parser, grammarpool::Kind kind);
+
+  // Parses under a ChartErrorHandler of its own, which logs what ends the parse; false then, and
+  // there is no document. Else it is that of getDocument(). The log names the text by `sourceName`.
+  // Throws std::bad_alloc for lack of memory, and mustn't be used for another text then; beside it
+  // only a TavoGoToCaller passes.
   bool parseText(const std::string& text, const char* sourceName);
   // The same for a text that the shared grammars serve. False for any other, and nothing is logged.
   bool tryText(const std::string& text, const char* sourceName);
@@ -36,9 +42,6 @@ class ChartParser : public BoundedParser<xercesc::XercesDOMParser> {
   const xercesc::DOMDocument* document() const {
     return const_cast<ChartParser*>(this)->getDocument();
   }
-
-  // Frees what a failed parse has left; documents of earlier parses are untouched.
-  void dropDocument();
 
  protected:
   void error(const unsigned int code, const XMLCh* const domain, const ErrTypes type,
@@ -57,6 +60,8 @@ class ChartParser : public BoundedParser<xercesc::XercesDOMParser> {
  private:
   ChartParser(grammarpool::Kind kind, xercesc::XMLGrammarPool* grammars);
   bool parseUnder(xercesc::ErrorHandler& handler, const std::string& text, const char* sourceName);
+  void dropDocument();
+  void forgetDocument();
   void parseBounded(const std::string& text, const char* sourceName);
   const XMLCh* encoding() const override;
   [[noreturn]] void refuse(const XMLCh* reason) override;
@@ -68,6 +73,9 @@ class ChartParser : public BoundedParser<xercesc::XercesDOMParser> {
 
   const grammarpool::Kind kind_;
   const xercesc::XMLGrammarPool* grammars_;  // null for schemas of its own
+  std::unique_ptr<ChartParser> former_;  // that memory has failed
+  bool isSpent_ = false;
+  bool hasDocuments_ = false;
   bool isServed_ = false;
   bool isEnded_ = false;
   bool hasExternalSubset_ = false;

@@ -11,6 +11,7 @@
 #include <xercesc/framework/LocalFileInputSource.hpp>
 #include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/parsers/XercesDOMParser.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
 
 #include "charterrorhandler.h"
 #include "charthost.h"
@@ -192,6 +193,10 @@ std::unique_ptr<grammarpool::Grammars> grammarpool::read(Kind kind, const std::s
     }
     if (kind == Kind::Trees && !readOtherDisplaySchema(parser, folder)) return nullptr;
     if (files) files->merge(handler.files);
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (const OutOfMemoryException&) {
+    throw std::bad_alloc();
   } catch (...) {
     // Parsers meet the same failure when they read the schema themselves, and report it.
     return nullptr;

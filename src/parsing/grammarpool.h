@@ -28,6 +28,7 @@ class Grammars : public xercesc::XMLGrammarPoolImpl {
 
 // The locked pool over the schemas of that kind in the installation's folder, made by the first
 // call for that folder. Null for None, when nobody holds the pools or the schemas can't be read.
+// This and read() throw std::bad_alloc for lack of memory, which leaves nothing behind.
 xercesc::XMLGrammarPool* shared(Kind kind);
 
 // True for a document that a parser with this pool may read with the pool's schemas: its root is of

@@ -8,6 +8,7 @@
 
 #include <xercesc/framework/BinOutputStream.hpp>
 #include <xercesc/util/BinMemInputStream.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
 
 using namespace xercesc;
 
@@ -69,6 +70,10 @@ std::unique_ptr<grammarpool::Grammars> storedgrammars::read(grammarpool::Kind ki
                              BinMemInputStream::BufOpt_Reference);
     // The first that the parser library looks at is the number of its way of keeping grammars.
     grammars->deserializeGrammars(&stream);
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (const OutOfMemoryException&) {
+    throw std::bad_alloc();
   } catch (...) {
     return nullptr;
   }

@@ -30,7 +30,8 @@ std::unique_ptr<BaseTemplate> makeCommand(const PlXVisualization* source, PlXVis
   return std::make_unique<T>(source, target, command);
 }
 
-#define COMMAND(element, type, sentence) {u"" element, sentence, &makeCommand<type>},
+#define COMMAND(element, type, family, sentence) \
+  {u"" element, family, sentence, &makeCommand<type>},
 constexpr Command allCommands[] = {
 #include "commands.inc"
 };

@@ -31,10 +31,11 @@ struct CommandOutcome;
 // A ChartBase must live as long as the object does.
 class CHARTXML_API ChartTemplate {
  public:
-  // The name of a command's element, and a sentence on what it does. The texts live as long as the
-  // process.
+  // The name of a command's element, a heading for it and its kin, and a sentence on what it does.
+  // The texts live as long as the process.
   struct CommandInfo {
     const XMLCh* element;
+    const char* family;
     const char* sentence;
   };
   // The commands that this version of the library has.

@@ -7,11 +7,11 @@
 
 #include "basetemplate.h"
 
-#define COMMAND(element, type, sentence) \
-  class type : public BaseTemplate {     \
-   public:                               \
-    using BaseTemplate::BaseTemplate;    \
-    bool ProcessCommand() override;      \
+#define COMMAND(element, type, family, sentence) \
+  class type : public BaseTemplate {             \
+   public:                                       \
+    using BaseTemplate::BaseTemplate;            \
+    bool ProcessCommand() override;              \
   };
 #include "commands.inc"
 #undef COMMAND
@@ -19,6 +19,7 @@
 // What the dispatcher, the tool and the tests know of a command.
 struct Command {
   const XMLCh* element;
+  const char* family;
   const char* sentence;
   std::unique_ptr<BaseTemplate> (*make)(const PlXVisualization* source, PlXVisualization& target,
                                         const xercesc::DOMElement* command);

@@ -170,20 +170,25 @@ TreeTransformer::~TreeTransformer() = default;
 
 void TreeTransformer::openDisplay(const std::string& displayXml) {
   guarded("TreeTransformer fatal error", __LINE__, [&] {
-    treeParser_ = std::make_unique<ChartParser>(grammarpool::Kind::Trees);
     display_ = parseOwned(displayXml.empty() ? SetupDisplayData() : displayXml, displayFrame.root);
   });
 }
 
+// Throws std::bad_alloc for lack of memory.
 bool TreeTransformer::parse(const std::string& xml) {
-  if (treeParser_ && treeParser_->parseText(xml, sourceName)) return true;
+  if (ChartParser::usable(treeParser_, grammarpool::Kind::Trees).parseText(xml, sourceName)) {
+    return true;
+  }
   report("TreeTransformer::parseDocument() fatal error", sourceName, __LINE__);
-  if (treeParser_) treeParser_->dropDocument();
   return false;
 }
 
 DOMDocument* TreeTransformer::parseDocument(const std::string& xml) {
-  return parse(xml) ? treeParser_->getDocument() : nullptr;
+  DOMDocument* document = nullptr;
+  guarded("TreeTransformer::parseDocument() fatal error", __LINE__, [&] {
+    if (parse(xml)) document = treeParser_->getDocument();
+  });
+  return document;
 }
 
 // The parser no longer knows the document, so that it may be released before the parser goes. Null,
