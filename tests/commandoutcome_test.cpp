@@ -32,8 +32,8 @@ constexpr std::pair<const char*, const char*> forms[] = {
     {"[margin]", "<setAxisMargin role='x' upperMargin='1%'/>"},
     {"[text]", "<setGenericAttributes elementName='text' text="},
     {"[D]",
-     "<categoricalDomain id='d'><simpleSort method='natural' descending='false'/>"
-     "<variableReference ref='v'/></categoricalDomain>"
+     "<categoricalDomain id='d'><variableReference ref='v'/>"
+     "<simpleSort method='natural' descending='false'/></categoricalDomain>"
      "<sourceVariable id='v' domain='d' categorical='true'/>"
      "<graph><coordinates><dimension/><dimension/></coordinates><interval><x variable='v'/>"
      "</interval></graph>"},
@@ -123,7 +123,7 @@ TEST(ChangeJournal, ComparesWithWhatStoodBefore) {
 
   // Only the top of what is new or gone is told.
   line(0).addX()->setVariable(*chart.addDerivedVariable(u"v"));
-  EXPECT_EQ(textOf(journal.take()), "+derivedVariable=v +x");
+  EXPECT_EQ(textOf(journal.take()), "+x +derivedVariable=v");
   line(0).getX()->getVariable()->setLabel(u"V");
   line(0).setName(u"n");
   graph.removeElement(line(0));

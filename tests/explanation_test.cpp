@@ -62,7 +62,8 @@ TEST(Explanation, TellsWhatDoesNothing) {
     const Fragment fragment(row.at(0));
     const TemplateNode root = nodeOf(*fragment.root());
     std::string told;
-    for (const Finding& each : Explanation(schema, charts, root).findings()) {
+    const Explanation explanation(schema, charts, root);
+    for (const Finding& each : explanation.findings()) {
       told += told.empty() ? "" : "\n";
       told += (each.passedOver == Finding::PassedOver::nothing ? "" : "-") + each.message;
     }

@@ -228,12 +228,18 @@ std::vector<std::string> problemsOfKeys(const std::string& text, const ValueRule
 
 }  // namespace
 
+bool holdsElement(const TemplateNode& node, const std::string& name, bool atAnyDepth) {
+  return std::ranges::any_of(node.children, [&](const TemplateNode& child) {
+    return child.name == name || (atAnyDepth && holdsElement(child, name, true));
+  });
+}
+
 bool Condition::holds(const TemplateNode& node, const SchemaElement& element) const {
   const std::string value = node.valueOf(name);
   if (!words.empty()) return contains(words, value);
-  if (std::ranges::find(node.children, name, &TemplateNode::name) != node.children.end()) {
-    return true;
-  }
+  const auto child = element.children.find(name);
+  const bool isDeep = child != element.children.end() && child->second.isDeep;
+  if (holdsElement(node, name, isDeep)) return true;
   const auto known = element.attributes.find(name);
   const bool isPassedOver = known != element.attributes.end() && known->second.otherwise.empty() &&
                             !known->second.rule.problemsOf(value).empty();

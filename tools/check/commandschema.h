@@ -24,6 +24,8 @@ struct ValueRule {
   std::vector<std::string> problemsOf(const std::string& value) const;
 };
 
+bool holdsElement(const TemplateNode& node, const std::string& name, bool atAnyDepth);
+
 struct SchemaElement;
 
 // What stands in an element: an attribute that is read or a child, or with words an attribute that

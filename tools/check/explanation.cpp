@@ -22,10 +22,7 @@ void forElementsBelow(const TemplateNode& top, bool deep, Visit visit) {
 
 // An attribute that isn't empty, or an element at any depth.
 bool holds(const TemplateNode& node, const std::string& name) {
-  bool isHeld = !node.valueOf(name).empty();
-  forElementsBelow(node, true,
-                   [&](const TemplateNode& each) { isHeld = isHeld || each.name == name; });
-  return isHeld;
+  return !node.valueOf(name).empty() || holdsElement(node, name, true);
 }
 
 // Whether it is the one that counts of the elements of its name below another.
