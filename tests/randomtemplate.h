@@ -71,6 +71,9 @@ class Generator {
     static const std::vector<std::string> numbers = rowsOf("0 | 1 | 2 | -1 | 40 | 2147483647")[0];
     switch (attribute.type) {
       case dialect::Type::Text:
+      case dialect::Type::Length:
+      case dialect::Type::Lengths:
+      case dialect::Type::Color:
         return anyValue();
       case dialect::Type::Flag:
         return oneOf({"true", "false", "0", "1"});
@@ -132,7 +135,7 @@ class Generator {
       if (!chance(attribute == "role" || attribute == "type" ? 90 : 35)) continue;
       const bool isForeign = chance(3) && !known->readsAllAttributes;
       const std::string named = isForeign ? foreign(attribute) : attribute;
-      if (!node.valueOf(named).empty()) continue;
+      if (node.has(named)) continue;
       node.attributes.emplace_back(named, valueOf(about.rule));
     }
     constexpr int deepest = 4;

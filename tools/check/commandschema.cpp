@@ -146,10 +146,13 @@ class SchemaReader {
     for (const DOMElement* each : descendants(holder, SchemaSymbols::fgELT_ATTRIBUTE)) {
       ValueRule rule = ruleOf(*each);
       const DOMElement* type = named("simpleType", attribute(*each, u"type"));
-      if (rule.kind == ValueRule::Kind::any && type) rule = ruleOf(*type);
+      std::string otherwise = joined(annotation(*each, "otherwise"), " ");
+      if (rule.kind == ValueRule::Kind::any && type) {
+        rule = ruleOf(*type);
+        if (otherwise.empty()) otherwise = joined(annotation(*type, "otherwise"), " ");
+      }
       entry.attributes[attribute(*each, u"name")] = {documentationOf(*each), std::move(rule),
-                                                     readingOf(*each),
-                                                     joined(annotation(*each, "otherwise"), " ")};
+                                                     readingOf(*each), std::move(otherwise)};
     }
     for (const DOMElement* each : descendants(holder, SchemaSymbols::fgELT_ANYATTRIBUTE)) {
       if (!documentationOf(*each).empty()) entry.readsAllAttributes = true;

@@ -181,20 +181,30 @@ void Explanation::addChild(const TemplateNode& parent, const TemplateNode& node,
                            const SchemaElement& element, std::size_t depth) {
   const std::vector<Reader> readers = readersOf(node.name);
   const SchemaElement* definition = schema_.find(node.name);
-  const PassedOver wholly = holdsRead(node) ? PassedOver::nothing : PassedOver::node;
+  // The text of an element counts with that of a list around it.
+  const bool isWhole = !holdsRead(node) && parent.name != "categoryValue";
+  const PassedOver wholly = isWhole ? PassedOver::node : PassedOver::nothing;
+  if (readers.empty() && parent.name == "setTickLabelFormat") {
+    addLine(node, depth, node.name, "not read");
+    addFinding(parent, "'" + parent.name + "' does nothing with '" + node.name + "' in it",
+               PassedOver::node);
+    return;
+  }
   if (readers.empty() || !definition) {
     addLine(node, depth, node.name, wholly == PassedOver::node ? passedOverText : "not read");
     addFinding(node,
                "element '" + node.name + "' is not read in '" + parent.name + "'" +
                    suggestion(node.name, namesOf(element.children)) +
-                   (wholly == PassedOver::node ? "" : "; what lies in it is"),
+                   (isWhole ? "" : "; what lies in it is"),
                wholly);
     return;
   }
   const Reader& reader = readers.front();
   const SchemaChild& child = *reader.child;
   const std::string problem = problemOf(node, reader);
-  const bool isLost = !problem.empty() && readers.size() == 1 && wholly == PassedOver::node;
+  // Beside a parameter a cycle is read if the parameter holds no length.
+  const bool isSure = node.name != "cycle" || !holdsElement(*reader.node, "parameter", false);
+  const bool isLost = !problem.empty() && readers.size() == 1 && isWhole && isSure;
   if (!problem.empty()) {
     addFinding(node, problem, isLost ? PassedOver::node : PassedOver::nothing);
   }

@@ -21,6 +21,11 @@ struct TemplateNode {
   bool hasOtherNodes = false;
 
   bool isText() const { return name.empty(); }
+  // Whether it has the attribute, be it empty.
+  bool has(const std::string& attribute) const {
+    return std::ranges::any_of(attributes,
+                               [&](const auto& each) { return each.first == attribute; });
+  }
   // Empty for an attribute that isn't there.
   std::string valueOf(const std::string& attribute) const {
     const auto found =
