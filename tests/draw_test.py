@@ -213,6 +213,81 @@ class Draw(unittest.TestCase):
         self.assertEqual([layer["description"] for layer in layers(spec)], ["b", "l", "p", "a"])
         self.assertEqual(list(layers(spec))[3]["encoding"]["y"]["datum"], 3)
 
+    def test_guides_and_clusters(self):
+        # The axis shows cities, and each cluster the means of transport.
+        template = """<template xmlns="http://xml.tavo.example/tavo/visualization"
+ xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance" xsi:schemaLocation="http://xml.tavo.example/tavo/visualization http://xml.tavo.example/tavo/visualization/grafo-template-2.10.xsd">
+<addReferenceLine x="København" xcategorical="true"/><addReferenceLine x="Bicycle" xcategorical="true"/>
+<addReferenceRectangle x1="Zürich" x2="Kraków" xcategorical="true"/>
+<setOrder role="x"><categoryValue>İstanbul;Kraków</categoryValue></setOrder></template>"""
+        applied = subprocess.run([TOOL, "apply", os.path.join(EXAMPLES, "clustered-bars.xml"), "-"],
+                                 input=template.encode(), capture_output=True, check=True)
+        places = {}
+        for layer in layers(draw(applied.stdout.decode())[0]):
+            if "x" in layer["encoding"]:
+                places.setdefault(layer["mark"]["type"], []).append(layer["encoding"])
+        bars, (band,) = places["bar"][0], places["rect"]
+        cities = bars["x"]["scale"]
+        self.assertEqual((cities["domain"][:3], len(cities["domain"])), (["İstanbul", "Kraków", "Zürich"], 12))
+        self.assertEqual((bars["x"]["field"], bars["xOffset"]["field"], bars["xOffset"]["scale"]["domain"]),
+                         ("cityVar", "modeVar", ["Car", "Bus and tram", "Rail", "Bicycle", "On foot"]))
+        # No cluster is called Bicycle.
+        self.assertEqual([(x["datum"], x["bandPosition"], x["scale"]) for x in (
+            rule["x"] for rule in places["rule"] if "datum" in rule["x"])], [("København", 0.5, cities)])
+        self.assertEqual((band["x"]["datum"], band["x"]["bandPosition"], band["x"]["scale"], band["x2"]),
+                         ("Zürich", 0, cities, {"datum": "Kraków", "bandPosition": 1}))
+
+    def test_clusters(self):
+        def clustered(element, by="g", more=""):
+            spec, notes = draw(chart(element, f'<dimension id="dx" clusterVariable="{by}"/><dimension/>', more))
+            layer = next(layers(spec))
+            return (layer["encoding"]["x"]["field"], layer["encoding"].get("xOffset"), steps(layer), notes)
+        bars = f'<interval id="e" positionModifier="dodge">%s{Y_V}{summary("mean")}</interval>'
+        numbers = {"field": "w", "type": "nominal"}
+        self.assertEqual(clustered(bars % '<x variable="w"/>'),
+                         ("g", numbers, ["filter", "mean v by w,g"], ""))
+        for own in ("", X_G):  # nothing within, and the cluster itself
+            self.assertEqual(clustered(bars % own), ("g", None, ["mean v by g"], ""))
+        # What isn't shown of a variable isn't drawn within clusters either.
+        halves = ('<derivedVariable id="h" value="u &lt; 6 ? 0 : 1" categorical="true" domain="one"/>'
+                  '<categoricalDomain id="one"><categories text="1"/></categoricalDomain>')
+        self.assertEqual(clustered(bars % '<x variable="h"/>', more=halves)[1:3],
+                         ({"field": "h", "type": "nominal", "scale": {"domain": ["1"]}},
+                          ["filter", "mean v by h,g"]))
+        self.assertIn("dx: a variable of numbers makes no clusters", clustered(bars % X_G, "u")[3])
+        other = ('<embeddedSource id="t"><names>k;n</names><types>string;number</types><row>a;1</row>'
+                 '</embeddedSource><sourceVariable id="k" categorical="true" source="t" sourceName="k"/>'
+                 '<sourceVariable id="n" source="t" sourceName="n"/>')
+        found = clustered('<interval id="e"><x variable="k"/><y variable="n"/></interval>', more=other)
+        self.assertEqual(found[:2], ("k", None))
+        self.assertIn("e: a variable of another source is left out", found[3])
+
+    def test_order_of_categories(self):
+        texts = ["10", "Z", "2.5", "-3", "Ä", "2", "a", "Group 10", "-20", "B", "\u22125", "&lt;18", "Group 2",
+                 "A"]
+        natural = ["<18", "-20", "\u22125", "-3", "2", "2.5", "10", "a", "A", "Ä", "B", "Group 2", "Group 10",
+                   "Z"]
+        rows = "".join(f"<row>{text};1;1;1;</row>" for text in texts)
+
+        def order(method, labels="", **language):
+            domain = f'<categoricalDomain id="o"><simpleSort {method}/></categoricalDomain>'
+            text = chart(f'<interval id="e">{X_G}{Y_V}</interval>', more=domain).replace(ROWS, rows).replace(
+                'id="g"', 'id="g" domain="o"').replace('sourceName="g"/>', f'sourceName="g">{labels}</sourceVariable>')
+            done = subprocess.run([TOOL, "draw", "-"], input=text.encode(), capture_output=True, check=True,
+                                  env=language)
+            return next(layers(json.loads(done.stdout)))["encoding"]["x"]["scale"]["domain"]
+
+        for language in ({}, {"LC_ALL": "C"}, {"LANG": "C.UTF-8"}, {"LC_COLLATE": "xx_XX@x", "LANG": "sv_SE"}):
+            self.assertEqual(order('method="natural"', **language), natural, language)
+        self.assertEqual(order('method="natural" descending="true"'), natural[::-1])
+        self.assertEqual(order('method="value"'), natural)
+        # By what readers see, or by what stands in the data.
+        labels = '<format><relabel from="-20" to="Y"/></format>'
+        self.assertEqual(order('method="natural"', labels)[-2:], ["Y", "Z"])
+        self.assertEqual(order('method="value"', labels)[1], "Y")
+        swedish = order('method="natural"', LC_ALL="", LANG="sv_SE.UTF-8")
+        self.assertEqual(swedish[-2:], ["Z", "Ä"])
+
     def test_two_axes(self):
         spec, notes = draw(chart(f'<point id="p">{X_U}{Y_V}</point><point id="q" coordinates="c2">{X_U}'
                                  '<y variable="w"/></point>').replace(

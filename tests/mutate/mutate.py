@@ -6,7 +6,8 @@
 FILE (faults.txt beside this script) has lines `file | text | text that takes its place`, parts
 between " | ", a bar in code as \\|; the text stands in the file exactly once, and (nothing) takes
 its place when it only goes. Lines that start with # name areas, empty ones mean nothing. Files are
-put back as they were, also after an interruption. The build folder is build/mutate.
+put back as they were, also after an interruption. The build folder is build/mutate. Faults in what
+draws are for draw_test.py to notice, all others for the tests in C++.
 
 Prints a line for each fault, and a table of the areas: killed and all. Exits with 1 when a text
 isn't found or a fault doesn't compile.
@@ -20,6 +21,7 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 BUILD = ROOT / "build" / "mutate"
+DRAWING = "tools/draw/"  # in the tool alone, and tried by tests/draw_test.py
 # Thousands of damaged and random documents take longer than all other tests together.
 FILTER = "-*Damage*:RandomTemplates.*:RandomOlder*:LargeCharts.*:Model.KeepsIds*"
 
@@ -42,11 +44,16 @@ def run(*command, timeout=None):
         return None
 
 
-def build():
-    return run("cmake", "--build", str(BUILD), "--target", "chartxml_tests").returncode == 0
+def build(file=""):
+    target = "chartxml_tool" if file.startswith(DRAWING) else "chartxml_tests"
+    return run("cmake", "--build", str(BUILD), "--target", target).returncode == 0
 
 
-def verdict(test_filter):
+def verdict(test_filter, file=""):
+    if file.startswith(DRAWING):
+        tests = run(sys.executable, str(ROOT / "tests/draw_test.py"), str(BUILD / "bin" / "chartxml"))
+        failed = re.search(r"^(?:FAIL|ERROR): (\w+)", tests.stdout, re.MULTILINE)
+        return f"killed by draw_test.py {failed.group(1)}" if failed else "SURVIVED"
     tests = run(str(BUILD / "bin" / "chartxml_tests"), "--gtest_brief=1", "--gtest_fail_fast",
                 "--gtest_filter=" + test_filter, timeout=600)
     if tests is None:
@@ -83,7 +90,7 @@ def main():
         else:
             try:
                 path.write_text(text.replace(old, new), encoding="utf-8")
-                result = verdict(arguments.filter) if build() else "doesn't compile"
+                result = verdict(arguments.filter, file) if build(file) else "doesn't compile"
             finally:
                 path.write_text(text, encoding="utf-8")
         killed = result.startswith("killed")
@@ -93,6 +100,8 @@ def main():
         counts[1] += 1
         print(f"{number}: {result}: {file}: {old} -> {new}", flush=True)
     build()
+    if (BUILD / "bin" / "chartxml").exists():
+        build(DRAWING)
     print()
     for area, (killed, count) in table.items():
         print(f"| {area} | {killed} | {count} |")

@@ -5,12 +5,14 @@
 #include <chrono>
 #include <cmath>
 #include <cstdio>
+#include <functional>
 #include <limits>
 #include <set>
 #include <sstream>
 
 #include "commandline.h"
 #include "drawexpression.h"
+#include "naturalorder.h"
 
 using namespace xercesc;
 
@@ -25,14 +27,6 @@ double numberOf(const std::string& text) {
   const char* end = text.data() + text.size();
   const auto [stop, error] = std::from_chars(text.data(), end, value);
   return error == std::errc() && stop == end ? value : none;
-}
-
-// Numbers before other texts, and by size.
-bool isBefore(const std::string& a, const std::string& b) {
-  const double first = numberOf(a);
-  const double second = numberOf(b);
-  if (std::isnan(first) != std::isnan(second)) return std::isnan(second);
-  return std::isnan(first) ? a < b : first < second;
 }
 
 }  // namespace
@@ -468,6 +462,11 @@ DrawData::Order DrawData::orderFor(const DrawField& field, const PlXCategoricalD
       return isDescending ? isLess(b, a) : isLess(a, b);
     });
   };
+  const auto sortNaturally = [&](auto&& textFor, bool isDescending) {
+    std::map<std::string, NaturalKey> keys;
+    for (const std::string& raw : raws) keys.emplace(raw, naturalKey(textFor(raw)));
+    sortBy([&](const auto& a, const auto& b) { return keys.at(a) < keys.at(b); }, isDescending);
+  };
   const auto moveEnds = [&](const PlXBaseElement& sort) {
     for (const auto* move : childrenOf<PlXSortMove>(sort)) {
       const std::string text = textOf(field, utf8(move->getCategory()));
@@ -481,10 +480,9 @@ DrawData::Order DrawData::orderFor(const DrawField& field, const PlXCategoricalD
     const PlXBaseElement* object = domain->objectOf(const_cast<DOMElement*>(child));
     if (const auto* sort = dynamic_cast<const PlXSimpleSort*>(object)) {
       if (sort->getMethod() == PlXSimpleSort::method_natural) {
-        sortBy([&](const auto& a, const auto& b) { return textOf(field, a) < textOf(field, b); },
-               sort->getDescending());
+        sortNaturally([&](const auto& raw) { return textOf(field, raw); }, sort->getDescending());
       } else if (sort->getMethod() == PlXSimpleSort::method_value) {
-        sortBy(isBefore, sort->getDescending());
+        sortNaturally(std::identity(), sort->getDescending());
       } else if (sort->getMethod() == PlXSimpleSort::method_explicit) {
         std::map<std::string, std::size_t> ranks;
         const auto* list = childOf<PlXCategoryOrder>(*sort);

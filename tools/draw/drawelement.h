@@ -219,6 +219,7 @@ class ElementDrawer {
   const std::string& condition_;
 
   std::vector<const DrawField*> fields_[2];
+  const DrawField* within_ = nullptr;  // the element's own x, where clusters take its place
   DrawField folded_;
   std::string source_;
   std::vector<std::string> keys_;    // of rows that make one item, those of panels included

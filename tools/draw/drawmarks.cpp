@@ -41,6 +41,12 @@ bool ElementDrawer::findFields() {
   for (auto& list : fields_) {
     std::erase_if(list, [&](const DrawField* field) { return !isHere(field, element_); });
   }
+  const DrawField* cluster = plane_.x().cluster;
+  if (cluster && isHere(cluster, element_)) {
+    if (fields_[0].size() > 1) tell("of several variables the first is drawn in the clusters");
+    if (!fields_[0].empty() && fields_[0][0] != cluster) within_ = fields_[0][0];
+    fields_[0] = {cluster};
+  }
   return true;
 }
 
@@ -87,6 +93,11 @@ void ElementDrawer::filterBy(const CTAesthetic& visibility) {
 void ElementDrawer::addFilters() {
   if (!condition_.empty()) addFilter(condition_);
   for (const auto* visibility : childrenOf<PlXVisibility>(element_)) filterBy(*visibility);
+  if (within_) {
+    const auto& order = context_.data.orderOf(*within_);
+    if (order.isPart) keepOnly(*within_, order.texts);
+    if (!order.isPart && within_->hasMissing) addFilter("isValid(" + datum(within_->name) + ')');
+  }
   for (const std::size_t i : {0U, 1U}) {
     for (const DrawField* field : fields_[i]) {
       if (!field->isCategorical || panel_.isTable) continue;
@@ -146,9 +157,11 @@ void ElementDrawer::findLooks() {
       looks_.push_back(look);
     }
   }
-  const DrawField* cluster = plane_.x().cluster;
-  if (cluster && cluster->source == source_) {
-    offsetBy_ = cluster;
+  const DrawField* depth = plane_.x().depth;
+  if (within_) {
+    offsetBy_ = within_;
+  } else if (depth && depth->source == source_) {
+    offsetBy_ = depth;
   } else if (element_.getPositionModifier() == CTElementType::positionModifier_dodge) {
     offsetBy_ = group_;
   }
@@ -261,9 +274,12 @@ Json ElementDrawer::places() const {
     }
   }
   if (offsetBy_ && plane_.x().isDiscrete && !plane_.isPolar() && !hasFreePlaces_) {
-    const auto& order = context_.data.orderOf(*offsetBy_);
-    encoding[channel(0) + "Offset"] = {
-        {"field", offsetBy_->name}, {"type", "nominal"}, {"scale", {{"domain", order.texts}}}};
+    Json& offset = encoding[channel(0) + "Offset"];
+    offset = {{"field", offsetBy_->name}, {"type", "nominal"}};
+    // Numbers stand in the order of Vega-Lite, which is theirs.
+    if (offsetBy_->isCategorical) {
+      offset["scale"]["domain"] = context_.data.orderOf(*offsetBy_).texts;
+    }
   }
   if (element_.getPositionModifier() == CTElementType::positionModifier_jitter) putJitter(encoding);
   return encoding;

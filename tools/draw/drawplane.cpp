@@ -126,10 +126,18 @@ void DrawPlane::readDimensions(const std::vector<const CTElementType*>& elements
   }
   DrawSide& first = sides_[0];
   if (first.dimension) first.cluster = context_.data.fieldOf(first.dimension->getClusterVariable());
+  if (first.cluster && !first.cluster->isCategorical) {
+    context_.notes.tell(*first.dimension, "a variable of numbers makes no clusters");
+    first.cluster = nullptr;
+  }
+  const PlXDimension* second = sides_[1].dimension;
+  if (second && second->getClusterVariable()) {
+    context_.notes.tell(*second, "clusters of the second dimension are left out");
+  }
   for (const CTElementType* element : elements) {
     const CTCoordinate* z = element->getZ();
     const DrawField* depth = z ? context_.data.fieldOf(z->getVariable()) : nullptr;
-    if (depth && depth->isCategorical && !first.cluster) first.cluster = depth;
+    if (depth && depth->isCategorical && !first.depth) first.depth = depth;
   }
 }
 
@@ -137,6 +145,8 @@ void DrawPlane::readDimensions(const std::vector<const CTElementType*>& elements
 void DrawPlane::readFields(const Place& place) {
   const DrawField* only[] = {place.x, place.y};
   std::set<const DrawField*> known[2];
+  const DrawField* cluster = sides_[0].cluster;
+  if (cluster) fields_[0].push_back(cluster);
   for (const CTElementType* element : place.elements) {
     const CTCoordinate* coordinates[] = {element->getX(), element->getY()};
     for (const std::size_t i : {0U, 1U}) {
@@ -144,6 +154,7 @@ void DrawPlane::readFields(const Place& place) {
       auto fields = context_.data.fieldsOf(coordinates[i]->getVariable());
       if (only[i] && fields.size() > 1) fields = {only[i]};
       for (const DrawField* field : fields) {
+        if (i == 0 && cluster && field->source == cluster->source) continue;
         if (known[i].insert(field).second) fields_[i].push_back(field);
       }
     }
@@ -258,7 +269,8 @@ void DrawPlane::makeScale(std::size_t index, double pixels, bool hasBars) {
     side.scale["type"] = "band";
     side.scale["domain"] = side.order;
     const double gap = dimension ? shareOf(attribute(*dimension, u"clusterGap")).value_or(0) : 0;
-    side.scale["paddingInner"] = numberJson(side.cluster ? std::clamp(gap, 0.15, 0.9) : 0);
+    side.scale["paddingInner"] =
+        numberJson(side.cluster || side.depth ? std::clamp(gap, 0.15, 0.9) : 0);
     side.scale["paddingOuter"] = numberJson(std::clamp(padding * 2, 0.0, 1.0));
   } else {
     if (side.isDate) side.scale["type"] = "utc";

@@ -41,7 +41,9 @@ struct DrawSide {
   std::string channel;  // "x" or "y" as it is drawn; "theta" or "radius"
   bool isDiscrete = false;
   bool isDate = false;
-  const DrawField* cluster = nullptr;  // drawn side by side within a category
+  // Whose categories the side shows; what elements have there lies side by side within each.
+  const DrawField* cluster = nullptr;
+  const DrawField* depth = nullptr;    // of a third dimension, drawn side by side
   const DrawField* measure = nullptr;  // the first variable with numbers
   std::vector<std::string> order;      // of discrete ones
   Json scale = Json::object();
