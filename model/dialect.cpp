@@ -1,5 +1,6 @@
 #include "dialect.h"
 
+#include <xercesc/util/XMLChar.hpp>
 #include <xercesc/util/XMLString.hpp>
 
 #include <algorithm>
@@ -9,6 +10,7 @@
 #include <string>
 
 #include "modelclasses.h"
+#include "numbertext.h"
 
 using namespace xercesc;
 
@@ -246,13 +248,129 @@ const Element* find(const DOMElement* element) {
                                      : std::u16string_view());
 }
 
-bool hasAttribute(const Element& element, const XMLCh* attribute) {
-  const auto isIn = [&](const std::vector<Attribute>& attributes) {
-    return std::any_of(attributes.begin(), attributes.end(), [&](const Attribute& each) {
-      return XMLString::equals(each.name, attribute);
-    });
+namespace {
+
+constexpr std::u16string_view blanks = u" \t\r\n";
+
+std::u16string_view withoutBlanks(std::u16string_view text) {
+  text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
+  return text.substr(0, text.find_last_not_of(blanks) + 1);
+}
+
+bool isDigit(char16_t unit) {
+  return unit >= u'0' && unit <= u'9';
+}
+
+bool isLetter(char16_t unit) {
+  return (unit >= u'A' && unit <= u'Z') || (unit >= u'a' && unit <= u'z');
+}
+
+bool isHexadecimalDigit(char16_t unit) {
+  return isDigit(unit) || (unit >= u'A' && unit <= u'F') || (unit >= u'a' && unit <= u'f');
+}
+
+std::u16string_view withoutSign(std::u16string_view text) {
+  if (text.starts_with(u'+') || text.starts_with(u'-')) text.remove_prefix(1);
+  return text;
+}
+
+bool isInteger(std::u16string_view text) {
+  text = withoutSign(text);
+  return !text.empty() && std::ranges::all_of(text, isDigit);
+}
+
+bool isLength(std::u16string_view text) {
+  if (text == u"0") return true;
+  text = withoutSign(text);
+  const auto skipDigits = [&] {
+    const std::size_t count = std::ranges::find_if_not(text, isDigit) - text.begin();
+    text.remove_prefix(count);
+    return count;
   };
-  return isIn(element.attributes) || (element.group && isIn(element.group->attributes));
+  std::size_t digits = skipDigits();
+  if (text.starts_with(u'.')) {
+    text.remove_prefix(1);
+    digits += skipDigits();
+  }
+  return digits > 0 && !text.empty() && (text == u"%" || std::ranges::all_of(text, isLetter));
+}
+
+// As a style takes them apart.
+bool areLengths(std::u16string_view text) {
+  constexpr int most = 3;
+  for (int count = 1; count <= most; ++count) {
+    const std::size_t end = std::min(text.find_first_of(u" \t\r\n,"), text.size());
+    const std::u16string_view part = text.substr(0, end);
+    if (!part.empty() && part != u"auto" && !isLength(part)) return false;
+    if (end == text.size()) return true;
+    text = withoutBlanks(text.substr(end));
+    if (text.starts_with(u',')) text = withoutBlanks(text.substr(1));
+  }
+  return false;
+}
+
+bool isColor(std::u16string_view text) {
+  constexpr std::size_t digits = 6;
+  if (!text.starts_with(u'#')) return !text.empty() && std::ranges::all_of(text, isLetter);
+  text.remove_prefix(1);
+  return text.size() == digits && std::ranges::all_of(text, isHexadecimalDigit);
+}
+
+}  // namespace
+
+const Attribute* attributeOf(const Element& element, const XMLCh* attribute) {
+  const auto findIn = [&](const std::vector<Attribute>& attributes) -> const Attribute* {
+    for (const Attribute& each : attributes) {
+      if (XMLString::equals(each.name, attribute)) return &each;
+    }
+    return nullptr;
+  };
+  if (const Attribute* own = findIn(element.attributes)) return own;
+  return element.group ? findIn(element.group->attributes) : nullptr;
+}
+
+bool isValue(Type type, std::u16string_view text) {
+  text = withoutBlanks(text);
+  switch (type) {
+    case Type::Flag:
+      return text == u"true" || text == u"false" || text == u"1" || text == u"0";
+    case Type::Number:
+      return numbertext::isNumber(text);
+    case Type::Integer:
+      return isInteger(text);
+    case Type::Length:
+      return isLength(text);
+    case Type::Lengths:
+      return areLengths(text);
+    case Type::Color:
+      return isColor(text);
+    default:
+      return true;
+  }
+}
+
+bool isValue(const Attribute& attribute, std::u16string_view text) {
+  text = withoutBlanks(text);
+  if (attribute.type == Type::Id) {
+    return XMLChar1_0::isValidNCName(text.data(), text.size());
+  }
+  if (!attribute.words) return isValue(attribute.type, text);
+  return std::ranges::any_of(attribute.words->words,
+                             [&](const Word& word) { return text == word.text; });
+}
+
+bool isOfSchemaType(const Attribute& attribute, std::u16string_view text) {
+  switch (attribute.type) {
+    case Type::Length:
+    case Type::Lengths:
+    case Type::Color:
+      return true;
+    case Type::Number:
+      text = withoutBlanks(text);
+      return isValue(attribute, text) || text == u"INF" || text == u"-INF" || text == u"NaN";
+    default:
+      return isValue(attribute, text);
+  }
 }
 
 bool isLink(const Element& element, const XMLCh* attribute) {

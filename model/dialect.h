@@ -37,6 +37,12 @@ enum class Type {
   Flag,
   Number,
   Integer,
+  // A number with its unit such as 8pt, a percentage, or 0.
+  Length,
+  // Up to three lengths, separated by blanks or commas; auto for one that isn't stated.
+  Lengths,
+  // #rrggbb, or a name.
+  Color,
   // An identifier of the document.
   Id,
   // The identifier of another element.
@@ -106,9 +112,20 @@ const XMLCh* localName(const xercesc::DOMNode* element);
 const Element* find(const xercesc::DOMElement* element);
 const Element* find(std::u16string_view tag, std::u16string_view parentTag);
 
-// True for an attribute that the schema lets the element have; for those with attributes of any
-// name, for the ones that it lists.
-bool hasAttribute(const Element& element, const XMLCh* attribute);
+// The row of an attribute of the element; null for one that it doesn't list, though elements with
+// attributes of any name may have it.
+const Attribute* attributeOf(const Element& element, const XMLCh* attribute);
+inline bool hasAttribute(const Element& element, const XMLCh* attribute) {
+  return attributeOf(element, attribute) != nullptr;
+}
+// True for a text that is a value of the type, less blanks around it. Words, links and identifiers
+// are any text here.
+bool isValue(Type type, std::u16string_view text);
+// The same, and one of the words of an attribute that has them, and a name for an identifier.
+bool isValue(const Attribute& attribute, std::u16string_view text);
+// True for a text that the schema lets the attribute hold: lengths and colours are any text there,
+// and a number may be INF, -INF or NaN.
+bool isOfSchemaType(const Attribute& attribute, std::u16string_view text);
 // True for an attribute that holds the id of another element, those of extension records by role
 // and number ("title1") included.
 bool isLink(const Element& element, const XMLCh* attribute);

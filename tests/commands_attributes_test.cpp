@@ -48,6 +48,15 @@ TEST(GenericAttributes, AreWrittenAsTheyStand) {
        "<setGenericAttributes elementName='text' text='&lt;N&gt;'/>",
        "<labelFrame><label><text text='old'>&lt;N&gt;</text><text>&lt;N&gt;</text></label>"
        "</labelFrame>"},
+      {"<labelFrame><label><text text='old'>A</text><text text='old'/></label></labelFrame>",
+       "<setGenericAttributes elementName='text' text=''/>",
+       "<labelFrame><label><text/><text/></label></labelFrame>"},
+      // What breaks its type is passed over; lengths and colours are texts.
+      {"<graph id='g'><interval style='s'/></graph><style id='s'/>",
+       "<setGenericAttributes elementName='style' opacity='2,5' opacity2='NaN' pattern='1.5' "
+       "visible='' color='#12' width='5' font-weight='heavy' id='5%'/>",
+       "<graph id='g'><interval style='s'/></graph><style id='s' color='#12' opacity2='NaN' "
+       "width='5'/>"},
       // Links follow an id; one that another element has, and none, are passed over.
       {"<graph style='s'/><style id='s'/><style id='t'/><extension title1='s'/>",
        "<setGenericAttributes elementName='style' id='new' color='red'/>",

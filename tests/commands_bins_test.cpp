@@ -36,6 +36,8 @@ count | > | summaryStatistic method=count; binStatistic
 count | binWidth='2'><a><parameter name='bin-width' value='4'/></a><parameter name='start' value='5'/>
  <parameter name='start' value='6'/><parameter name='start'/> | summaryStatistic method=count;
  binStatistic binStart=6 binWidth=2
+count | binWidth='2,5' binCount='3'><parameter name='start' value='five'/> |
+ summaryStatistic method=count; binStatistic binCount=3
 mean | binCount='3'> | binStatistic binStart=7 binWidth=8 gridType=dot; summaryStatistic
  augment=always method=mean; summaryStatistic method=mean
 )")) {

@@ -186,8 +186,8 @@ CAT'v'/>COUNTS DOM'd'><simpleSort><sortMove category='Rest' first='true'/></simp
   <summaryStatistic method='percent'/>SUM</point></graph>
 CAT'v'/>VAR'n'/><graph><point><x variable='n'/><color variable='v'/></point><line>
   <x variable='n'/><color variable='v'/></line></graph>
-  | COLLAPSE'legend'/> | CAT'v'>MERGED/VVAR'n'/>DOM'categoricalDomain1'>
-  <simpleSort method='natural'>REST</simpleSort>/D<graph><point><x variable='n'/>
+  | COLLAPSE'legend'/> | CAT'v' domain='categoricalDomain1'>MERGED/VVAR'n'/>
+  DOM'categoricalDomain1'>REF'v'/><simpleSort method='natural'>REST</simpleSort>/D<graph><point><x variable='n'/>
   <color variable='v'/>SUM</point><line><x variable='n'/><color variable='v'/>SUM</line></graph>
 CAT'v'/>VAR'n'/>DOM'd'/><container><graph><coordinates/><coordinates/><point><x variable='n'/>
   <color variable='v'/></point><line><x variable='n'/><size domain='d'/></line></graph></container>

@@ -213,6 +213,11 @@ TEST(Aesthetics, GetListsOfTheirOwn) {
  (<area style='s'><pattern/></area><area style='style1'><pattern/></area>)
  <style id='s' color='red'/>STYLES<style id='style1' color='white'/></style> |
  <style id='s' color='blue'/><style id='style1' color='blue'/>
+(<interval><pattern/></interval>) | <setPattern><cycle><style value='stroke:red;fill:blue'/></cycle>
+ </setPattern> |
+ (<interval style='style1'><pattern cycle='CYC1'/></interval>)
+ <CYC id='CYC1'><cycle><style color='blue' color2='red'/></cycle></CYC>
+ STYLES<style id='style1' color='white'/></style>
 )");
 }
 

@@ -26,11 +26,13 @@ std::string imported(const std::string& format, const std::string& element) {
   const Fragment fragment(element);
   auto& object = only<PlXFormat>(chart, u"format");
   const ChartString name(fragment.first()->getTagName());
-  (name.equals(u"numberFormat")     ? BaseTemplate::importNumberFormat
-   : name.equals(u"dateTimeFormat") ? BaseTemplate::importDateTimeFormat
-   : name.equals(u"stringFormat")   ? BaseTemplate::importStringFormat
-   : name.equals(u"format")         ? BaseTemplate::importFormat
-                            : BaseTemplate::importElapsedTimeFormat)(object, fragment.first());
+  BaseTemplate base(nullptr, chart.chart());
+  (base.*(name.equals(u"numberFormat")     ? &BaseTemplate::importNumberFormat
+          : name.equals(u"dateTimeFormat") ? &BaseTemplate::importDateTimeFormat
+          : name.equals(u"stringFormat")   ? &BaseTemplate::importStringFormat
+          : name.equals(u"format")         ? &BaseTemplate::replaceFormat
+                                           : &BaseTemplate::importElapsedTimeFormat))(object,
+                                                                              fragment.first());
   const std::string body = chart.body();
   return body.substr(start.size(), body.find("</sourceVariable>") - start.size());
 }

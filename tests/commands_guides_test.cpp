@@ -102,7 +102,7 @@ lines | styleOnly='true'><style color='red'/>
  lineGuide style=[color=red]
 plain | y='0.5*x' numberPoints='2' name='a' | functionGuide name=a segments=2 style=[] value=0.5*x
 plain | x='9' numberPoints='1' | functionGuide segments=100 style=[]
-plain | y='x' numberPoints='many' | functionGuide segments=100 style=[] value=x
+plain | y='x' numberPoints='1.5x' | lineGuide style=[] y=x
 plain | y='x' numberPoints='4294967296' | functionGuide segments=100 style=[] value=x
 bars | y='x' numberPoints='50' | none
 curves | y='z' numberPoints='9' styleOnly='true'><style color='red'/>

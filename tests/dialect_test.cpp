@@ -3,6 +3,7 @@
 
 #include <random>
 
+#include <xercesc/framework/MemBufInputSource.hpp>
 #include <xercesc/framework/XMLGrammarPoolImpl.hpp>
 #include <xercesc/framework/psvi/XSAnnotation.hpp>
 #include <xercesc/framework/psvi/XSAttributeDeclaration.hpp>
@@ -15,9 +16,11 @@
 #include <xercesc/framework/psvi/XSParticle.hpp>
 #include <xercesc/framework/psvi/XSSimpleTypeDefinition.hpp>
 #include <xercesc/parsers/XercesDOMParser.hpp>
+#include <xercesc/sax/HandlerBase.hpp>
 
 #include "accessorwalk.h"
 #include "testplaces.h"
+#include "testsupport.h"
 
 using namespace xercesc;
 
@@ -78,7 +81,8 @@ Facts factsOfSchema(XSModel& model) {
 
 Facts factsOfTable() {
   // By dialect::Type.
-  const char* const typeNames[] = {"string", "boolean", "double", "integer", "ID", "link"};
+  const char* const typeNames[] = {"string", "boolean", "double", "integer", "string",
+                                   "string", "string",  "ID",     "link"};
   Facts facts;
   for (const dialect::Words* words : dialect::enumerations()) {
     for (const auto& word : words->words) facts[utf::toUtf16(words->name) + u"=" + word.text];
@@ -110,6 +114,53 @@ TEST(Dialect, IsThatOfTheSchema) {
   EXPECT_EQ(schema, factsOfTable());
   for (const auto& [fact, text] : schema) {
     EXPECT_TRUE(!text.empty() || fact.find_first_of(u"/=") != fact.npos) << utf::toUtf8(fact);
+  }
+}
+
+// Values for an attribute, in an element of a dimension whose attribute stands at "@".
+void expectSameValues(XercesDOMParser& parser, const int& errors, const Element& row,
+                      const char* name, std::string element) {
+  const dialect::Attribute& attribute = *dialect::attributeOf(row, ChartString(name).xc_str());
+  for (const char* value : {"",    "true", "TRUE", "1",  "0",   "-1",  "+1",    "1.5", ".5",
+                            "5.",  ".",    "1e3",  "1e", "1,5", "5x",  " 5 ",   "INF", "NaN",
+                            "inf", "07",   "0x1",  "a",  "-",   "a b", "ratio", "5a"}) {
+    std::string text = element;
+    text.replace(text.find('@'), 1, std::string(name) + "='" + value + "'");
+    const std::string chart =
+        chartText("<graph><coordinates><dimension>" + text + "</dimension></coordinates></graph>");
+    const int before = errors;
+    parser.parse(
+        MemBufInputSource(reinterpret_cast<const XMLByte*>(chart.data()), chart.size(), "chart"));
+    EXPECT_EQ(dialect::isOfSchemaType(attribute, ChartString(value).view()), errors == before)
+        << name << '=' << value;
+  }
+}
+
+class ErrorCount : public HandlerBase {
+ public:
+  void error(const SAXParseException&) override { ++count; }
+  int count = 0;
+};
+
+TEST(Dialect, KnowsTheValuesThatTheSchemaTakes) {
+  const ChartBase base;
+  XercesDOMParser parser;
+  ErrorCount errors;
+  parser.setErrorHandler(&errors);
+  parser.setDoNamespaces(true);
+  parser.setDoSchema(true);
+  parser.setValidationScheme(XercesDOMParser::Val_Always);
+  parser.setLoadSchema(false);
+  parser.loadGrammar(CHARTXML_INSTALLATION "/schemas/grafo-2.9.xsd", Grammar::SchemaGrammarType,
+                     true);
+  parser.useCachedGrammarInParse(true);
+  const Element& axis = *dialect::find(u"axis", u"");
+  for (const char* name : {"id", "style", "opposite", "transform"}) {
+    expectSameValues(parser, errors.count, axis, name, "<axis @/>");
+  }
+  const Element& ticks = *dialect::find(u"majorTicks", u"");
+  for (const char* name : {"length", "delta", "labelFrequency"}) {
+    expectSameValues(parser, errors.count, ticks, name, "<axis><majorTicks @/></axis>");
   }
 }
 

@@ -69,12 +69,12 @@ constexpr const char* stepRows = R"(
 <frame id='f'><location/><label style='f'/></frame> | <addFrame frameId='f'><location/></addFrame>
 <guide type='line' style='s'><parameter name='x' value='A'/><parameter name='z' value='2'/></guide><style id='s'/><x variable='v'/><variable id='v' categorical='true'/> |
  <addReferenceLine><parameter categorical='true' name='x' value='A'/><style/></addReferenceLine>
-<guide type='line'><parameter name='z' value='2'/></guide><guide type='line'/> |
+<guide type='line'><parameter name='z' value='2'/></guide><guide type='line'><parameter name='q' value='2'/></guide><guide type='line'/> |
 <guide type='line'><parameter name='y' value='1'/></guide><y variable='v'/><variable id='v'/><facetvariable role='y' variable='c'/><variable id='c' categorical='true'/> |
  <addReferenceLine><parameter categorical='true' name='y' value='1'/></addReferenceLine>
 <guide type='point'><label>Here</label><parameter name='x' value='1'/><parameter name='y' value='2'/></guide><variable categorical='true'/> |
  <addAnchoredAnnotation><label>Here</label><parameter categorical='true' name='x' value='1'/><parameter categorical='false' name='y' value='2'/></addAnchoredAnnotation>
-<guide type='point'><label>Here</label><parameter name='x'/><parameter name='y'/><parameter name='z'/></guide><guide type='point'><label/><parameter name='x'/><parameter name='y'/></guide> |
+<guide type='point'><label>Here</label><parameter name='y' value='1'/><parameter name='z' value='2'/></guide><guide type='point'><label>Here</label><parameter name='x'/><parameter name='y'/><parameter name='z'/></guide><guide type='point'><label/><parameter name='x'/><parameter name='y'/></guide> |
 <element type='line' style='s'><styleby/><statistic method='smooth'><parameter name='degree' value='0'/><parameter name='degree' value='3'/><parameter name='alpha' value='.9'/><parameter name='predictIndividuals' value='true'/></statistic></element><style id='s' value='stroke:red'/> |
  <addFitLine primary='true' target='subgroup' type='mean'><confidenceInterval alpha='.9' predictIndividuals='true'/><style value='stroke:red'/></addFitLine>
 <element type='line'><statistic method='region'><parameter name='degree' value='0'/><parameter name='model' value='loess'/><parameter name='kernel' value='k'/><parameter name='proportion' value='.5'/><parameter name='alpha' value='.9'/></statistic></element> |
@@ -94,7 +94,7 @@ constexpr const char* stepRows = R"(
  <addPieEffects depth='9%'><parameter name='distance' value='15'/><parameter name='phi' value='1'/></addPieEffects>
 <style value='shadow-dx:1px'/><style value='shadow-dx:2px;shadow-dy:3px'/><style value='shadow-dx:4px;shadow-dy:5px'/> | <addShadow shadow-dx='2px' shadow-dy='3px'/>
 <element><labeling style='s'/><statistic method='tukeyOutliers'/><statistic method='tukeyExtremes'/></element><element><labeling style='s'/></element><style id='s' value='label-location-y:center;color:red;label-location-inside:true;visibility:hidden'/> |
- <addDataLabels hidden='true' position='label-location-inside:true;label-location-y:center'><style value='color:red;visibility:hidden'/></addDataLabels>
+ <addDataLabels hidden='true' position='label-location-y:center'><style value='color:red;label-location-inside:true;visibility:hidden'/></addDataLabels>
 <element><labeling/><statistic method='tukeyOutliers'/><statistic method='tukeyExtremes'/></element><element><labeling><styleby/></labeling><statistic method='tukeyOutliers'/><statistic method='tukeyExtremes'/></element><element/> |
  <addDataLabels colorByMarker='true'/>
 <element><labeling/><statistic method='tukeyOutliers'/></element> |
@@ -108,6 +108,9 @@ constexpr const char* stepRows = R"(
  <addDerivedAxis role='x'><transform method=''/></addDerivedAxis><setAxisOpposite categorical='false' opposite='true' role='x'/>
 <dimension role='x'><axis baselineStyle='s'><label style='s'/><transform/></axis></dimension><dimension role='y'><axis><label style='s'/></axis></dimension><style id='s'/> |
  <addDerivedAxis role='x'><transform method=''/></addDerivedAxis><setAxisStyle categorical='false' derived='true' role='x'><style/><axisLabelStyle><style/></axisLabelStyle></setAxisStyle><setAxisStyle categorical='false' role='y'><axisLabelStyle><style/></axisLabelStyle></setAxisStyle>
+<dimension role='y'><axis><label style='s'>Share</label></axis><axis><label>
+  </label></axis><axis><label style='none'>A<b/>B</label></axis></dimension><style id='s' value='size:1'/> |
+ <setAxisStyle categorical='false' role='y'><label>Share</label><axisLabelStyle><style value='size:1'/></axisLabelStyle></setAxisStyle><setAxisStyle categorical='false' role='y'><label>AB</label></setAxisStyle>
 <frame><facetlabeling><facetlabel><axis><majorticks><gridlines facetstyle='s' style='t'/><stringformat prefix='a'/><numberformat prefix='b'/></majorticks><minorticks><gridlines/></minorticks></axis></facetlabel></facetlabeling><facetvariable role='x'/><dimension role='x'/><x variable='v'/></frame><variable id='v' categorical='true'/><style id='s'/><style id='t' value='color:red'/> |
  <setAxisMajorTicks><majorticks categorical='true' role='x'><gridlines><style/><style value='color:red'/></gridlines><numberformat prefix='b'/></majorticks></setAxisMajorTicks><setAxisMinorTicks><minorticks categorical='true' role='x'><gridlines/></minorticks></setAxisMinorTicks>
 <element type='interval' positionModifier='stack'><y><statistic method='fraction'/></y></element><element type='interval'><statistic method='fraction'/></element> | <setScaleByFraction/>
@@ -204,6 +207,21 @@ TEST(LegacyTemplate, TellsWhatItLeavesOut) {
        "3 4 "},
       {"<style value='shadow-dx:1px;shadow-dy:1px' color='red' xmlns:a='urn:a' a:b='c'/>",
        "1color "},
+      // Each is there for the other alone.
+      {"<element type='line'><statistic method='smooth'><parameter name='alpha' value='.9'/>"
+       "</statistic></element>",
+       "3 "},
+      // Links that lead nowhere.
+      {"<frame style='s'><location/></frame><dimension role='x'><axis><majorticks markStyle='t' "
+       "delta='1'/></axis></dimension>",
+       "1style 5markStyle "},
+      // What makes labels those of outliers.
+      {"<element><labeling/><statistic method='tukeyOutliers'/><statistic method='tukeyExtremes'/>"
+       "<statistic method='other'/></element>",
+       "5 "},
+      {"<element><labeling/><statistic method='tukeyOutliers'/></element>", "0 "},
+      {"<dimension role='x'><axis><label>Share</label><label>Other</label></axis></dimension>",
+       "4 "},
   };
   for (const auto& [old, expected] : cases) EXPECT_EQ(leftOutOf(old), expected) << old;
 }

@@ -105,6 +105,15 @@ std::vector<Sample> samples() {
   for (const std::string& name : words(sameKey)) all.push_back({name, name});
   for (const auto& [key, attribute] : otherKeys) all.push_back({attribute, key});
   for (Sample& each : all) {
+    // Of its type.
+    const dialect::Attribute& row = *dialect::attributeOf(
+        *dialect::find(u"style", u""), ChartString(each.attribute.c_str()).xc_str());
+    if (row.type == dialect::Type::Length || row.type == dialect::Type::Lengths) each.value = "1pt";
+    if (row.type == dialect::Type::Color) each.value = "red", each.keyValue = each.fromKey = "blue";
+    if (row.words) {
+      each.value = ChartString(row.words->words.front().text).toUTF8();
+      each.keyValue = each.fromKey = ChartString(row.words->words.back().text).toUTF8();
+    }
     if (each.attribute == "glyph-sides") each.value = "100", each.keyValue = each.fromKey = "2";
     if (each.attribute == "font-weight") each.fromKey = "bold";
     if (each.attribute == "visible") each.fromKey = "true";

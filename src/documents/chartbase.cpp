@@ -25,6 +25,7 @@ using namespace xercesc;
 
 #define CONSTANT(name, text) const XMLCh ChartBase::name[] = u"" text;
 #include "chartbase.inc"
+#include "vardataprocessor.h"
 #undef CONSTANT
 
 namespace {
@@ -34,8 +35,6 @@ const XMLCh olderSchemaLocation[] =
 
 // What the log calls a text that has no file.
 constexpr const char* sourceName = "ChartBase";
-
-constexpr double systemMissing = -1.7976931348623157e308;
 
 ChartString textOf(const XMLCh* text) {
   return ChartString(text);
@@ -337,7 +336,7 @@ double ChartBase::asDouble(const std::string& text) const {
   stream.imbue(std::locale::classic());
   double value = 0;
   stream >> value;
-  return stream.bad() ? systemMissing : value;
+  return stream.bad() ? VarDataProcessor::systemMissing : value;
 }
 
 std::string ChartBase::asString(const double& value) const {

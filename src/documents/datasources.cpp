@@ -105,7 +105,7 @@ std::string closeText(const DOMDocument& document) {
 }
 
 // The children of the data's root by id; the first of several counts.
-std::unordered_map<std::u16string_view, DOMElement*> sourcesById(const DOMElement& dataRoot) {
+std::unordered_map<std::u16string_view, DOMElement*> sourcesById(DOMElement& dataRoot) {
   std::unordered_map<std::u16string_view, DOMElement*> sources;
   for (DOMElement* source = firstElement(&dataRoot); source; source = nextElement(source)) {
     sources.emplace(source->getAttribute(PlXUni::_id), source);
@@ -246,7 +246,7 @@ std::unique_ptr<DataText> datasources::separated(const DOMElement& chartRoot, DO
 
 std::string datasources::merged(const DOMElement& chartRoot, DOMDocument& data,
                                 const XMLCh* encoding) {
-  const DOMElement& dataRoot = *data.getDocumentElement();
+  DOMElement& dataRoot = *data.getDocumentElement();
   takeVersion(data, chartRoot);
   const auto sources = sourcesById(dataRoot);
   return mergedText(chartRoot, dataRoot, encoding, [&](const XMLCh* id, TextBuffer& out) {

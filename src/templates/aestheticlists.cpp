@@ -3,6 +3,7 @@
 #include <xercesc/dom/DOM.hpp>
 
 #include "plxstylecycle.h"
+#include "statedvalues.h"
 #include "templatexml.h"
 
 using namespace xercesc;
@@ -16,23 +17,19 @@ std::vector<const DOMElement*> listOf(const DOMElement* command) {
 
 }  // namespace
 
-AestheticLists::AestheticLists(BaseTemplate& base, const PlXVisualization* source,
-                               PlXVisualization& chart, const DOMElement* command)
+AestheticLists::AestheticLists(BaseTemplate& base)
     : base_(base),
-      source_(source),
-      chart_(chart),
-      number_(ChartString(command ? command->getAttribute(u"aestheticNumber") : nullptr)
-                  .convertToSignedInteger()),
-      lists_(base, listOf(command)) {}
+      number_(stated::selection(base, base.command, u"aestheticNumber")),
+      lists_(base, listOf(base.command)) {}
 
 bool AestheticLists::isPinned(const CTAesthetic& aesthetic) const {
-  const DOMElement* there = source_ ? source_->getElementById(aesthetic.getId()) : nullptr;
-  return there && *there->getAttribute(PlXUni::_cycle);
+  const CTAesthetic* there = base_.sourceOf(aesthetic);
+  return there && *there->GetAttribute(PlXUni::_cycle);
 }
 
 PlXStyleCycle& AestheticLists::newStyleCycle() {
   PlXStyleCycle* styleCycle =
-      chart_.addStyleCycle(base_.CreateUniqueId(PlXUni::_styleCycle).xc_str());
+      base_.target.addStyleCycle(base_.CreateUniqueId(PlXUni::_styleCycle).xc_str());
   lists_.addTo(*styleCycle);
   return *styleCycle;
 }

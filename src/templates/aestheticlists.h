@@ -18,13 +18,12 @@ class AestheticLists {
   template <class T>
   using Getter = std::vector<T*> (CTElementType::*)() const;
 
-  AestheticLists(BaseTemplate& base, const PlXVisualization* source, PlXVisualization& chart,
-                 const xercesc::DOMElement* command);
+  explicit AestheticLists(BaseTemplate& base);
 
   // Calls `visit(element)` for all elements of the chart's own graphs.
   template <class Visit>
   void forElements(Visit visit) const {
-    for (const PlXGraph* graph : chart_.getGraphs()) {
+    for (const PlXGraph* graph : base_.target.getGraphs()) {
       std::vector<CTElementType*> elements;
       BaseTemplate::getAllElements(*graph, elements);
       for (CTElementType* element : elements) visit(*element);
@@ -82,8 +81,6 @@ class AestheticLists {
   void takePlace(CTAesthetic& aesthetic, PlXColor& color, CTElementType& element) const;
 
   BaseTemplate& base_;
-  const PlXVisualization* source_;
-  PlXVisualization& chart_;
   long number_;
   stylecycles::Lists lists_;
 };

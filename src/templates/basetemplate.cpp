@@ -1,6 +1,7 @@
 #include "basetemplate.h"
 
 #include <algorithm>
+#include <optional>
 #include <unordered_set>
 #include <utility>
 
@@ -11,6 +12,7 @@
 #include "commandlistener.h"
 #include "dialect.h"
 #include "domwalk.h"
+#include "findings.h"
 #include "modelstore.h"
 #include "objectsbytag.h"
 #include "plxaesthetics.h"
@@ -27,7 +29,7 @@
 #include "plxtransforms.h"
 #include "plxuni.h"
 #include "plxvariables.h"
-#include "styleusers.h"
+#include "statedvalues.h"
 
 using namespace xercesc;
 
@@ -164,6 +166,10 @@ BaseTemplate::BaseTemplate(const PlXVisualization* source, PlXVisualization& tar
 
 BaseTemplate::~BaseTemplate() = default;
 
+void BaseTemplate::keepFindings() {
+  findings_ = std::make_unique<Findings>();
+}
+
 bool BaseTemplate::ProcessCommand() {
   return false;
 }
@@ -201,7 +207,7 @@ bool BaseTemplate::getBooleanAttribute(const DOMElement* element, const XMLCh* n
 
 ChartString BaseTemplate::CreateUniqueId(const ChartString& base) const {
   const XMLCh* stem = base.empty() ? PlXUni::_id : base.xc_str();
-  const bool isAsked = keepsFindings_ && !askedStems_.emplace(stem).second;
+  const bool isAsked = findings_ && !findings_->askedStems.emplace(stem).second;
   return ChartString(target.store().firstFreeId(stem, isAsked));
 }
 
@@ -210,7 +216,7 @@ ChartString BaseTemplate::CreateUniqueId(const char* base) const {
 }
 
 PlXStyle* BaseTemplate::addStyle(PlXBaseElement& element, const XMLCh* id) {
-  if (users_) users_->restyled.push_back(&element);
+  if (findings_) findings_->users.restyled.push_back(&element);
   const bool hasId = id && *id;
   PlXStyle* known = hasId ? element.getStyleById(id) : nullptr;
   if (known) return known;
@@ -255,23 +261,22 @@ const PlXBaseElement* BaseTemplate::sourceObject(const PlXBaseElement& object) c
   return source->objectOf(source->getElementById(object.GetAttribute(PlXUni::_id)));
 }
 
-const std::vector<PlXGraph*>& BaseTemplate::addressedGraphs() const {
-  if (!graphs_ || !keepsFindings_) {
-    std::vector<PlXGraph*> all = framesByTag<PlXGraph>(target, PlXUni::_graph);
-    const long number = attribute(PlXUni::_graph).convertToSignedInteger();
-    if (number != 0) {
-      const bool isThere = number > 0 && static_cast<std::size_t>(number) <= all.size();
-      if (!isThere) tell("there is no graph", attribute(PlXUni::_graph));
-      PlXGraph* one = isThere ? all[number - 1] : nullptr;
-      all.assign(one ? 1 : 0, one);
-    }
-    graphs_ = std::move(all);
+std::vector<PlXGraph*> BaseTemplate::addressedGraphs() const {
+  if (findings_ && findings_->graphs) return *findings_->graphs;
+  std::vector<PlXGraph*> all = framesByTag<PlXGraph>(target, PlXUni::_graph);
+  const long number = stated::selection(*this, command, PlXUni::_graph);
+  if (number != 0) {
+    const bool isThere = number > 0 && static_cast<std::size_t>(number) <= all.size();
+    if (!isThere) tell("there is no graph", attribute(PlXUni::_graph));
+    PlXGraph* one = isThere ? all[number - 1] : nullptr;
+    all.assign(one ? 1 : 0, one);
   }
-  return *graphs_;
+  if (findings_) findings_->graphs = all;
+  return all;
 }
 
 unsigned BaseTemplate::getGraphs(std::vector<PlXGraph*>& graphs) const {
-  const std::vector<PlXGraph*>& addressed = addressedGraphs();
+  const std::vector<PlXGraph*> addressed = addressedGraphs();
   append(graphs, addressed);
   return static_cast<unsigned>(addressed.size());
 }
@@ -372,16 +377,18 @@ CTVariableType* BaseTemplate::clusterVariable(const PlXGraph& graph,
   return nullptr;
 }
 
+CTVariableType* BaseTemplate::firstCluster() const {
+  if (findings_ && findings_->firstCluster) return *findings_->firstCluster;
+  const std::vector<PlXGraph*> graphs = addressedGraphs();
+  CTVariableType* cluster = graphs.empty() ? nullptr : clusterVariable(*graphs.front(), PlXUni::_x);
+  if (findings_) findings_->firstCluster = cluster;
+  return cluster;
+}
+
 CTVariableType* BaseTemplate::getElementVariable(const CTElementType& element,
                                                  const ChartString& role) const {
-  if (role.equals(PlXUni::_x)) {
-    if (!firstCluster_ || !keepsFindings_) {
-      const std::vector<PlXGraph*>& graphs = addressedGraphs();
-      firstCluster_ = graphs.empty() ? nullptr : clusterVariable(*graphs.front(), role);
-    }
-    if (*firstCluster_) return *firstCluster_;
-  }
-  return variableOf(coordinateOf(element, role));
+  CTVariableType* cluster = role.equals(PlXUni::_x) ? firstCluster() : nullptr;
+  return cluster ? cluster : variableOf(coordinateOf(element, role));
 }
 
 PlXCategoricalDomain* BaseTemplate::getCategoricalDomain(const PlXGraph& graph,
@@ -419,55 +426,6 @@ ChartString BaseTemplate::getCategoryValue(const PlXGraph& graph, const XMLCh* r
   }
   tellUnless(false, "no category has the label", label);
   return {};
-}
-
-std::vector<PlXLegend*> BaseTemplate::getLegends() const {
-  return framesByTag<PlXLegend>(target, PlXUni::_legend);
-}
-
-std::vector<CTVariableType*> BaseTemplate::getLegendVariables(const PlXGraph& graph,
-                                                              const ChartString& role) const {
-  std::vector<CTVariableType*> variables;
-  const bool isLegend = role.equals(PlXUni::_legend);
-  std::vector<CTElementType*> elements;
-  getAllElements(graph, elements);
-  for (const CTElementType* element : elements) {
-    const CTVariableType* own = getElementVariable(*element, role);
-    for (const CTAesthetic* aesthetic : getAesthetics(*element)) {
-      CTVariableType* shown = aesthetic->getVariable();
-      if (shown && (isLegend || shown == own)) variables.push_back(shown);
-    }
-  }
-  return variables;
-}
-
-void BaseTemplate::forgetLegends() {
-  legendsOf_.reset();
-}
-
-void BaseTemplate::CloneLegendEntry(const ChartString& aestheticId,
-                                    const PlXBaseElement& aesthetic) {
-  PlXBaseElement* shown = target.objectOf(aesthetic.getImplementation());
-  // Entries whose target is gone have none, and are no aesthetic's.
-  if (!shown || aestheticId.empty()) return;
-  if (!legendsOf_ || !keepsFindings_) {
-    legendsOf_.emplace();
-    for (PlXLegend* legend : getLegends()) {
-      for (const PlXLegendTarget* entry : legend->getLegendTargets()) {
-        (*legendsOf_)[entry->GetAttribute(PlXUni::_target)].push_back(legend);
-      }
-    }
-  }
-  const auto found = legendsOf_->find(std::u16string(aestheticId.view()));
-  if (found == legendsOf_->end()) return;
-  const std::vector<PlXLegend*> legends = found->second;
-  for (PlXLegend* legend : legends) {
-    legend->addLegendTarget(CreateUniqueId(PlXUni::_legendTarget).xc_str(), *shown);
-  }
-  // The aesthetic has an id by now.
-  const XMLCh* id = shown->GetAttribute(PlXUni::_id);
-  std::vector<PlXLegend*>& others = (*legendsOf_)[id];
-  others.insert(others.end(), legends.begin(), legends.end());
 }
 
 bool BaseTemplate::isGraphPolar(const PlXGraph& graph) const {

@@ -3,11 +3,6 @@
 #define CHARTXML_BASETEMPLATE_H
 
 #include <memory>
-#include <optional>
-#include <string>
-#include <unordered_map>
-#include <unordered_set>
-#include <utility>
 #include <vector>
 
 #include <xercesc/util/XercesDefs.hpp>
@@ -59,6 +54,7 @@ class CHARTXML_API BaseTemplate {
 #undef CONSTANT
 
   struct StyleUsers;  // For the import of styles.
+  struct Findings;
 
   // None is owned; `source` may be null, and `command` stays in its template's document.
   BaseTemplate(const PlXVisualization* source, PlXVisualization& target,
@@ -69,14 +65,23 @@ class CHARTXML_API BaseTemplate {
   BaseTemplate& operator=(const BaseTemplate&) = delete;
   virtual ~BaseTemplate();
 
+  // What it was made with.
+  PlXVisualization& target;
+  const PlXVisualization* const source;
+  const xercesc::DOMElement* const command;
+
+  // The object of the source chart that has the id of this one and its class; null without either.
+  template <class T>
+  const T* sourceOf(const T& object) const {
+    return dynamic_cast<const T*>(sourceObject(object));
+  }
+
   // Applies the command; what the answer means is each command's affair. This one does nothing and
   // answers false.
   virtual bool ProcessCommand();
   // For the dispatcher: nobody but the command edits the chart from here on, so that the command
   // may keep what it finds out until it goes.
-  void keepFindings() {
-    keepsFindings_ = true;
-  }
+  void keepFindings();
 
   // ---- what a command says, to who listens (CommandOutcome); without a listener it costs nothing
   // For the dispatcher. Not owned; null for nobody.
@@ -239,7 +244,10 @@ class CHARTXML_API BaseTemplate {
   // The same for many styles: the element is read once, and must not change in between.
   class StyleImport {
    public:
-    StyleImport(BaseTemplate& base, const xercesc::DOMElement* styleElement);
+    // The slices of a pie fill it: they take no attribute size, and any width is 100%.
+    enum class Painting { Anything, Slices };
+    StyleImport(BaseTemplate& base, const xercesc::DOMElement* styleElement,
+                Painting painting = Painting::Anything);
     ~StyleImport();
     void onto(PlXStyle& style) const;
 
@@ -254,12 +262,14 @@ class CHARTXML_API BaseTemplate {
   // ---- formats, ticks and labels, as elements of a template tell them; null elements do nothing
   // These merge: attributes that aren't named stay, but where the words of an attribute say
   // otherwise (templates' schema).
-  static void importNumberFormat(PlXFormat& format, const xercesc::DOMElement* element);
-  static void importDateTimeFormat(PlXFormat& format, const xercesc::DOMElement* element);
-  static void importElapsedTimeFormat(PlXFormat& format, const xercesc::DOMElement* element);
-  static void importStringFormat(PlXFormat& format, const xercesc::DOMElement* element);
+  void importNumberFormat(PlXFormat& format, const xercesc::DOMElement* element);
+  void importDateTimeFormat(PlXFormat& format, const xercesc::DOMElement* element);
+  void importElapsedTimeFormat(PlXFormat& format, const xercesc::DOMElement* element);
+  void importStringFormat(PlXFormat& format, const xercesc::DOMElement* element);
   // Replaces the format, its identifier included, by those of the element's own attributes that a
   // format has.
+  void replaceFormat(PlXFormat& format, const xercesc::DOMElement* element);
+  // The same without a command.
   static void importFormat(PlXFormat& format, const xercesc::DOMElement* element);
   // Define and style the ticks of an axis whose role is the element's, made unless the element says
   // `styleOnly`. Minor ticks are made only beside major ones. True when there are ticks then.
@@ -285,16 +295,6 @@ class CHARTXML_API BaseTemplate {
  protected:
   // The attribute of the command; empty when there is none.
   ChartString attribute(const XMLCh* name) const;
-  // The object of the source chart that has the id of this one and its class; null without either.
-  template <class T>
-  const T* sourceOf(const T& object) const {
-    return dynamic_cast<const T*>(sourceObject(object));
-  }
-
-  PlXVisualization& target;
-  const PlXVisualization* source;
-  const xercesc::DOMElement* command;
-
   // The first element of that name below the command, which converted templates write in small
   // letters; null when there is none.
   const xercesc::DOMElement* ticksElement(const XMLCh* name, const XMLCh* smallName) const;
@@ -307,30 +307,17 @@ class CHARTXML_API BaseTemplate {
 
  private:
   const PlXBaseElement* sourceObject(const PlXBaseElement& object) const;
-  const std::vector<PlXGraph*>& addressedGraphs() const;
+  std::vector<PlXGraph*> addressedGraphs() const;
+  CTVariableType* firstCluster() const;
   void giveStockDashes(PlXDash& dash);
   void cloneAesthetics(const PlXBaseElement& from, PlXBaseElement& to, bool cloneLegendEntries,
                        bool withSizes);
 
-  StyleUsers& styleUsers();
-  const ChartString& filledText(const xercesc::DOMElement& element);
+  ChartString filledText(const xercesc::DOMElement& element) const;
 
-  bool keepsFindings_ = false;
   CommandListener* listener_ = nullptr;
-  std::unique_ptr<StyleUsers> users_;
-  // What CreateUniqueId was asked for by a command of the dispatcher.
-  mutable std::unordered_set<std::u16string> askedStems_;
-  // Found once by a command of the dispatcher: none of them adds or removes graphs.
-  mutable std::optional<std::vector<PlXGraph*>> graphs_;
-  // Of the first of these on x, null for none; no command clusters an axis.
-  mutable std::optional<CTVariableType*> firstCluster_;
-  // What a command of the dispatcher imports again and again: its own elements.
-  std::unordered_map<const xercesc::DOMElement*, std::unique_ptr<StyleImport>> imports_;
-  // The legends by the ids of what their entries lead to, a legend for each entry. Found once by a
-  // command of the dispatcher.
-  std::optional<std::unordered_map<std::u16string, std::vector<PlXLegend*>>> legendsOf_;
-  // The element whose text was filled in last, and that text.
-  std::pair<const xercesc::DOMElement*, ChartString> filled_;
+  // Null unless they are kept.
+  std::unique_ptr<Findings> findings_;
 };
 
 #endif

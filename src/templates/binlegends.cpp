@@ -35,15 +35,14 @@ PlXStyle& ensured(BaseTemplate& base, PlXLegend& legend, PlXStyle* (PlXLegend::*
 
 }  // namespace
 
-BinLegends::BinLegends(BaseTemplate& base, PlXVisualization& target, const Looks& looks)
+BinLegends::BinLegends(BaseTemplate& base, const Looks& looks)
     : base_(base),
-      target_(target),
       legendStyle_(base, looks.legend),
       frameStyle_(base, looks.frames),
       textStyle_(base, looks.texts),
       label_(looks.label),
-      record_(target.getExtension()) {
-  const std::vector<PlXContainer*> containers = target.getContainers();
+      record_(base.target.getExtension()) {
+  const std::vector<PlXContainer*> containers = base.target.getContainers();
   if (containers.empty()) return;
   container_ = containers.front();
   const std::vector<PlXLegend*> legends = container_->getLegends();
@@ -75,7 +74,7 @@ BinLegends::Known& BinLegends::known(std::size_t position) {
   if (!isNew || !record_) return one;
   const XMLCh* id = record_->getAttribute(keyOf(position).xc_str());
   one.isNamed = *id != 0;
-  one.legend = dynamic_cast<PlXLegend*>(target_.objectOf(target_.getElementById(id)));
+  one.legend = dynamic_cast<PlXLegend*>(base_.target.objectOf(base_.target.getElementById(id)));
   if (!one.legend) return one;
   for (const PlXLegendTarget* entry : one.legend->getLegendTargets()) {
     one.shown.insert(entry->GetAttribute(PlXUni::_target));
@@ -84,14 +83,14 @@ BinLegends::Known& BinLegends::known(std::size_t position) {
 }
 
 PlXExtensionVis& BinLegends::record() {
-  if (!record_) record_ = target_.addExtension();
+  if (!record_) record_ = base_.target.addExtension();
   return *record_;
 }
 
 PlXLegend& BinLegends::add(PlXGraph& graph) {
   const ChartString id = base_.CreateUniqueId(PlXUni::_legend);
   PlXLegend& legend =
-      *(container_ ? container_->addLegend(id.xc_str()) : target_.addLegend(id.xc_str()));
+      *(container_ ? container_->addLegend(id.xc_str()) : base_.target.addLegend(id.xc_str()));
   place(legend, PlXLocation::part_width, PlXLocation::method_content);
   place(legend, PlXLocation::part_height, PlXLocation::method_content);
   if (container_) {

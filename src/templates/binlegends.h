@@ -32,7 +32,7 @@ class BinLegends {
     const xercesc::DOMElement* label = nullptr;
   };
 
-  BinLegends(BaseTemplate& base, PlXVisualization& target, const Looks& looks);
+  BinLegends(BaseTemplate& base, const Looks& looks);
 
   // Whether the legend of that position has an entry for the aesthetic.
   bool shows(const CTAesthetic& aesthetic, std::size_t position);
@@ -56,7 +56,6 @@ class BinLegends {
   PlXExtensionVis& record();
 
   BaseTemplate& base_;
-  PlXVisualization& target_;
   BaseTemplate::StyleImport legendStyle_;
   BaseTemplate::StyleImport frameStyle_;
   BaseTemplate::StyleImport textStyle_;

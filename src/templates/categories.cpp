@@ -87,6 +87,14 @@ PlXCategoricalDomain& Domains::add() {
       queries_.CreateUniqueId(PlXUni::_categoricalDomain).xc_str());
 }
 
+void Domains::tie(CTVariableType& variable, PlXCategoricalDomain& domain) {
+  variable.setDomain(domain);
+  const auto refers = [&](const PlXVariableReference* each) { return each->getRef() == &variable; };
+  if (std::ranges::any_of(domain.getVariableReferences(), refers)) return;
+  domain.addVariableReference(variable);
+  noteReference(variable, domain);
+}
+
 std::vector<CTVariableType*> Domains::variablesOf(const PlXGraph& graph,
                                                   const ChartString& role) const {
   if (role.equals(PlXUni::_legend)) return queries_.getLegendVariables(graph, role);
@@ -124,11 +132,7 @@ std::vector<PlXCategoricalDomain*> Domains::domainsOf(CTVariableType& variable,
   if (!domain && !referring.empty()) domain = referring.front();
   if (!domain) domain = ofDimensions(graph, role);
   if (!domain) domain = &add();
-  variable.setDomain(*domain);
-  if (std::ranges::find(referring, domain) == referring.end()) {
-    domain->addVariableReference(variable);
-    noteReference(variable, *domain);
-  }
+  tie(variable, *domain);
   return {domain};
 }
 

@@ -40,6 +40,8 @@ class Domains {
   PlXCategoricalDomain* ofDimensions(const PlXGraph& graph, const ChartString& role);
   // Without variables, and linked by nothing.
   PlXCategoricalDomain& add();
+  // A variable and its domain lead to each other from here on.
+  void tie(CTVariableType& variable, PlXCategoricalDomain& domain);
 
   // Calls `edit(domain, variable, graph)` once for each domain of the categorical variables that
   // elements have at a role, or that they show in a legend. Of several variables and graphs that

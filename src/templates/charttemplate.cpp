@@ -51,7 +51,8 @@ std::shared_ptr<const ChartParser> parseShared(const std::string& text) {
 
 std::vector<ChartTemplate::CommandInfo> ChartTemplate::getCommands() {
   std::vector<CommandInfo> result;
-  for (const Command& command : commands()) result.push_back({command.element, command.family, command.sentence});
+  for (const Command& command : commands())
+    result.push_back({command.element, command.family, command.sentence});
   return result;
 }
 

@@ -4,35 +4,22 @@
 
 #include <optional>
 
-#include "chartstring.h"
+#include "statedvalues.h"
 #include "templatexml.h"
 
 namespace effects {
 
-// Of an attribute, or where that isn't stated of the first parameter of that name with a value.
-inline std::optional<double> number(const xercesc::DOMElement& command, const XMLCh* name) {
-  ChartString value(command.getAttribute(name));
-  templatexml::forDescendants(
-      &command, PlXUni::_parameter, [&](const xercesc::DOMElement* parameter) {
-        if (value.empty() && templatexml::is(parameter->getAttribute(PlXUni::_name), name)) {
-          value = parameter->getAttribute(PlXUni::_value);
-        }
-      });
-  if (value.empty()) return std::nullopt;
-  return value.convertToDouble();
-}
-
 // The attribute zLocation, or where that isn't stated the location of the last z that has one.
-inline std::optional<double> zLocation(const xercesc::DOMElement& command) {
-  ChartString value(command.getAttribute(PlXUni::_zLocation));
-  if (value.empty()) {
-    templatexml::forDescendants(&command, PlXUni::_z, [&](const xercesc::DOMElement* z) {
-      const XMLCh* location = z->getAttribute(PlXUni::_location);
-      if (*location) value = location;
-    });
-  }
-  if (value.empty()) return std::nullopt;
-  return value.convertToDouble();
+inline std::optional<double> zLocation(const BaseTemplate& base,
+                                       const xercesc::DOMElement& command) {
+  const std::optional<double> own = stated::number(base, &command, PlXUni::_zLocation);
+  if (own) return own;
+  std::optional<double> last;
+  templatexml::forDescendants(&command, PlXUni::_z, [&](const xercesc::DOMElement* z) {
+    const std::optional<double> location = stated::number(base, z, PlXUni::_location);
+    if (location) last = location;
+  });
+  return last;
 }
 
 }  // namespace effects

@@ -75,9 +75,11 @@ bool ElementLabels::ensure(Kind kind) {
   if (isRange()) {
     addRange(*variable);
   } else {
+    const std::optional<Method> method = methodFor(kind, leave);
+    if (hasLabel(*variable, method)) return true;
     PlXLabeling& label = add(*variable);
     giveStyle(label);
-    giveStatistic(label, kind, leave);
+    giveStatistic(label, method);
   }
   return true;
 }
@@ -138,28 +140,47 @@ PlXLabeling& ElementLabels::add(CTVariableType& variable) {
   return *label;
 }
 
-// So that the label shows the number that the element shows.
-void ElementLabels::giveStatistic(PlXLabeling& label, Kind kind, Leave leave) {
+// So that the label shows the number that the element shows. Nothing for a label that shows the
+// variable itself.
+std::optional<Method> ElementLabels::methodFor(Kind kind, Leave leave) const {
   if (first_) {
-    if (graph_.isPolar() && kind != Kind::percent) return;
-    const bool isSummed = leave == Leave::summed;
-    PlXSummaryStatistic& statistic =
-        copySummary(label, isSummed ? PlXSummaryStatistic::method_sum : first_->getMethod());
+    if (graph_.isPolar() && kind != Kind::percent) return {};
+    return leave == Leave::summed ? PlXSummaryStatistic::method_sum : first_->getMethod();
+  }
+  if (graph_.isPolar()) return {};
+  if (kind == Kind::percent && !graph_.sources().of(x_).percent) {
+    return PlXSummaryStatistic::method_percent;
+  }
+  const bool isValue = hasStatistic_ && kind != Kind::x;
+  return isValue ? std::optional(PlXSummaryStatistic::method_value) : std::nullopt;
+}
+
+void ElementLabels::giveStatistic(PlXLabeling& label, std::optional<Method> method) {
+  if (!method) return;
+  if (first_) {
+    PlXSummaryStatistic& statistic = copySummary(label, *method);
     if (!dynamic_cast<PlXLine*>(&element_)) {
       statistic.setAugment(PlXSummaryStatistic::augment_never);
     }
     return;
   }
-  if (graph_.isPolar()) return;
-  if (kind == Kind::percent && !graph_.sources().of(x_).percent) {
-    label.addSummaryStatistic()->setMethod(PlXSummaryStatistic::method_percent);
-    PlXFormat* format = label.addFormat();
-    format->setMinimumFractionDigits(2);
-    format->setMaximumFractionDigits(2);
-    format->setSuffix(ChartBase::_percent);
-  } else if (hasStatistic_ && kind != Kind::x) {
-    label.addSummaryStatistic()->setMethod(PlXSummaryStatistic::method_value);
+  label.addSummaryStatistic()->setMethod(*method);
+  if (*method != PlXSummaryStatistic::method_percent) return;
+  PlXFormat* format = label.addFormat();
+  format->setMinimumFractionDigits(2);
+  format->setMaximumFractionDigits(2);
+  format->setSuffix(ChartBase::_percent);
+}
+
+// Another one would go again as a duplicate, and leave its styles behind.
+bool ElementLabels::hasLabel(const CTVariableType& variable, std::optional<Method> method) const {
+  for (const PlXLabeling* label : element_.getLabelings()) {
+    const PlXSummaryStatistic* statistic = label->getSummaryStatistic();
+    const std::optional<Method> shown =
+        statistic ? std::optional(statistic->getMethod()) : std::nullopt;
+    if (label->getVariable() == &variable && shown == method) return true;
   }
+  return false;
 }
 
 PlXSummaryStatistic& ElementLabels::copySummary(PlXLabeling& label, Method method) {
@@ -208,6 +229,7 @@ void ElementLabels::addRange(CTVariableType& variable) {
 
 // A variable of its own needs no statistic, but a place: above the range or below it.
 void ElementLabels::addEnd(PlXSourceVariable& variable, bool isUpper) {
+  if (hasLabel(variable, {})) return;
   PlXLabeling& label = add(variable);
   base_.styleOf(label).setLabelLocationVertical(isUpper ? PlXStyle::labelLocationVertical_positive
                                                         : PlXStyle::labelLocationVertical_negative);

@@ -3,6 +3,7 @@
 #define CHARTXML_ELEMENTLABELS_H
 
 #include <map>
+#include <optional>
 #include <vector>
 
 #include "labelvariables.h"
@@ -34,7 +35,9 @@ class ElementLabels {
   Leave leaveFor(Kind kind) const;
   PlXLabeling* find(Kind kind, const CTVariableType& variable) const;
   PlXLabeling& add(CTVariableType& variable);
-  void giveStatistic(PlXLabeling& label, Kind kind, Leave leave);
+  std::optional<Method> methodFor(Kind kind, Leave leave) const;
+  void giveStatistic(PlXLabeling& label, std::optional<Method> method);
+  bool hasLabel(const CTVariableType& variable, std::optional<Method> method) const;
   PlXSummaryStatistic& copySummary(PlXLabeling& label, Method method);
 
   bool isRange() const;

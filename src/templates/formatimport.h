@@ -4,7 +4,7 @@
 
 #include "basetemplate.h"
 
-using FormatImport = void (*)(PlXFormat&, const xercesc::DOMElement*);
+using FormatImport = void (BaseTemplate::*)(PlXFormat&, const xercesc::DOMElement*);
 
 // By the name of the element; null for one that is no format.
 FormatImport formatImportOf(const XMLCh* name);

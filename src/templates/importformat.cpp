@@ -1,5 +1,6 @@
 // BaseTemplate's import of format elements: numberFormat, stringFormat, elapsedTimeFormat,
 // dateTimeFormat and the generic format.
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -7,6 +8,7 @@
 #include "dialect.h"
 #include "formatimport.h"
 #include "plxformat.h"
+#include "statedvalues.h"
 #include "templatexml.h"
 
 using namespace xercesc;
@@ -14,14 +16,20 @@ using namespace templatexml;
 
 namespace {
 
-// Copies the attributes that the dialect has: with any other the chart couldn't be opened again.
-void importKnownAttributes(PlXBaseElement& object, const DOMElement& element) {
+// Copies the attributes that the dialect has, with values that it knows: with any other the chart
+// couldn't be opened again.
+void importKnownAttributes(const BaseTemplate& base, PlXBaseElement& object,
+                           const DOMElement& element) {
   object.importAttributes(&element);
   const dialect::Element* row = dialect::find(object.getImplementation());
   const DOMNamedNodeMap* attributes = element.getAttributes();
   for (XMLSize_t i = 0; i < attributes->getLength(); ++i) {
     const XMLCh* name = attributes->item(i)->getNodeName();
-    if (!dialect::hasAttribute(*row, name)) object.SetAttribute(name, nullptr);
+    const dialect::Attribute* known = dialect::attributeOf(*row, name);
+    const ChartString value(attributes->item(i)->getNodeValue());
+    const bool isKept = known && (value.empty() ? dialect::isValue(*known, value.view())
+                                                : !stated::checked(base, *known, value).empty());
+    if (!isKept) object.SetAttribute(name, nullptr);
   }
 }
 
@@ -34,11 +42,11 @@ void setStated(const DOMElement& element, const XMLCh* name, PlXFormat& format,
 }
 
 template <class Number>
-void setDigits(const DOMElement& element, const XMLCh* name, PlXFormat& format,
-               void (PlXFormat::*set)(Number)) {
-  const ChartString text(element.getAttribute(name));
-  const unsigned long digits = text.convertToInteger();
-  if (!text.empty() && digits <= mostCounted) (format.*set)(static_cast<Number>(digits));
+void setDigits(const BaseTemplate& base, const DOMElement& element, const XMLCh* name,
+               PlXFormat& format, void (PlXFormat::*set)(Number)) {
+  const std::optional<long> stated = stated::integer(base, &element, name);
+  const std::optional<unsigned> digits = stated ? countOf(*stated) : std::nullopt;
+  if (digits) (format.*set)(static_cast<Number>(*digits));
 }
 
 void importAffixes(PlXFormat& format, const DOMElement& element) {
@@ -131,10 +139,13 @@ void BaseTemplate::importNumberFormat(PlXFormat& format, const DOMElement* eleme
   } else if (is(scientific, PlXUni::_never) || is(scientific, PlXUni::_false)) {
     format.setScientific(PlXFormat::scientific_false);
   }
-  setDigits(*element, PlXUni::_minimumFractionDigits, format, &PlXFormat::setMinimumFractionDigits);
-  setDigits(*element, PlXUni::_maximumFractionDigits, format, &PlXFormat::setMaximumFractionDigits);
-  setDigits(*element, PlXUni::_minimumIntegerDigits, format, &PlXFormat::setMinimumIntegerDigits);
-  setDigits(*element, PlXUni::_maximumIntegerDigits, format, &PlXFormat::setMaximumIntegerDigits);
+  const auto setCount = [&](const XMLCh* name, auto set) {
+    setDigits(*this, *element, name, format, set);
+  };
+  setCount(PlXUni::_minimumFractionDigits, &PlXFormat::setMinimumFractionDigits);
+  setCount(PlXUni::_maximumFractionDigits, &PlXFormat::setMaximumFractionDigits);
+  setCount(PlXUni::_minimumIntegerDigits, &PlXFormat::setMinimumIntegerDigits);
+  setCount(PlXUni::_maximumIntegerDigits, &PlXFormat::setMaximumIntegerDigits);
   // These three are set for every text, none included; hidden negatives only when stated.
   format.setUseGrouping(isTrue(*element, PlXUni::_useGrouping));
   format.setNegativesOutside(isTrue(*element, PlXUni::_negativesOutside));
@@ -142,8 +153,9 @@ void BaseTemplate::importNumberFormat(PlXFormat& format, const DOMElement* eleme
   if (*element->getAttribute(PlXUni::_hideNegatives)) {
     format.setHideNegatives(isTrue(*element, PlXUni::_hideNegatives));
   }
-  const ChartString factor(element->getAttribute(PlXUni::_scalingFactor));
-  if (!factor.empty()) format.setScalingFactor(factor.convertToDouble());
+  if (const auto factor = stated::number(*this, element, PlXUni::_scalingFactor)) {
+    format.setScalingFactor(*factor);
+  }
   importAffixes(format, *element);
 }
 
@@ -170,6 +182,11 @@ void BaseTemplate::importStringFormat(PlXFormat& format, const DOMElement* eleme
 }
 
 void BaseTemplate::importFormat(PlXFormat& format, const DOMElement* element) {
+  PlXVisualization* chart = format.getVisualization();
+  if (chart) BaseTemplate(nullptr, *chart).replaceFormat(format, element);
+}
+
+void BaseTemplate::replaceFormat(PlXFormat& format, const DOMElement* element) {
   if (!element) return;
   // By name: what a document type gives by default is there again when it has been removed.
   const DOMNamedNodeMap* attributes = format.getImplementation()->getAttributes();
@@ -178,16 +195,16 @@ void BaseTemplate::importFormat(PlXFormat& format, const DOMElement* element) {
     names.emplace_back(attributes->item(i)->getNodeName());
   }
   for (const ChartString& name : names) format.SetAttribute(name.xc_str(), nullptr);
-  importKnownAttributes(format, *element);
+  importKnownAttributes(*this, format, *element);
   format.removeUnitRules();
   if (const DOMElement* rule = firstDescendant(element, PlXUnitRule::_UTF_unitRule)) {
-    importKnownAttributes(*format.addUnitRule(), *rule);
+    importKnownAttributes(*this, *format.addUnitRule(), *rule);
   }
 }
 
 FormatImport formatImportOf(const XMLCh* name) {
   static constexpr std::pair<const XMLCh*, FormatImport> imports[] = {
-      {u"format", &BaseTemplate::importFormat},
+      {u"format", &BaseTemplate::replaceFormat},
       {u"numberFormat", &BaseTemplate::importNumberFormat},
       {u"stringFormat", &BaseTemplate::importStringFormat},
       {u"dateTimeFormat", &BaseTemplate::importDateTimeFormat},

@@ -1,13 +1,13 @@
 // BaseTemplate's import of label elements: their text and their two styles.
-#include <utility>
-
 #include "basetemplate.h"
 #include "chartbase.h"
 #include "facstdictionary.h"
+#include "findings.h"
 #include "installationcodepage.h"
 #include "pathfactory.h"
 #include "plxlabel.h"
 #include "plxstyle.h"
+#include "statedvalues.h"
 #include "templatexml.h"
 
 using namespace xercesc;
@@ -16,8 +16,7 @@ using namespace templatexml;
 void BaseTemplate::importNumberedStyles(const DOMElement* element, PlXStyle& first,
                                         PlXStyle& second) {
   forDescendants(element, PlXUni::_style, [&](const DOMElement* style) {
-    const ChartString number(style->getAttribute(PlXUni::_number));
-    importStyle(style, number.convertToInteger() == 1 ? second : first);
+    importStyle(style, stated::selection(*this, style, PlXUni::_number) == 1 ? second : first);
   });
 }
 
@@ -38,8 +37,8 @@ void BaseTemplate::styleLabel(PlXLabel& label, const DOMElement* element) {
 }
 
 // A command may give one text to the labels of many graphs.
-const ChartString& BaseTemplate::filledText(const DOMElement& element) {
-  if (keepsFindings_ && filled_.first == &element) return filled_.second;
+ChartString BaseTemplate::filledText(const DOMElement& element) const {
+  if (findings_ && findings_->filled.first == &element) return findings_->filled.second;
   ChartString text;
   for (const DOMNode* node = element.getFirstChild(); node; node = node->getNextSibling()) {
     const short kind = node->getNodeType();
@@ -55,13 +54,13 @@ const ChartString& BaseTemplate::filledText(const DOMElement& element) {
   FacSTDictionary dictionary(PathFactory::getPathInstance(3)->getLanguageResourcePath());
   dictionary.SetProcedure("GRAPH");
   ChartBase::updateText(text, &dictionary, installationCodePage());
-  filled_ = {&element, std::move(text)};
-  return filled_.second;
+  if (findings_) findings_->filled = {&element, text};
+  return text;
 }
 
 void BaseTemplate::mergeText(const DOMElement* element, PlXLabel& label) {
   if (!element) return;
-  const ChartString& text = filledText(*element);
+  const ChartString text = filledText(*element);
   if (text.empty()) return;
   label.removeTexts();
   label.addText()->setText(text.xc_str());

@@ -4,6 +4,7 @@
 #include "plxaxis.h"
 #include "plxformat.h"
 #include "plxstyle.h"
+#include "statedvalues.h"
 #include "templatexml.h"
 
 using namespace xercesc;
@@ -19,52 +20,43 @@ constexpr const XMLCh* formatNames[] = {u"numberformat",      u"numberFormat",  
 // Major and minor ticks have positions alike.
 template <class Ticks>
 void setPosition(Ticks& ticks, const XMLCh* word) {
-  if (is(word, PlXUni::_inside)) ticks.setPosition(Ticks::position_inside);
-  if (is(word, PlXUni::_outside)) ticks.setPosition(Ticks::position_outside);
-  if (is(word, PlXUni::_cross)) ticks.setPosition(Ticks::position_cross);
+  const auto position = wordOf<typename Ticks::ENUM_position>(word);
+  if (position) ticks.setPosition(*position);
 }
 
-void setDeltaUnit(PlXMajorTicks& ticks, const XMLCh* word) {
-  static const std::pair<const XMLCh*, PlXMajorTicks::ENUM_deltaUnit> words[] = {
-      {PlXUni::_second, PlXMajorTicks::deltaUnit_second},
-      {PlXUni::_minute, PlXMajorTicks::deltaUnit_minute},
-      {PlXUni::_hour, PlXMajorTicks::deltaUnit_hour},
-      {u"day", PlXMajorTicks::deltaUnit_day},
-      {PlXUni::_week, PlXMajorTicks::deltaUnit_week},
-      {PlXUni::_month, PlXMajorTicks::deltaUnit_month},
-      {PlXUni::_year, PlXMajorTicks::deltaUnit_year},
-  };
-  for (const auto& [text, unit] : words) {
-    if (is(word, text)) ticks.setDeltaUnit(unit);
-  }
+// Major and minor ticks have lengths alike.
+template <class Ticks>
+void setLength(const BaseTemplate& base, Ticks& ticks, const DOMElement& element) {
+  const ChartString length = stated::text(base, &element, PlXUni::_length, stated::Type::Length);
+  if (!length.empty()) ticks.setLength(length.xc_str());
 }
 
-void setSpacing(PlXMajorTicks& ticks, const DOMElement& element) {
-  const XMLCh* length = element.getAttribute(PlXUni::_length);
-  if (*length) ticks.setLength(length);
+void setSpacing(const BaseTemplate& command, PlXMajorTicks& ticks, const DOMElement& element) {
+  setLength(command, ticks, element);
   const XMLCh* stagger = element.getAttribute(PlXUni::_stagger);
   if (is(stagger, PlXUni::_auto)) {
     ticks.removeStagger();
   } else if (*stagger) {
     ticks.setStagger(stagger);
   }
-  const XMLCh* delta = element.getAttribute(PlXUni::_delta);
-  if (is(delta, PlXUni::_auto)) {
+  if (is(element.getAttribute(PlXUni::_delta), PlXUni::_auto)) {
     ticks.removeDelta();
-  } else if (*delta) {
-    ticks.setDelta(ChartString(delta).convertToDouble());
+  } else if (const auto delta = stated::number(command, &element, PlXUni::_delta)) {
+    ticks.setDelta(*delta);
   }
-  setDeltaUnit(ticks, element.getAttribute(u"deltaUnit"));
+  const auto unit = wordOf<PlXMajorTicks::ENUM_deltaUnit>(element.getAttribute(u"deltaUnit"));
+  if (unit) ticks.setDeltaUnit(*unit);
   const XMLCh* base = element.getAttribute(PlXUni::_UTF_base);
   if (*base) ticks.setBase(base);
 }
 
-void importFormats(PlXMajorTicks& ticks, const DOMElement& element) {
+void importFormats(BaseTemplate& base, PlXMajorTicks& ticks, const DOMElement& element) {
   for (const XMLCh* name : formatNames) {
     const DOMElement* child = firstDescendant(&element, name);
     if (!child) continue;
     const std::vector<PlXFormat*> formats = ticks.getFormats();
-    formatImportOf(name)(formats.empty() ? *ticks.addFormat() : *formats.front(), child);
+    PlXFormat& format = formats.empty() ? *ticks.addFormat() : *formats.front();
+    (base.*formatImportOf(name))(format, child);
   }
 }
 
@@ -103,11 +95,11 @@ bool BaseTemplate::setMajorTicks(PlXAxis& axis, const DOMElement* element) {
   if (!ticks) return false;
 
   setPosition(*ticks, element->getAttribute(PlXUni::_position));
-  setSpacing(*ticks, *element);
+  setSpacing(*this, *ticks, *element);
   if (!styleOnly && !ticks->getGridline() && gridLinesOf(element)) {
     ticks->addGridline();
   }
-  importFormats(*ticks, *element);
+  importFormats(*this, *ticks, *element);
   styleMajorTicks(*ticks, element);
   return true;
 }
@@ -123,12 +115,11 @@ bool BaseTemplate::setMinorTicks(PlXAxis& axis, const DOMElement* element) {
   if (!ticks) return false;
 
   if (!styleOnly) {
-    const ChartString number(element->getAttribute(PlXUni::_number));
-    const unsigned long count = number.empty() ? 2 : number.convertToInteger();
-    if (count <= mostCounted) ticks->setNumber(static_cast<unsigned>(count));
+    constexpr long usual = 2;
+    const auto count = countOf(stated::integer(*this, element, PlXUni::_number).value_or(usual));
+    if (count) ticks->setNumber(*count);
     setPosition(*ticks, element->getAttribute(PlXUni::_position));
-    const XMLCh* length = element->getAttribute(PlXUni::_length);
-    if (*length) ticks->setLength(length);
+    setLength(*this, *ticks, *element);
     if (!ticks->getGridline() && gridLinesOf(element)) ticks->addGridline();
   }
   styleMinorTicks(*ticks, element, major);

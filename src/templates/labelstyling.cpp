@@ -11,6 +11,7 @@
 #include "plxframes.h"
 #include "plxstyle.h"
 #include "plxuni.h"
+#include "statedvalues.h"
 #include "templatexml.h"
 
 using namespace xercesc;
@@ -23,14 +24,8 @@ using Place = PlXLabelLocation::ENUM_place;
 
 // Another word changes nothing.
 void readPlace(const ChartString& word, std::optional<Place>& place) {
-  static constexpr std::pair<const XMLCh*, Place> words[] = {
-      {u"center", PlXLabelLocation::place_center},
-      {u"negative", PlXLabelLocation::place_negative},
-      {u"positive", PlXLabelLocation::place_positive},
-  };
-  for (const auto& [text, value] : words) {
-    if (word.equals(text)) place = value;
-  }
+  const std::optional<Place> read = wordOf<Place>(word.xc_str());
+  if (read) place = read;
 }
 
 // None but for "true" and "false".
@@ -83,8 +78,8 @@ std::set<std::u16string> aestheticsOf(const PlXBaseElement& holder) {
 Look readLook(const BaseTemplate& base, const DOMElement& command) {
   Look look;
   forDescendants(&command, PlXUni::_style, [&](const DOMElement* style) {
-    const ChartString number(style->getAttribute(PlXUni::_number));
-    (number.convertToInteger() == 1 ? look.frameStyleElement : look.labelStyleElement) = style;
+    const long number = stated::selection(base, style, PlXUni::_number);
+    (number == 1 ? look.frameStyleElement : look.labelStyleElement) = style;
   });
   look.styleOnly = base.getBooleanAttribute(&command, BaseTemplate::_styleOnly, false);
   const ChartStyleValue position(command.getAttribute(PlXUni::_position));
@@ -106,23 +101,16 @@ Styling::Marker Styling::markerOf(const CTElementType& element, const PlXStyle& 
   return marker;
 }
 
-Styling::Styling(BaseTemplate& base, const PlXVisualization* source, const Look& look)
+Styling::Styling(BaseTemplate& base, const Look& look)
     : base_(base),
-      source_(source),
       look_(look),
       labelStyle_(base, look.labelStyleElement),
       frameStyle_(base, look.frameStyleElement) {}
 
-template <class T>
-const T* Styling::sourceOf(const T& object) const {
-  if (!source_) return nullptr;
-  return dynamic_cast<const T*>(source_->objectOf(source_->getElementById(object.getId())));
-}
-
 template <class Value>
 void Styling::set(PlXStyle& style, bool (PlXStyle::*isPresent)() const,
                   void (PlXStyle::*write)(Value), Value value) {
-  const PlXStyle* source = sourceOf(style);
+  const PlXStyle* source = base_.sourceOf(style);
   if (!source || !(source->*isPresent)()) (style.*write)(value);
 }
 
@@ -130,7 +118,7 @@ void Styling::style(CTElementType& element) {
   const std::vector<PlXLabeling*> labels = element.getLabelings();
   if (!labels.empty()) marker_ = markerOf(element, base_.styleOf(element));
   for (PlXLabeling* label : labels) styleLabel(element, *label);
-  const CTElementType* source = sourceOf(element);
+  const CTElementType* source = base_.sourceOf(element);
   const bool isPinned = source && *source->GetAttribute(PlXUni::_showCollidingLabels);
   if (look_.showColliding && !isPinned) element.setShowCollidingLabels(*look_.showColliding);
 }
@@ -143,7 +131,7 @@ void Styling::styleLabel(CTElementType& element, PlXLabeling& label) {
   labelStyle_.onto(text);
   if (!look_.styleOnly || !dynamic_cast<PlXSchema*>(&element)) frameStyle_.onto(frame);
   place(text);
-  const PlXLabeling* source = sourceOf(label);
+  const PlXLabeling* source = base_.sourceOf(label);
   const bool isPinned = source && *source->GetAttribute(PlXUni::_connectingLines);
   if (look_.connectingLines && !isPinned) label.setConnectingLines(*look_.connectingLines);
   if (look_.colorByMarker) colorByMarker(label, text, frame);

@@ -31,7 +31,7 @@ Look readLook(const BaseTemplate& base, const xercesc::DOMElement& command);
 // states of an object stays as it is.
 class Styling {
  public:
-  Styling(BaseTemplate& base, const PlXVisualization* source, const Look& look);
+  Styling(BaseTemplate& base, const Look& look);
 
   void style(CTElementType& element);
 
@@ -53,15 +53,12 @@ class Styling {
   void colorByMarker(PlXLabeling& label, PlXStyle& text, PlXStyle& frame);
   void giveAesthetics(PlXLabeling& label);
 
-  template <class T>
-  const T* sourceOf(const T& object) const;
   // Writes a property of a style.
   template <class Value>
   void set(PlXStyle& style, bool (PlXStyle::*isPresent)() const, void (PlXStyle::*write)(Value),
            Value value);
 
   BaseTemplate& base_;
-  const PlXVisualization* source_;
   const Look& look_;
   BaseTemplate::StyleImport labelStyle_;
   BaseTemplate::StyleImport frameStyle_;

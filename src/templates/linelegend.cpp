@@ -9,7 +9,7 @@ PlXLegend& LineLegend::ensured() {
   if (legend_) return *legend_;
   const std::vector<PlXLegend*> legends = base_.getLegends();
   if (!legends.empty()) return *(legend_ = legends.front());
-  legend_ = chart_.addLegend(base_.CreateUniqueId(PlXUni::_legend).xc_str());
+  legend_ = base_.target.addLegend(base_.CreateUniqueId(PlXUni::_legend).xc_str());
   PlXStyle& style = base_.styleOf(*legend_);
   if (!form_.isVisible) style.setVisible(false);
   style.setColor(PlXStyle::_transparent);

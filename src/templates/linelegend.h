@@ -18,8 +18,7 @@ class LineLegend {
     bool isVisible;
   };
 
-  LineLegend(BaseTemplate& base, PlXVisualization& chart, const Form& form)
-      : base_(base), chart_(chart), form_(form) {}
+  LineLegend(BaseTemplate& base, const Form& form) : base_(base), form_(form) {}
 
   PlXLegend& ensured();
   // An entry for a whole line. Cloning copies those of aesthetics alone, so it needn't be told.
@@ -27,7 +26,6 @@ class LineLegend {
 
  private:
   BaseTemplate& base_;
-  PlXVisualization& chart_;
   Form form_;
   PlXLegend* legend_ = nullptr;
 };

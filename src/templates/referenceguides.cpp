@@ -6,6 +6,7 @@
 #include "plxlabel.h"
 #include "plxstyle.h"
 #include "plxuni.h"
+#include "statedvalues.h"
 #include "templatexml.h"
 
 using namespace xercesc;
@@ -43,9 +44,9 @@ Block blockAt(const PlXGraph& graph, long index) {
   return block;
 }
 
-Looks::LabelStyles::LabelStyles(const DOMElement* label) {
-  forDescendants(label, PlXUni::_style, [this](const DOMElement* style) {
-    const long number = ChartString(style->getAttribute(PlXUni::_number)).convertToSignedInteger();
+Looks::LabelStyles::LabelStyles(const BaseTemplate& base, const DOMElement* label) {
+  forDescendants(label, PlXUni::_style, [&](const DOMElement* style) {
+    const long number = stated::selection(base, style, PlXUni::_number);
     if (number == 0) text = style;
     if (number == 1) frame = style;
   });
@@ -54,7 +55,7 @@ Looks::LabelStyles::LabelStyles(const DOMElement* label) {
 Looks::Looks(BaseTemplate& base, const DOMElement& command)
     : base_(base),
       label_(lastChild(command, PlXUni::_label)),
-      labelStyles_(label_),
+      labelStyles_(base, label_),
       style_(base, lastChild(command, PlXUni::_style)),
       labelText_(base, labelStyles_.text),
       labelFrame_(base, labelStyles_.frame) {}

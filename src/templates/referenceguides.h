@@ -50,7 +50,7 @@ class Looks {
   struct LabelStyles {
     const xercesc::DOMElement* text = nullptr;
     const xercesc::DOMElement* frame = nullptr;
-    explicit LabelStyles(const xercesc::DOMElement* label);
+    LabelStyles(const BaseTemplate& base, const xercesc::DOMElement* label);
   };
 
   void addLabel(CTGuideType& guide, bool isLevel) const;

@@ -36,7 +36,7 @@ bool tellsRSquared(const PlXLabelFrame& frame) {
 }  // namespace
 
 PlXLabelFrame* RSquaredFrames::firstOfChart() const {
-  for (PlXLabelFrame* frame : chart_.getLabelFrames()) {
+  for (PlXLabelFrame* frame : base_.target.getLabelFrames()) {
     if (tellsRSquared(*frame)) return frame;
   }
   return nullptr;
@@ -45,7 +45,7 @@ PlXLabelFrame* RSquaredFrames::firstOfChart() const {
 void RSquaredFrames::add(PlXGraph& graph, PlXLine& line, const ChartString& method,
                          bool isOfSubgroups) {
   if (!first_) first_ = firstOfChart();
-  PlXLabelFrame* frame = chart_.addLabelFrame(base_.CreateUniqueId(PlXUni::_frame).xc_str());
+  PlXLabelFrame* frame = base_.target.addLabelFrame(base_.CreateUniqueId(PlXUni::_frame).xc_str());
   PlXStyle& style = base_.styleOf(*frame);
   makeTransparent(style);
   style.setVisible(true);
@@ -69,9 +69,9 @@ void RSquaredFrames::place(PlXGraph& graph, PlXLabelFrame& frame) const {
   left->setTarget(graph);
   if (first_) {
     stack(frame, PlXLocation::method_attach, *first_);
-  } else if (const auto containers = chart_.getContainers(); !containers.empty()) {
+  } else if (const auto containers = base_.target.getContainers(); !containers.empty()) {
     stack(frame, PlXLocation::method_attach, *containers.back());
-  } else if (const auto legends = chart_.getLegends(); !legends.empty()) {
+  } else if (const auto legends = base_.target.getLegends(); !legends.empty()) {
     stack(frame, PlXLocation::method_attach, *legends.back());
   } else {
     stack(frame, PlXLocation::method_align, graph);

@@ -14,7 +14,7 @@ class PlXVisualization;
 // container, else its last legend. A command makes one of these for all of its frames.
 class RSquaredFrames {
  public:
-  RSquaredFrames(BaseTemplate& base, PlXVisualization& chart) : base_(base), chart_(chart) {}
+  explicit RSquaredFrames(BaseTemplate& base) : base_(base) {}
 
   // `method` is the name of the kind of fit. `isOfSubgroups` puts the name of the subgroup before
   // each value.
@@ -27,7 +27,6 @@ class RSquaredFrames {
   PlXLabelFrame* firstOfChart() const;
 
   BaseTemplate& base_;
-  PlXVisualization& chart_;
   PlXLabelFrame* first_ = nullptr;
   const PlXGraph* roomy_ = nullptr;  // the last one that made room
 };

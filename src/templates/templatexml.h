@@ -3,11 +3,13 @@
 #define CHARTXML_TEMPLATEXML_H
 
 #include <limits>
+#include <optional>
 
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/util/XMLString.hpp>
 
 #include "chartstring.h"
+#include "dialect.h"
 #include "domwalk.h"
 #include "plxuni.h"
 
@@ -16,11 +18,18 @@ namespace templatexml {
 // The largest count of digits or ticks that is written; one above it is out of range.
 constexpr unsigned long mostCounted = std::numeric_limits<int>::max();
 
+// None below 0, and nothing for one out of range.
+inline std::optional<unsigned> countOf(long number) {
+  if (number < 0) return 0;
+  const bool isInRange = static_cast<unsigned long>(number) <= mostCounted;
+  return isInRange ? std::optional(static_cast<unsigned>(number)) : std::nullopt;
+}
+
 // Calls `visit(element)` for the elements of that name at any depth below `parent`, in document
 // order. Null has none.
 template <class Visit>
 void forDescendants(const xercesc::DOMElement* parent, const XMLCh* name, Visit visit) {
-  xercesc::DOMElement* child = parent ? firstElement(parent) : nullptr;
+  const xercesc::DOMElement* child = parent ? firstElement(parent) : nullptr;
   for (; child; child = nextElement(child)) {
     walkElements(child, [&](const xercesc::DOMElement* element) {
       if (xercesc::XMLString::equals(element->getNodeName(), name)) visit(element);
@@ -32,7 +41,7 @@ void forDescendants(const xercesc::DOMElement* parent, const XMLCh* name, Visit 
 // The same for direct children.
 template <class Visit>
 void forChildren(const xercesc::DOMElement* parent, const XMLCh* name, Visit visit) {
-  xercesc::DOMElement* child = parent ? firstElement(parent) : nullptr;
+  const xercesc::DOMElement* child = parent ? firstElement(parent) : nullptr;
   for (; child; child = nextElement(child)) {
     if (xercesc::XMLString::equals(child->getNodeName(), name)) visit(child);
   }
@@ -57,6 +66,14 @@ inline const xercesc::DOMElement* firstDescendant(const xercesc::DOMElement* par
 
 inline bool is(const XMLCh* text, const XMLCh* word) {
   return xercesc::XMLString::equals(text, word);
+}
+
+// What a word means in the dialect; nothing for another text.
+template <class Enum>
+std::optional<Enum> wordOf(const XMLCh* text) {
+  constexpr int none = std::numeric_limits<int>::min();
+  const int number = dialect::wordsOf<Enum>().numberOf(text, none);
+  return number == none ? std::nullopt : std::optional(static_cast<Enum>(number));
 }
 
 // True for exactly "true".

@@ -36,15 +36,15 @@ std::vector<PlXAxis*> dimensionAxes(const BaseTemplate& queries,
 
 }  // namespace
 
-ticklabels::Selection::Selection(const BaseTemplate& queries, const xercesc::DOMElement* command)
-    : role(command ? command->getAttribute(PlXUni::_role) : nullptr),
-      categorical(queries.getBooleanAttribute(command, PlXUni::_categorical, false)),
-      derived(queries.getBooleanAttribute(command, BaseTemplate::_derived, false)) {}
+ticklabels::Selection::Selection(const BaseTemplate& base)
+    : role(base.command ? base.command->getAttribute(PlXUni::_role) : nullptr),
+      categorical(base.getBooleanAttribute(base.command, PlXUni::_categorical, false)),
+      derived(base.getBooleanAttribute(base.command, BaseTemplate::_derived, false)) {}
 
-bool ticklabels::edit(const BaseTemplate& queries, const PlXVisualization& target,
-                      const Selection& selection, const std::function<void(PlXMajorTicks&)>& edit) {
+bool ticklabels::edit(const BaseTemplate& queries, const Selection& selection,
+                      const std::function<void(PlXMajorTicks&)>& edit) {
   bool hasRole = false;
-  for (const PlXGraph* graph : target.getGraphs()) {
+  for (const PlXGraph* graph : queries.target.getGraphs()) {
     hasRole = false;
     if (queries.isRoleCategorical(*graph, selection.role) != selection.categorical) continue;
     std::vector<PlXAxis*> axes;

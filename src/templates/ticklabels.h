@@ -16,13 +16,13 @@ struct Selection {
   bool categorical = false;
   bool derived = false;
 
-  Selection(const BaseTemplate& queries, const xercesc::DOMElement* command);
+  explicit Selection(const BaseTemplate& command);
 };
 
 // Calls `edit` for the major ticks of every axis that is selected; axes without any are passed
 // over. In a scatterplot matrix those are the axes of the facet level of the role. Answers whether
 // the last graph has the role; false for a matrix, and for a chart without graphs.
-bool edit(const BaseTemplate& queries, const PlXVisualization& target, const Selection& selection,
+bool edit(const BaseTemplate& queries, const Selection& selection,
           const std::function<void(PlXMajorTicks&)>& edit);
 
 }  // namespace ticklabels

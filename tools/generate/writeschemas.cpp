@@ -128,6 +128,9 @@ std::string documentation(const std::string& indent, const char* text) {
 std::string typeName(const Attribute& attribute) {
   switch (attribute.type) {
     case Type::Text:
+    case Type::Length:
+    case Type::Lengths:
+    case Type::Color:
       return "xs:string";
     case Type::Flag:
       return "xs:boolean";

@@ -1,5 +1,6 @@
 #include "templates.h"
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 
@@ -32,9 +33,13 @@ std::string utf8(const XMLCh* text) {
 }
 
 // Builds the nodes of one document as the parser goes through it. The parser tells where an event
-// ends, which is where the next one starts: blanks between tags are events, too.
+// ends, which is where the next one starts: blanks between tags are events, too, but for those
+// before the root.
 class Builder : public DefaultHandler {
  public:
+  Builder(const std::string& document, const SAX2XMLReader& reader)
+      : documentText_(document), reader_(reader) {}
+
   TemplateNode takeRoot() { return std::move(document_.children.at(0)); }
 
   void setDocumentLocator(const Locator* const locator) override { locator_ = locator; }
@@ -44,8 +49,7 @@ class Builder : public DefaultHandler {
     endText();
     TemplateNode node;
     node.name = utf8(name);
-    // Blanks before the root are none.
-    if (open_.size() == 1) noteEnd();
+    if (open_.size() == 1) noteRoot();
     node.line = line_;
     node.column = column_;
     for (XMLSize_t i = 0; i < attributes.getLength(); ++i) {
@@ -92,6 +96,18 @@ class Builder : public DefaultHandler {
     column_ = locator_->getColumnNumber();
   }
 
+  // The last "<" of what has been read starts its tag.
+  void noteRoot() {
+    const auto read = static_cast<std::size_t>(reader_.getSrcOffset());
+    const std::size_t start = documentText_.rfind('<', read > 0 ? read - 1 : 0);
+    if (start == documentText_.npos) return noteEnd();
+    const std::string before = documentText_.substr(0, start);
+    const std::size_t lineStart = before.rfind('\n') + 1;
+    line_ = 1 + std::count(before.begin(), before.end(), '\n');
+    const ChartString line(before.substr(lineStart).c_str());
+    column_ = 1 + line.length();
+  }
+
   void endOther() {
     endText();
     noteEnd();
@@ -113,6 +129,8 @@ class Builder : public DefaultHandler {
     text_ = {};
   }
 
+  const std::string& documentText_;
+  const SAX2XMLReader& reader_;
   const Locator* locator_ = nullptr;
   TemplateNode document_;
   std::vector<TemplateNode*> open_{&document_};
@@ -148,7 +166,7 @@ TemplateNode nodesOf(const std::string& text) {
   SecurityManager bounds;
   bounds.setEntityExpansionLimit(mostExpansions);
   reader->setProperty(XMLUni::fgXercesSecurityManager, &bounds);
-  Builder builder;
+  Builder builder(text, *reader);
   reader->setContentHandler(&builder);
   reader->setLexicalHandler(&builder);
   reader->setDeclarationHandler(&builder);

@@ -16,6 +16,7 @@
 #include "plxstyle.h"
 #include "plxtransforms.h"
 #include "plxuni.h"
+#include "statedvalues.h"
 #include "templatexml.h"
 
 using namespace xercesc;
@@ -33,13 +34,13 @@ struct Parameters {
 Parameters readParameters(const BaseTemplate& base, const DOMElement& command) {
   Parameters parameters;
   parameters.applyToNonBar = base.getBooleanAttribute(&command, u"applyToNonBar", false);
-  parameters.depth = command.getAttribute(PlXUni::_depth);
+  parameters.depth = stated::text(base, &command, PlXUni::_depth, stated::Type::Length);
   if (parameters.depth.empty()) parameters.depth = u"100%";
-  parameters.theta = effects::number(command, PlXUni::_theta);
-  parameters.distance = effects::number(command, PlXUni::_distance);
-  parameters.foreShortening = effects::number(command, u"foreshortening");
-  parameters.xscale = effects::number(command, PlXUni::_xscale);
-  parameters.zLocation = effects::zLocation(command);
+  parameters.theta = stated::numberOrParameter(base, command, PlXUni::_theta);
+  parameters.distance = stated::numberOrParameter(base, command, PlXUni::_distance);
+  parameters.foreShortening = stated::numberOrParameter(base, command, u"foreshortening");
+  parameters.xscale = stated::numberOrParameter(base, command, PlXUni::_xscale);
+  parameters.zLocation = effects::zLocation(base, command);
   return parameters;
 }
 
@@ -88,8 +89,7 @@ class Walls {
     BaseTemplate::StyleImport style;
 
     Look(BaseTemplate& base, const DOMElement* element)
-        : number(ChartString(element->getAttribute(PlXUni::_number)).convertToSignedInteger()),
-          style(base, element) {
+        : number(stated::selection(base, element, PlXUni::_number)), style(base, element) {
       if (number < 1 || number > 3) number = 0;
     }
   };

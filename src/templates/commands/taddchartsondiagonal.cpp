@@ -17,6 +17,7 @@
 #include "plxgraph.h"
 #include "plxstatistics.h"
 #include "plxuni.h"
+#include "statedvalues.h"
 #include "templatexml.h"
 
 using namespace xercesc;
@@ -116,15 +117,13 @@ CTElementType& addNormalLine(BaseTemplate& base, PlXGraph& graph, const CTElemen
   return *line;
 }
 
-// What is no number is passed over.
-void setBins(PlXBinStatistic& bins, const DOMElement& binning) {
-  const auto numberAt = [&](const XMLCh* name) {
-    const ChartString text(binning.getAttribute(name));
-    return text.isNumber() ? text : ChartString();
+void setBins(const BaseTemplate& base, PlXBinStatistic& bins, const DOMElement& binning) {
+  const auto stated = [&](const XMLCh* name, stated::Type type) {
+    return stated::text(base, &binning, name, type);
   };
-  const ChartString start = numberAt(PlXBinStatistic::_binStart);
-  const ChartString width = numberAt(PlXBinStatistic::_binWidth);
-  const ChartString count = numberAt(PlXBinStatistic::_binCount);
+  const ChartString start = stated(PlXBinStatistic::_binStart, stated::Type::Number);
+  const ChartString width = stated(PlXBinStatistic::_binWidth, stated::Type::Number);
+  const ChartString count = stated(PlXBinStatistic::_binCount, stated::Type::Integer);
   if (!start.empty()) bins.setBinStart(start.xc_str());
   if (!width.empty()) {
     bins.setBinWidth(width.xc_str());
@@ -145,7 +144,7 @@ CTElementType& addHistogram(BaseTemplate& base, PlXGraph& graph, const CTElement
     CTElementType& line = addNormalLine(base, graph, matrix, diagonal);
     base.importStyle(parts.normalStyle, base.styleOf(line));
   }
-  if (parts.binning) setBins(*bins, *parts.binning);
+  if (parts.binning) setBins(base, *bins, *parts.binning);
   return *bars;
 }
 

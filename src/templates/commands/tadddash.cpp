@@ -6,5 +6,5 @@
 #include "commands.h"
 
 bool TAddDash::ProcessCommand() {
-  return AestheticLists(*this, source, target, command).replaceColors(&CTElementType::addDash);
+  return AestheticLists(*this).replaceColors(&CTElementType::addDash);
 }

@@ -68,13 +68,13 @@ void addLabels(ElementLabels& labels, const Parameters& parameters) {
   for (const Kind kind : parameters.kinds) labels.ensure(kind);
 }
 
-void formatLabels(ElementLabels& labels, const Parameters& parameters) {
+void formatLabels(BaseTemplate& base, ElementLabels& labels, const Parameters& parameters) {
   for (const Format& format : parameters.formats) {
     const FormatImport import = formatImportOf(format.element->getTagName());
     if (!import) continue;
     for (PlXLabeling* label : labels.formatted(format.kind)) {
       const std::vector<PlXFormat*> formats = label->getFormats();
-      import(formats.empty() ? *label->addFormat() : *formats.front(), format.element);
+      (base.*import)(formats.empty() ? *label->addFormat() : *formats.front(), format.element);
     }
   }
 }
@@ -123,7 +123,7 @@ bool TAddDataLabels::ProcessCommand() {
   std::vector<PlXGraph*> graphs;
   if (getGraphs(graphs) == 0) return false;
   const Sources sources(target);
-  Styling styling(*this, source, parameters.look);
+  Styling styling(*this, parameters.look);
   for (const PlXGraph* graph : graphs) {
     const LabelledGraph labelled(*this, sources, *graph);
     std::vector<CTElementType*> elements;
@@ -132,7 +132,7 @@ bool TAddDataLabels::ProcessCommand() {
       ElementLabels labels(*this, labelled, *element);
       const bool isRegion = !element->getRegionStatistics().empty();
       if (!parameters.look.styleOnly && !isRegion) addLabels(labels, parameters);
-      formatLabels(labels, parameters);
+      formatLabels(*this, labels, parameters);
       removeDuplicates(*element);
       styling.style(*element);
     }

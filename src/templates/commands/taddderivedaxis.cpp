@@ -14,6 +14,7 @@
 #include "plxlabel.h"
 #include "plxstyle.h"
 #include "plxuni.h"
+#include "statedvalues.h"
 #include "templatexml.h"
 
 using namespace xercesc;
@@ -28,15 +29,11 @@ struct Transform {
       {u"base-ratio", {}}, {u"base-match", {}}, {u"derived-ratio", {}}, {u"derived-match", {}}};
 };
 
-Transform readTransform(const DOMElement& element) {
+Transform readTransform(const BaseTemplate& base, const DOMElement& element) {
   Transform transform{.isPercent = is(element.getAttribute(PlXUni::_method), PlXUni::_percent)};
-  for (auto& [name, value] : transform.values) value = element.getAttribute(name);
-  forDescendants(&element, PlXUni::_parameter, [&](const DOMElement* parameter) {
-    const XMLCh* parameterName = parameter->getAttribute(PlXUni::_name);
-    for (auto& [name, value] : transform.values) {
-      if (value.empty() && is(parameterName, name)) value = parameter->getAttribute(PlXUni::_value);
-    }
-  });
+  for (auto& [name, value] : transform.values) {
+    value = stated::textOrParameter(base, element, name, stated::Type::Number);
+  }
   return transform;
 }
 
@@ -78,7 +75,8 @@ bool TAddDerivedAxis::ProcessCommand() {
   const bool isY = role.equals(PlXUni::_y);
   if (!isY && !role.equals(PlXUni::_x) && !role.equals(PlXUni::_z)) return false;
   const Parts parts = readParts(*command);
-  const Transform transform = parts.transform ? readTransform(*parts.transform) : Transform();
+  const Transform transform =
+      parts.transform ? readTransform(*this, *parts.transform) : Transform();
 
   const auto addAxis = [&](PlXDimension& dimension, const PlXAxis& main) {
     PlXAxis* axis = dimension.addAxis();

@@ -17,6 +17,7 @@
 #include "plxgraph.h"
 #include "plxlabel.h"
 #include "plxuni.h"
+#include "statedvalues.h"
 
 using namespace xercesc;
 
@@ -49,8 +50,8 @@ using Ids = std::vector<ChartString>;
 
 class Collector {
  public:
-  Collector(BaseTemplate& base, PlXVisualization& chart, const Parameters& parameters)
-      : base_(base), chart_(chart), parameters_(parameters) {}
+  Collector(BaseTemplate& base, const Parameters& parameters)
+      : base_(base), chart_(base.target), parameters_(parameters) {}
 
   Ids ofGraph(const PlXGraph& graph) {
     ids_.clear();
@@ -172,7 +173,7 @@ bool TAddDrilldowns::ProcessCommand() {
     if (role.equals(each)) parameters.roles = {role};
   }
   if (parameters.roles.empty()) parameters.roles = {PlXUni::_x, PlXUni::_y, PlXUni::_z};
-  parameters.count = attribute(PlXUni::_count).convertToSignedInteger();
+  parameters.count = stated::selection(*this, command, PlXUni::_count);
 
   const auto addRecord = [&](const ChartString& id) {
     PlXExtensionVis* record = target.addExtension();
@@ -193,7 +194,7 @@ bool TAddDrilldowns::ProcessCommand() {
 
   std::vector<PlXGraph*> graphs;
   getGraphs(graphs);
-  Collector collector(*this, target, parameters);
+  Collector collector(*this, parameters);
   for (const PlXGraph* graph : graphs) {
     for (const ChartString& id : collector.ofGraph(*graph)) addRecord(id);
   }

@@ -7,6 +7,8 @@
 // that shows, the graph takes its place. `styleOnly` adds and moves nothing.
 #include <algorithm>
 #include <array>
+#include <optional>
+#include <utility>
 
 #include <xercesc/dom/DOM.hpp>
 
@@ -21,6 +23,7 @@
 #include "plxlabel.h"
 #include "plxstyle.h"
 #include "plxuni.h"
+#include "statedvalues.h"
 #include "templatexml.h"
 
 using namespace xercesc;
@@ -45,11 +48,11 @@ struct Parameters {
   const DOMElement* label = nullptr;
 };
 
-void readChild(const DOMElement& child, Parameters& parameters) {
+void readChild(const BaseTemplate& base, const DOMElement& child, Parameters& parameters) {
   const XMLCh* name = child.getNodeName();
   if (is(name, PlXUni::_label)) parameters.label = &child;
   if (is(name, PlXUni::_style)) {
-    const long number = ChartString(child.getAttribute(PlXUni::_number)).convertToSignedInteger();
+    const long number = stated::selection(base, &child, PlXUni::_number);
     (number == 1   ? parameters.style1
      : number == 2 ? parameters.style2
                    : parameters.mainStyle) = &child;
@@ -58,18 +61,17 @@ void readChild(const DOMElement& child, Parameters& parameters) {
     static const XMLCh* const parts[partCount] = {PlXUni::_left, PlXUni::_right, PlXUni::_top,
                                                   PlXUni::_bottom};
     for (std::size_t part = 0; part < partCount; ++part) {
-      const XMLCh* place = child.getAttribute(parts[part]);
-      if (*place) parameters.places[part] = place;
+      ChartString place = stated::text(base, &child, parts[part], stated::Type::Length);
+      if (!place.empty()) parameters.places[part] = std::move(place);
     }
   }
 }
 
-Parameters readParameters(const DOMElement& command) {
+Parameters readParameters(const BaseTemplate& base, const DOMElement& command) {
   Parameters parameters;
-  const ChartString count(command.getAttribute(PlXUni::_count));
-  parameters.hasCount = !count.empty();
-  parameters.number =
-      std::clamp(count.convertToSignedInteger(), -1L, static_cast<long>(mostCounted));
+  const std::optional<long> count = stated::integer(base, &command, PlXUni::_count);
+  parameters.hasCount = count.has_value();
+  parameters.number = std::clamp(count.value_or(0), -1L, static_cast<long>(mostCounted));
   parameters.styleOnly = is(command.getAttribute(BaseTemplate::_styleOnly), PlXUni::_true);
   const ChartString type(command.getAttribute(PlXUni::_type));
   parameters.kind = frames::kindOf(type);
@@ -81,7 +83,7 @@ Parameters readParameters(const DOMElement& command) {
     }
   }
   for (const DOMElement* child = firstElement(&command); child; child = nextElement(child)) {
-    readChild(*child, parameters);
+    readChild(base, *child, parameters);
   }
   return parameters;
 }
@@ -106,12 +108,11 @@ PlXLocation::ENUM_part partOf(std::size_t index) {
 class Framing {
  public:
   // `source` may be null.
-  Framing(BaseTemplate& base, PlXVisualization& target, const PlXVisualization* source,
-          const Parameters& parameters)
-      : base_(base), target_(target), source_(source), given_(parameters) {
+  Framing(BaseTemplate& base, const Parameters& parameters)
+      : base_(base), target_(base.target), given_(parameters) {
     base.getGraphs(graphs_);
-    roles_ = target.getExtension();
-    if (!roles_ && !given_.styleOnly) roles_ = target.addExtension();
+    roles_ = target_.getExtension();
+    if (!roles_ && !given_.styleOnly) roles_ = target_.addExtension();
     mayMove_ = !given_.styleOnly && !(roles_ && roles_->getPreserveLocations());
     isPlaced_ = mayMove_ && std::ranges::none_of(given_.places, &ChartString::empty);
   }
@@ -173,7 +174,7 @@ class Framing {
 
   bool mayAddText() const {
     if (given_.styleOnly || !given_.label) return false;
-    const PlXExtensionVis* roles = source_ ? source_->getExtension() : nullptr;
+    const PlXExtensionVis* roles = base_.source ? base_.source->getExtension() : nullptr;
     return !roles || !textOf(*roles);
   }
 
@@ -272,7 +273,7 @@ class Framing {
   }
 
   bool dressPage() {
-    const bool isPinned = source_ && !source_->getLocations().empty();
+    const bool isPinned = base_.source && !base_.source->getLocations().empty();
     if (isPlaced_ && !isPinned) openSlots(target_);
     mainStyle_ = &base_.styleOf(target_);
     style1_ = target_.getStyleById(ChartBase::_container);
@@ -401,7 +402,6 @@ class Framing {
 
   BaseTemplate& base_;
   PlXVisualization& target_;
-  const PlXVisualization* source_;
   const Parameters& given_;
   std::vector<PlXGraph*> graphs_;
   PlXExtensionVis* roles_;  // null when nothing may be added
@@ -417,6 +417,6 @@ class Framing {
 
 bool TAddFrame::ProcessCommand() {
   if (!command) return false;
-  const Parameters parameters = readParameters(*command);
-  return Framing(*this, target, source, parameters).run();
+  const Parameters parameters = readParameters(*this, *command);
+  return Framing(*this, parameters).run();
 }

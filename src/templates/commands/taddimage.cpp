@@ -6,5 +6,5 @@
 #include "commands.h"
 
 bool TAddImage::ProcessCommand() {
-  return AestheticLists(*this, source, target, command).replaceColors(&CTElementType::addImage);
+  return AestheticLists(*this).replaceColors(&CTElementType::addImage);
 }

@@ -6,6 +6,7 @@
 #include <xercesc/dom/DOM.hpp>
 
 #include "commands.h"
+#include "matrixpanels.h"
 #include "plxelements.h"
 #include "plxextension.h"
 #include "plxframes.h"
@@ -74,9 +75,7 @@ bool TAddOriginLine::ProcessCommand() {
     record->setAttribute(role->key, line.getId());
     look.onto(styleOf(line));
     if (getFirstSPLOMElement(*graph)) {
-      PlXStyle* hidden = addStyle(line, nullptr);
-      hidden->setVisible(false);
-      line.addConditionalStyle(u"facet1!=facet2", *hidden);
+      matrixpanels::hideWhere(*this, line, matrixpanels::beside);
     }
   }
   return isAdded;

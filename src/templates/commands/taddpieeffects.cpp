@@ -12,6 +12,7 @@
 #include "plxstyle.h"
 #include "plxtransforms.h"
 #include "plxuni.h"
+#include "statedvalues.h"
 
 using namespace xercesc;
 
@@ -23,12 +24,12 @@ struct Parameters {
   std::optional<double> zLocation;
 };
 
-Parameters readParameters(const DOMElement& command) {
-  return {.depth = command.getAttribute(PlXUni::_depth),
-          .theta = effects::number(command, PlXUni::_theta),
-          .distance = effects::number(command, PlXUni::_distance),
-          .phi = effects::number(command, PlXUni::_phi),
-          .zLocation = effects::zLocation(command)};
+Parameters readParameters(const BaseTemplate& base, const DOMElement& command) {
+  return {.depth = stated::text(base, &command, PlXUni::_depth, stated::Type::Length),
+          .theta = stated::numberOrParameter(base, command, PlXUni::_theta),
+          .distance = stated::numberOrParameter(base, command, PlXUni::_distance),
+          .phi = stated::numberOrParameter(base, command, PlXUni::_phi),
+          .zLocation = effects::zLocation(base, command)};
 }
 
 // Of four dimensions two stay.
@@ -60,7 +61,7 @@ void removeShadow(PlXStyle& style) {
 
 bool TAddPieEffects::ProcessCommand() {
   if (!command) return false;
-  const Parameters given = readParameters(*command);
+  const Parameters given = readParameters(*this, *command);
   std::vector<PlXInterval*> pies;
   getIntervalElements(pies, true);
   bool isAny = false;

@@ -15,6 +15,7 @@
 #include "plxlabeling.h"
 #include "plxstylecycle.h"
 #include "plxuni.h"
+#include "statedvalues.h"
 #include "stylecycles.h"
 #include "templatexml.h"
 
@@ -61,7 +62,7 @@ bool TAddStyleCycle::ProcessCommand() {
   const ChartString elementName = attribute(u"elementName");
   if (!cycle || elementName.empty()) return false;
   const std::vector<Labels> all =
-      findLabels(*this, target, elementName, attribute(PlXUni::_count).convertToSignedInteger());
+      findLabels(*this, target, elementName, stated::selection(*this, command, PlXUni::_count));
   const stylecycles::Lists lists(*this, {cycle});
   // Graphs times labels would be more than a chart can hold.
   constexpr std::size_t mostAdded = 5000;

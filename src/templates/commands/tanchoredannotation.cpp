@@ -5,6 +5,7 @@
 #include <xercesc/dom/DOM.hpp>
 
 #include "commands.h"
+#include "matrixpanels.h"
 #include "plxgraph.h"
 #include "plxguides.h"
 #include "plxlabel.h"
@@ -106,9 +107,7 @@ bool TAnchoredAnnotation::ProcessCommand() {
     styleLabel(*label, labelElement);
     if (!getFirstSPLOMElement(graph)) return;
     // Not in the panels on the diagonal
-    PlXStyle* hidden = addStyle(*guide, nullptr);
-    hidden->setVisible(false);
-    guide->addConditionalStyle(_when, *hidden);
+    matrixpanels::hideWhere(*this, *guide, _when);
   };
 
   std::vector<PlXGraph*> graphs;

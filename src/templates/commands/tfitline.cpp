@@ -22,6 +22,7 @@
 #include "plxuni.h"
 #include "plxvariables.h"
 #include "rsquaredframe.h"
+#include "statedvalues.h"
 #include "templatexml.h"
 
 using namespace xercesc;
@@ -57,20 +58,8 @@ const Fit& fitOf(const ChartString& type) {
 }
 
 std::optional<Smooth::ENUM_kernel> kernelOf(const ChartString& word) {
-  static const std::pair<const XMLCh*, Smooth::ENUM_kernel> words[] = {
-      {PlXUni::_uniform, Smooth::kernel_uniform},
-      {PlXUni::_epanechnikov, Smooth::kernel_epanechnikov},
-      {u"Epanechnikov", Smooth::kernel_epanechnikov},
-      {PlXUni::_biweight, Smooth::kernel_biweight},
-      {PlXUni::_triweight, Smooth::kernel_triweight},
-      {PlXUni::_tricube, Smooth::kernel_tricube},
-      {PlXUni::_gaussian, Smooth::kernel_gaussian},
-      {PlXUni::_cauchy, Smooth::kernel_cauchy},
-  };
-  for (const auto& [text, kernel] : words) {
-    if (word.equals(text)) return kernel;
-  }
-  return {};
+  if (word.equals(u"Epanechnikov")) return Smooth::kernel_epanechnikov;
+  return wordOf<Smooth::ENUM_kernel>(word.xc_str());
 }
 
 struct Parameters {
@@ -81,16 +70,14 @@ struct Parameters {
   bool rSquared = false;
   bool bySubgroup = false;
   const Fit* fit = nullptr;
-  ChartString proportion;
+  std::optional<double> proportion, bandwidth, intercept;
   ChartString kernel;
-  ChartString bandwidth;
-  ChartString intercept;
   const DOMElement* fitStyle = nullptr;
   const DOMElement* spikeStyle = nullptr;
   const DOMElement* confidence = nullptr;
 };
 
-Parameters readParameters(const DOMElement& command) {
+Parameters readParameters(const BaseTemplate& base, const DOMElement& command) {
   const auto flag = [&](const XMLCh* name) { return isTrue(command, name); };
   Parameters parameters;
   parameters.primary = flag(u"primary");
@@ -100,15 +87,15 @@ Parameters readParameters(const DOMElement& command) {
   parameters.rSquared = flag(u"rsquared");
   parameters.bySubgroup = is(command.getAttribute(PlXUni::_target), u"subgroup");
   parameters.fit = &fitOf(command.getAttribute(PlXUni::_type));
-  parameters.proportion = command.getAttribute(u"proportion");
+  parameters.proportion = stated::number(base, &command, u"proportion");
   parameters.kernel = command.getAttribute(u"kernel");
-  parameters.bandwidth = command.getAttribute(u"bandwith");
-  parameters.intercept = command.getAttribute(u"intercept");
+  parameters.bandwidth = stated::number(base, &command, u"bandwith");
+  parameters.intercept = stated::number(base, &command, u"intercept");
   for (const DOMElement* child = firstElement(&command); child; child = nextElement(child)) {
     if (is(child->getNodeName(), u"confidenceInterval")) parameters.confidence = child;
     if (!is(child->getNodeName(), PlXUni::_style)) continue;
-    const ChartString number(child->getAttribute(PlXUni::_number));
-    (number.convertToSignedInteger() == 1 ? parameters.spikeStyle : parameters.fitStyle) = child;
+    const long number = stated::selection(base, child, PlXUni::_number);
+    (number == 1 ? parameters.spikeStyle : parameters.fitStyle) = child;
   }
   return parameters;
 }
@@ -134,13 +121,13 @@ void setMethod(PlXSmoothStatistic& statistic, const Fit& fit) {
 
 class Fitting {
  public:
-  Fitting(BaseTemplate& base, PlXVisualization& chart, const Parameters& parameters)
+  Fitting(BaseTemplate& base, const Parameters& parameters)
       : base_(base),
         given_(parameters),
         fitStyle_(base, parameters.fitStyle),
         spikeStyle_(base, parameters.spikeStyle),
-        legend_(base, chart, {{u"75%", u"99%", u"70%", u"80%"}, false}),
-        rSquared_(base, chart) {
+        legend_(base, {{u"75%", u"99%", u"70%", u"80%"}, false}),
+        rSquared_(base) {
     forChildren(parameters.confidence, PlXUni::_style,
                 [&](const DOMElement* each) { confidenceStyles_.emplace_back(base, each); });
   }
@@ -209,9 +196,7 @@ class Fitting {
     setMethod(statistic, fit);
     const bool isLoess = fit.method == Smooth::method_loess;
     if (isLoess) {
-      if (!given_.proportion.empty()) {
-        statistic.setProportion(given_.proportion.convertToDouble());
-      }
+      if (given_.proportion) statistic.setProportion(*given_.proportion);
       if (const auto kernel = kernelOf(given_.kernel)) statistic.setKernel(*kernel);
     }
     if (given_.spikes && fit.method && (!isLoess || !given_.kernel.empty())) {
@@ -220,8 +205,8 @@ class Fitting {
     if (given_.rSquared && fit.rSquared && !isMatrix_) {
       rSquared_.add(graph, line, names().method, given_.bySubgroup);
     }
-    if (!given_.bandwidth.empty()) statistic.setBandwidth(given_.bandwidth.convertToDouble());
-    if (!given_.intercept.empty()) statistic.setIntercept(given_.intercept.convertToDouble());
+    if (given_.bandwidth) statistic.setBandwidth(*given_.bandwidth);
+    if (given_.intercept) statistic.setIntercept(*given_.intercept);
   }
 
   void addSpikes(PlXGraph& graph, const PlXLine& line, const CTElementType& element) {
@@ -250,8 +235,8 @@ class Fitting {
     if (given_.fit->regionDegree) region.setDegree(*given_.fit->regionDegree);
     region.setRegionType(PlXRegionStatistic::regionType_confidenceFit);
     region.setPredictIndividuals(isTrue(*given_.confidence, u"predictIndividuals"));
-    const ChartString alpha(given_.confidence->getAttribute(u"alpha"));
-    if (!alpha.empty()) region.setAlpha(alpha.convertToDouble());
+    const auto alpha = stated::number(base_, given_.confidence, u"alpha");
+    if (alpha) region.setAlpha(*alpha);
     return line;
   }
 
@@ -293,8 +278,8 @@ class Fitting {
 
 bool TFitLine::ProcessCommand() {
   if (!command) return false;
-  const Parameters parameters = readParameters(*command);
-  Fitting fitting(*this, target, parameters);
+  const Parameters parameters = readParameters(*this, *command);
+  Fitting fitting(*this, parameters);
   const std::vector<PlXGraph*> graphs = target.getGraphs();
   for (PlXGraph* graph : graphs) fitting.process(*graph);
   return !graphs.empty();

@@ -11,6 +11,7 @@
 #include "plxgraph.h"
 #include "plxstyle.h"
 #include "plxuni.h"
+#include "statedvalues.h"
 #include "templatexml.h"
 
 using frames::Kind;
@@ -19,7 +20,7 @@ using templatexml::mostCounted;
 bool THideFrame::ProcessCommand() {
   if (!command) return false;
   const Kind kind = frames::kindOf(attribute(PlXUni::_type));
-  const long number = attribute(PlXUni::_count).convertToSignedInteger();
+  const long number = stated::selection(*this, command, PlXUni::_count);
   const bool isPosition = number > 0 && static_cast<unsigned long>(number) <= mostCounted;
   const unsigned position = isPosition ? static_cast<unsigned>(number) : 0;
   const PlXExtensionVis* roles = target.getExtension();

@@ -10,10 +10,12 @@
 #include "plxgraph.h"
 #include "plxstatistics.h"
 #include "plxuni.h"
+#include "statedvalues.h"
 #include "templatexml.h"
 
 using namespace xercesc;
 using namespace templatexml;
+using stated::Type;
 
 namespace {
 
@@ -23,28 +25,30 @@ struct Bins {
   ChartString count;
 };
 
-Bins readBins(const DOMElement& command) {
+Bins readBins(const BaseTemplate& base, const DOMElement& command) {
   Bins bins;
   struct Row {
     ChartString& text;
     const XMLCh* parameter;
     const XMLCh* attribute;
+    Type type;
   };
   const Row rows[] = {
-      {bins.start, u"start", PlXBinStatistic::_binStart},
-      {bins.width, u"bin-width", PlXBinStatistic::_binWidth},
-      {bins.count, u"bin-count", PlXBinStatistic::_binCount},
+      {bins.start, u"start", PlXBinStatistic::_binStart, Type::Number},
+      {bins.width, u"bin-width", PlXBinStatistic::_binWidth, Type::Number},
+      {bins.count, u"bin-count", PlXBinStatistic::_binCount, Type::Integer},
+  };
+  const auto read = [&](const Row& row, const DOMElement& element, const XMLCh* name) {
+    const ChartString value = stated::text(base, &element, name, row.type);
+    if (!value.empty()) row.text = value;
   };
   forDescendants(&command, PlXUni::_parameter, [&](const DOMElement* parameter) {
-    const XMLCh* value = parameter->getAttribute(PlXUni::_value);
     for (const Row& row : rows) {
-      if (*value && is(parameter->getAttribute(PlXUni::_name), row.parameter)) row.text = value;
+      if (!is(parameter->getAttribute(PlXUni::_name), row.parameter)) continue;
+      read(row, *parameter, PlXUni::_value);
     }
   });
-  for (const Row& row : rows) {
-    const XMLCh* value = command.getAttribute(row.attribute);
-    if (*value) row.text = value;
-  }
+  for (const Row& row : rows) read(row, command, row.attribute);
   return bins;
 }
 
@@ -52,7 +56,7 @@ Bins readBins(const DOMElement& command) {
 
 bool THistogramBinning::ProcessCommand() {
   if (!command) return false;
-  const Bins bins = readBins(*command);
+  const Bins bins = readBins(*this, *command);
   for (const PlXGraph* graph : target.getGraphs()) {
     for (CTElementType* element : getElementsWithSummaryStatistics(*graph)) {
       if (element->getBinStatistics().empty()) continue;

@@ -18,10 +18,12 @@
 #include "plxstyle.h"
 #include "plxuni.h"
 #include "plxvariables.h"
+#include "statedvalues.h"
 #include "templatexml.h"
 
 using namespace xercesc;
 using namespace templatexml;
+using stated::Type;
 
 namespace {
 
@@ -108,12 +110,12 @@ CTVariableType* binnedVariable(const PlXGraph& graph) {
 bool THistogramNormalLine::ProcessCommand() {
   if (!command) return false;
   const Distribution& kind = distributionOf(attribute(PlXUni::_type));
-  const ChartString first = attribute(u"parameter");
-  const ChartString second = attribute(u"secondaryParameter");
+  const ChartString first = stated::text(*this, command, u"parameter", Type::Number);
+  const ChartString second = stated::text(*this, command, u"secondaryParameter", Type::Number);
   if (!fits(kind.needs, !first.empty(), !second.empty())) return false;
   const StyleImport imported(*this, firstDescendant(command, PlXUni::_style));
   std::optional<ChartString> name;
-  LineLegend legend(*this, target, {{u"75%", u"98%", u"2.5%", u"97.5%"}, true});
+  LineLegend legend(*this, {{u"75%", u"98%", u"2.5%", u"97.5%"}, true});
 
   const auto addLine = [&](PlXGraph& graph, CTVariableType& variable) {
     PlXLine* line = graph.addLine(CreateUniqueId(PlXUni::_distribution).xc_str());

@@ -5,10 +5,12 @@
 // the values are restyled, and every line gets a style. A label of a category becomes its value in
 // the first graph, and other graphs look that value up in its place.
 #include <array>
+#include <optional>
 
 #include <xercesc/dom/DOM.hpp>
 
 #include "commands.h"
+#include "matrixpanels.h"
 #include "plxcoordinates.h"
 #include "plxelements.h"
 #include "plxfacets.h"
@@ -18,6 +20,7 @@
 #include "plxstyle.h"
 #include "plxuni.h"
 #include "referenceguides.h"
+#include "statedvalues.h"
 #include "templatexml.h"
 
 using namespace xercesc;
@@ -41,9 +44,8 @@ struct Parameters {
   long block = 0;
 };
 
-unsigned segmentsOf(const ChartString& text) {
+unsigned segmentsOf(long number) {
   constexpr unsigned usual = 100;
-  const long number = text.convertToSignedInteger();
   const bool isUsable = number > 1 && static_cast<unsigned long>(number) <= mostCounted;
   return isUsable ? static_cast<unsigned>(number) : usual;
 }
@@ -65,13 +67,12 @@ Parameters readParameters(const BaseTemplate& base, const DOMElement& command) {
       place.state(value, base.getBooleanAttribute(child, PlXUni::_categorical, false));
     }
   }
-  const ChartString points(command.getAttribute(PlXUni::_numberPoints));
-  parameters.isFunction = !points.empty();
-  parameters.segments = segmentsOf(points);
+  const std::optional<long> points = stated::integer(base, &command, PlXUni::_numberPoints);
+  parameters.isFunction = points.has_value();
+  parameters.segments = segmentsOf(points.value_or(0));
   parameters.styleOnly = isTrue(command, BaseTemplate::_styleOnly);
   parameters.name = command.getAttribute(PlXUni::_name);
-  parameters.block =
-      ChartString(command.getAttribute(PlXUni::_coordinate)).convertToSignedInteger();
+  parameters.block = stated::selection(base, &command, PlXUni::_coordinate);
   return parameters;
 }
 
@@ -127,9 +128,7 @@ class ReferenceLines {
     looks_.dress(guide, !given_.places[y].value.empty());
     if (!base_.getFirstSPLOMElement(graph)) return;
     // The cells on the diagonal of a matrix have a scale of their own.
-    PlXStyle* hidden = base_.addStyle(guide, nullptr);
-    hidden->setVisible(false);
-    guide.addConditionalStyle(BaseTemplate::_when, *hidden);
+    matrixpanels::hideWhere(base_, guide, BaseTemplate::_when);
   }
 
   void restyleLines(const PlXGraph& graph) const {

@@ -5,6 +5,7 @@
 // place, are restyled and reordered, and every band gets a style.
 #include <algorithm>
 #include <limits>
+#include <optional>
 #include <utility>
 
 #include <xercesc/dom/DOM.hpp>
@@ -16,6 +17,7 @@
 #include "plxguides.h"
 #include "plxuni.h"
 #include "referenceguides.h"
+#include "statedvalues.h"
 #include "templatexml.h"
 
 using namespace xercesc;
@@ -46,13 +48,12 @@ Parameters readParameters(const BaseTemplate& base, const DOMElement& command) {
   parameters.y1.state(command.getAttribute(PlXUni::_y1), yLabels);
   parameters.y2.state(command.getAttribute(PlXUni::_y2), yLabels);
   parameters.name = command.getAttribute(PlXUni::_name);
-  const ChartString order(command.getAttribute(PlXUni::_zOrder));
-  parameters.hasOrder = !order.empty();
+  const std::optional<long> order = stated::integer(base, &command, PlXUni::_zOrder);
+  parameters.hasOrder = order.has_value();
   using Limits = std::numeric_limits<int>;
-  parameters.order = static_cast<int>(
-      std::clamp<long>(order.convertToSignedInteger(), Limits::min(), Limits::max()));
-  parameters.block =
-      ChartString(command.getAttribute(PlXUni::_coordinate)).convertToSignedInteger();
+  parameters.order =
+      static_cast<int>(std::clamp<long>(order.value_or(0), Limits::min(), Limits::max()));
+  parameters.block = stated::selection(base, &command, PlXUni::_coordinate);
   parameters.styleOnly = isTrue(command, BaseTemplate::_styleOnly);
   return parameters;
 }

@@ -8,6 +8,7 @@
 #include "plxgraph.h"
 #include "plxtransforms.h"
 #include "plxuni.h"
+#include "statedvalues.h"
 
 namespace {
 
@@ -23,8 +24,10 @@ bool hasParallelCoordinates(const PlXGraph& graph) {
 bool TSetAxisMargin::ProcessCommand() {
   if (!command) return false;
   const ChartString role = attribute(PlXUni::_role);
-  const ChartString upper = attribute(PlXUni::_upperMargin);
-  const ChartString lower = attribute(PlXUni::_lowerMargin);
+  const ChartString upper =
+      stated::text(*this, command, PlXUni::_upperMargin, stated::Type::Length);
+  const ChartString lower =
+      stated::text(*this, command, PlXUni::_lowerMargin, stated::Type::Length);
   const bool categorical = attribute(PlXUni::_categorical).equals(PlXUni::_true);
   for (const PlXGraph* graph : target.getGraphs()) {
     if (isGraphPolar(*graph) || isRoleCategorical(*graph, role) != categorical ||

@@ -1,6 +1,8 @@
 // setAxisScale role method invert origin base, with children parameter (name, value): the scale of
 // the dimensions of a role. A dimension without a scale gets one. Categorical axes and polar graphs
 // have no scale. Without `base` and parameter an earlier base stays; all else is set anew.
+#include <optional>
+
 #include <xercesc/dom/DOM.hpp>
 
 #include "commands.h"
@@ -9,6 +11,8 @@
 #include "plxframes.h"
 #include "plxgraph.h"
 #include "plxuni.h"
+#include "statedvalues.h"
+#include "templatexml.h"
 
 using namespace xercesc;
 
@@ -19,27 +23,15 @@ struct Parameters {
   PlXScale::ENUM_method method = PlXScale::method_linear;
   bool invert = false;
   ChartString origin;
-  double base = 0;
-  bool hasBase = false;
+  std::optional<double> base;
 };
 
+// Of two words for a method templates have the one that charts are written with.
 PlXScale::ENUM_method methodOf(const ChartString& word) {
-  static const std::pair<const XMLCh*, PlXScale::ENUM_method> words[] = {
-      {PlXUni::_log, PlXScale::method_log},
-      {PlXUni::_power, PlXScale::method_power},
-      {PlXUni::_log_safe, PlXScale::method_log_safe},
-      {PlXUni::_power_safe, PlXScale::method_power_safe},
-      {PlXScale::_UTF_method_logit, PlXScale::method_logit},
-      {PlXScale::_UTF_method_probit, PlXScale::method_probit},
-      {PlXScale::_UTF_method_asn, PlXScale::method_asn},
-      {PlXScale::_UTF_method_atanh, PlXScale::method_atanh},
-      {PlXScale::_UTF_method_prob, PlXScale::method_prob},
-      {PlXScale::_UTF_method_cLoglog, PlXScale::method_cLoglog},
-  };
-  for (const auto& [text, method] : words) {
-    if (word.equals(text)) return method;
-  }
-  return PlXScale::method_linear;
+  const auto method = templatexml::wordOf<PlXScale::ENUM_method>(word.xc_str());
+  const bool isWritten =
+      method && word.equals(dialect::wordsOf<PlXScale::ENUM_method>().textOf(*method));
+  return isWritten ? *method : PlXScale::method_linear;
 }
 
 PlXScale::ENUM_method safeForm(PlXScale::ENUM_method method) {
@@ -53,36 +45,28 @@ PlXScale::ENUM_method safeForm(PlXScale::ENUM_method method) {
   }
 }
 
-void readParameter(const DOMElement& element, Parameters& parameters) {
+void readParameter(const BaseTemplate& command, const DOMElement& element, Parameters& parameters) {
   const ChartString name(element.getAttribute(PlXUni::_name));
   const ChartString value(element.getAttribute(PlXUni::_value));
   if (name.equals(u"exponent") || name.equals(PlXUni::_UTF_base)) {
-    parameters.base = value.convertToDouble();
-    parameters.hasBase = true;
+    const auto base = stated::number(command, &element, PlXUni::_value);
+    if (base) parameters.base = base;
   } else if (name.equals(u"safe") && value.equals(PlXUni::_true)) {
     parameters.method = safeForm(parameters.method);
   }
 }
 
-Parameters readParameters(const DOMElement& command) {
+Parameters readParameters(const BaseTemplate& base, const DOMElement& command) {
   Parameters parameters;
   parameters.role = command.getAttribute(PlXUni::_role);
   parameters.method = methodOf(command.getAttribute(PlXUni::_method));
   parameters.invert = XMLString::equals(command.getAttribute(PlXUni::_invert), PlXUni::_true);
   parameters.origin = command.getAttribute(PlXUni::_origin);
-  for (DOMElement* child = firstElement(&command); child; child = nextElement(child)) {
-    walkElements(child, [&](const DOMElement* element) {
-      if (XMLString::equals(element->getNodeName(), PlXUni::_parameter)) {
-        readParameter(*element, parameters);
-      }
-      return true;
-    });
-  }
-  const ChartString base(command.getAttribute(PlXUni::_UTF_base));
-  if (!base.empty()) {
-    parameters.base = base.convertToDouble();
-    parameters.hasBase = true;
-  }
+  templatexml::forDescendants(&command, PlXUni::_parameter, [&](const DOMElement* element) {
+    readParameter(base, *element, parameters);
+  });
+  const auto own = stated::number(base, &command, PlXUni::_UTF_base);
+  if (own) parameters.base = own;
   return parameters;
 }
 
@@ -90,7 +74,7 @@ Parameters readParameters(const DOMElement& command) {
 
 bool TSetAxisScale::ProcessCommand() {
   if (!command) return false;
-  const Parameters parameters = readParameters(*command);
+  const Parameters parameters = readParameters(*this, *command);
   for (const PlXGraph* graph : target.getGraphs()) {
     if (isGraphPolar(*graph) || isRoleCategorical(*graph, parameters.role)) continue;
     for (PlXDimension* dimension : getDimensionsByRole(*graph, parameters.role)) {
@@ -104,7 +88,7 @@ bool TSetAxisScale::ProcessCommand() {
         scale->setOrigin(parameters.origin.xc_str());
       }
       scale->setInvert(parameters.invert);
-      if (parameters.hasBase) scale->setBase(parameters.base);
+      if (parameters.base) scale->setBase(*parameters.base);
     }
   }
   return true;

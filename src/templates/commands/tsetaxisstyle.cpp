@@ -13,6 +13,7 @@
 #include "plxlabel.h"
 #include "plxstyle.h"
 #include "plxuni.h"
+#include "statedvalues.h"
 #include "templatexml.h"
 
 using namespace xercesc;
@@ -28,7 +29,7 @@ struct Parts {
   const DOMElement* labelFrameStyle = nullptr;
 };
 
-Parts readParts(const DOMElement& command) {
+Parts readParts(const BaseTemplate& base, const DOMElement& command) {
   Parts parts;
   for (const DOMElement* child = firstElement(&command); child; child = nextElement(child)) {
     const XMLCh* name = child->getNodeName();
@@ -36,8 +37,8 @@ Parts readParts(const DOMElement& command) {
     if (is(name, PlXUni::_label)) parts.label = child;
     if (!is(name, u"axisLabelStyle")) continue;
     forDescendants(child, PlXUni::_style, [&](const DOMElement* style) {
-      const ChartString number(style->getAttribute(PlXUni::_number));
-      (number.convertToInteger() == 1 ? parts.labelFrameStyle : parts.labelTextStyle) = style;
+      const long number = stated::selection(base, style, PlXUni::_number);
+      (number == 1 ? parts.labelFrameStyle : parts.labelTextStyle) = style;
     });
   }
   return parts;
@@ -51,7 +52,7 @@ bool TSetAxisStyle::ProcessCommand() {
   const bool isCategoricalGiven = !attribute(PlXUni::_categorical).empty();
   const bool categorical = getBooleanAttribute(command, PlXUni::_categorical, false);
   const bool derived = getBooleanAttribute(command, _derived, false);
-  const Parts parts = readParts(*command);
+  const Parts parts = readParts(*this, *command);
 
   const auto styleTitle = [&](PlXLabel& title) {
     PlXStyle& text = styleOf(title);

@@ -5,10 +5,11 @@
 #include "plxframes.h"
 #include "plxgraph.h"
 #include "plxuni.h"
+#include "statedvalues.h"
 
 bool TSetClusterWidth::ProcessCommand() {
   if (!command) return false;
-  ChartString gap = attribute(u"gap");
+  ChartString gap = stated::text(*this, command, PlXUni::_gap, stated::Type::Length);
   if (gap.empty()) gap = u"0%";
   ChartString role = attribute(PlXUni::_role);
   if (!role.equals(PlXUni::_y) && !role.equals(PlXUni::_z)) role = PlXUni::_x;

@@ -3,7 +3,7 @@
 // summary, or whose first is a percent, and sums up what they show; those that show sums already,
 // as after another setCollapse, stay as they are. A graph with categories on x or z must be plain:
 // one block at most, and on y nothing but columns of counts, sums or their percents. Lists of
-// categories to keep or to leave out go from the domain. A new domain isn't linked by anything.
+// categories to keep or to leave out go from the domain. A new domain is the variable's.
 #include <algorithm>
 #include <unordered_map>
 
@@ -16,6 +16,7 @@
 #include "plxstatistics.h"
 #include "plxuni.h"
 #include "plxvariables.h"
+#include "statedvalues.h"
 
 namespace {
 
@@ -117,12 +118,14 @@ std::vector<Merge> mergesOf(categories::Domains& domains, const ChartString& rol
 bool TSetCollapse::ProcessCommand() {
   if (!command) return false;
   const ChartString category = attribute(u"categoryName");
-  const double minFraction = attribute(PlXUni::_minFraction).convertToDouble();
+  const double minFraction = stated::number(*this, command, PlXUni::_minFraction).value_or(0);
   categories::Domains domains(source, target);
   for (const Merge& merge : mergesOf(domains, attribute(PlXUni::_role))) {
     merge.variable->removeAggregations();
     merge.variable->addAggregation(category.xc_str(), *merge.measure, minFraction);
     PlXCategoricalDomain& domain = merge.domain ? *merge.domain : domains.add();
+    // One that a dimension has, or another variable, stays theirs.
+    if (!merge.domain) domains.tie(*merge.variable, domain);
     putLast(domain, category);
     domain.removeCategoriess();
   }

@@ -40,7 +40,7 @@ PlXStyleCycle* firstCycle(const CTElementType& element) {
 
 bool TSetColor::ProcessCommand() {
   const ChartString affectWord = attribute(u"affect");
-  AestheticLists lists(*this, source, target, command);
+  AestheticLists lists(*this);
   for (const PlXGraph* graph : target.getGraphs()) {
     // By the tag of the elements; null where none before has one.
     std::map<ChartString, PlXStyleCycle*> shared;

@@ -5,5 +5,5 @@
 #include "commands.h"
 
 bool TSetDash::ProcessCommand() {
-  return AestheticLists(*this, source, target, command).renewAll(&CTElementType::getDashs);
+  return AestheticLists(*this).renewAll(&CTElementType::getDashs);
 }

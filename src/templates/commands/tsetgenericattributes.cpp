@@ -1,8 +1,8 @@
 // setGenericAttributes elementName parentName count styleName, and any other attributes, which it
 // writes as they stand on the nodes of a tag. With `styleName`, a link of the nodes to a style, it
 // writes them on that style, which is made when it is missing. Else `text` is not an attribute but
-// what the node holds. Nothing is checked but an id: one that is empty, holds blanks or is taken is
-// passed over, and links to a node follow when its id changes. Names with a prefix mean something
+// what the node holds. Values that break the type of their attribute are passed over, and so is an
+// id that is taken; links to a node follow when its id changes. Names with a prefix mean something
 // else in a chart, and are passed over.
 #include <xercesc/dom/DOM.hpp>
 
@@ -14,6 +14,7 @@
 #include "plxframes.h"
 #include "plxstyle.h"
 #include "plxuni.h"
+#include "statedvalues.h"
 #include "templatexml.h"
 
 using namespace xercesc;
@@ -34,12 +35,12 @@ struct Parameters {
   std::vector<Attribute> attributes;
 };
 
-Parameters readParameters(const DOMElement& command) {
+Parameters readParameters(const BaseTemplate& base, const DOMElement& command) {
   Parameters parameters;
   parameters.elementName = command.getAttribute(u"elementName");
   parameters.parentName = command.getAttribute(u"parentName");
   parameters.styleName = command.getAttribute(u"styleName");
-  parameters.count = ChartString(command.getAttribute(PlXUni::_count)).convertToSignedInteger();
+  parameters.count = stated::selection(base, &command, PlXUni::_count);
   const DOMNamedNodeMap* all = command.getAttributes();
   for (XMLSize_t i = 0; i < all->getLength(); ++i) {
     const DOMNode* attribute = all->item(i);
@@ -82,7 +83,22 @@ void setContent(const PlXBaseElement& node, const XMLCh* text) {
     }
     child = next;
   }
-  element->appendChild(element->getOwnerDocument()->createTextNode(text));
+  if (*text) {
+    element->appendChild(element->getOwnerDocument()->createTextNode(text));
+  } else {
+    // It stands in for a content that isn't there.
+    element->removeAttribute(PlXUni::_text);
+  }
+}
+
+// An attribute that the dialect doesn't have may hold anything.
+bool mayHold(const BaseTemplate& base, const PlXBaseElement& node, const XMLCh* name,
+             const ChartString& value) {
+  const dialect::Element* row = dialect::find(node.getImplementation());
+  const dialect::Attribute* known = row ? dialect::attributeOf(*row, name) : nullptr;
+  if (!known || dialect::isOfSchemaType(*known, value.view())) return true;
+  stated::drop(base, name, value);
+  return false;
 }
 
 void renameLinks(const PlXVisualization& chart, const ChartString& from, const XMLCh* to) {
@@ -103,8 +119,7 @@ void renameLinks(const PlXVisualization& chart, const ChartString& from, const X
 
 // A walk over the chart at most once for a command: then the id is taken.
 void setId(PlXBaseElement& node, const PlXVisualization& chart, const XMLCh* id) {
-  const std::u16string_view text(id);
-  if (text.empty() || text.find_first_of(u" \t\r\n") != text.npos || chart.doesIdExist(id)) return;
+  if (chart.doesIdExist(id)) return;
   const ChartString before(node.GetAttribute(PlXUni::_id));
   node.SetAttribute(PlXUni::_id, id);
   if (!before.empty()) renameLinks(chart, before, id);
@@ -114,7 +129,7 @@ void setId(PlXBaseElement& node, const PlXVisualization& chart, const XMLCh* id)
 
 bool TSetGenericAttributes::ProcessCommand() {
   if (!command) return false;
-  const Parameters parameters = readParameters(*command);
+  const Parameters parameters = readParameters(*this, *command);
   if (parameters.elementName.empty()) return false;
   const XMLCh* styleName = parameters.styleName.xc_str();
 
@@ -136,10 +151,13 @@ bool TSetGenericAttributes::ProcessCommand() {
     const DOMElement* pinned = isLinked && source ? source->getElementById(id) : nullptr;
     for (const auto& [name, value] : parameters.attributes) {
       if (pinned && *pinned->getAttribute(name)) continue;
+      if (!isLinked && is(name, PlXUni::_text)) {
+        setContent(*written, value);
+        continue;
+      }
+      if (!mayHold(*this, *written, name, value)) continue;
       if (is(name, PlXUni::_id)) {
         setId(*written, target, value);
-      } else if (!isLinked && is(name, PlXUni::_text)) {
-        setContent(*written, value);
       } else {
         written->SetAttribute(name, value);
       }

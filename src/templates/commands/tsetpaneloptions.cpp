@@ -15,6 +15,7 @@
 #include "plxlabel.h"
 #include "plxtransforms.h"
 #include "plxuni.h"
+#include "statedvalues.h"
 #include "templatexml.h"
 
 using namespace xercesc;
@@ -64,7 +65,7 @@ struct Styles {
   const DOMElement* marks = nullptr;
 };
 
-Styles readStyles(const DOMElement& command) {
+Styles readStyles(const BaseTemplate& base, const DOMElement& command) {
   static constexpr std::pair<const XMLCh*, const DOMElement * Styles::*> parts[] = {
       {u"axisStyle", &Styles::axis},
       {u"axisLabelStyle", &Styles::title},
@@ -80,8 +81,8 @@ Styles readStyles(const DOMElement& command) {
     }
     if (!is(name, BaseTemplate::_tickLabelStyle)) continue;
     forDescendants(child, PlXUni::_style, [&](const DOMElement* style) {
-      const ChartString number(style->getAttribute(PlXUni::_number));
-      (number.convertToInteger() == 1 ? styles.tickFrames : styles.ticks) = style;
+      const long number = stated::selection(base, style, PlXUni::_number);
+      (number == 1 ? styles.tickFrames : styles.ticks) = style;
     });
   }
   return styles;
@@ -111,8 +112,8 @@ bool TSetPanelOptions::ProcessCommand() {
   const std::vector<PlXGraph*> graphs = target.getGraphs();
   if (!command || graphs.empty()) return false;
   const Mirror mirror = readMirror(*command);
-  const ChartString gap = attribute(PlXUni::_gap);
-  const Styles styles = readStyles(*command);
+  const ChartString gap = stated::text(*this, command, PlXUni::_gap, stated::Type::Length);
+  const Styles styles = readStyles(*this, *command);
   const bool isSourceMirrored = source && !gap.empty() && hasReflection(*source);
 
   const auto setGap = [&](PlXFacetLevel& level, bool isMatrix) {

@@ -8,16 +8,18 @@
 
 bool TSetPattern::ProcessCommand() {
   if (!command) return true;
-  AestheticLists lists(*this, source, target, command);
+  AestheticLists lists(*this);
   lists.forElements([&](CTElementType& element) {
     const auto patterns = lists.selected(element, &CTElementType::getPatterns);
     if (patterns.empty()) return;
+    const PlXStyle* own = element.getStyle();
+    const PlXStyle* pinned = own ? sourceOf(*own) : nullptr;
+    // Before the lists: they are read as those of areas where the chart has any.
+    PlXStyle& fill = styleOf(element);
     for (PlXPattern* pattern : patterns) {
       if (lists.mayRenew(*pattern)) lists.renew(*pattern);
     }
-    const PlXStyle* fill = element.getStyle();
-    const PlXStyle* pinned = fill ? sourceOf(*fill) : nullptr;
-    if (!pinned || !*pinned->getColor()) styleOf(element).setColor(PlXStyle::_white);
+    if (!pinned || !*pinned->getColor()) fill.setColor(PlXStyle::_white);
   });
   return true;
 }

@@ -9,6 +9,7 @@
 #include "plxgraph.h"
 #include "plxtransforms.h"
 #include "plxuni.h"
+#include "statedvalues.h"
 #include "templatexml.h"
 
 using namespace xercesc;
@@ -22,11 +23,11 @@ struct Parameters {
   bool counterClockwise = false;
 };
 
-Parameters readParameters(const DOMElement& command) {
+Parameters readParameters(const BaseTemplate& base, const DOMElement& command) {
   Parameters parameters;
-  parameters.startAngle = attributeOrParameter(command, PlXUni::_startAngle).convertToDouble();
-  const ChartString cycles(command.getAttribute(PlXUni::_cycles));
-  if (!cycles.empty()) parameters.cycles = cycles.convertToDouble();
+  const auto angle = stated::numberOrParameter(base, command, PlXUni::_startAngle);
+  parameters.startAngle = angle.value_or(parameters.startAngle);
+  parameters.cycles = stated::number(base, &command, PlXUni::_cycles).value_or(parameters.cycles);
   parameters.counterClockwise =
       attributeOrParameter(command, PlXUni::_counterClockwise, u"ccw").equals(PlXUni::_true);
   return parameters;
@@ -36,7 +37,7 @@ Parameters readParameters(const DOMElement& command) {
 
 bool TSetPieTranspose::ProcessCommand() {
   if (!command) return false;
-  const Parameters parameters = readParameters(*command);
+  const Parameters parameters = readParameters(*this, *command);
   for (const PlXGraph* graph : target.getGraphs()) {
     if (!isGraphPolar(*graph)) continue;
     for (const PlXCoordinates* block : graph->getCoordinatess()) {

@@ -8,6 +8,7 @@
 #include "plxgraph.h"
 #include "plxuni.h"
 #include "plxvariables.h"
+#include "statedvalues.h"
 #include "templatexml.h"
 
 namespace {
@@ -23,8 +24,8 @@ bool TSetProjectionLine::ProcessCommand() {
   const ChartString cut(value ? value->getTextContent() : nullptr);
   if (cut.empty()) return false;
   const bool before = getBooleanAttribute(command, _before, false);
-  const ChartString low = attribute(PlXUni::_low);
-  const ChartString high = attribute(PlXUni::_high);
+  const ChartString low = stated::text(*this, command, PlXUni::_low, stated::Type::Length);
+  const ChartString high = stated::text(*this, command, PlXUni::_high, stated::Type::Length);
 
   std::vector<CTElementType*> elements;
   for (const PlXGraph* graph : target.getGraphs()) getAllElements(*graph, elements);

@@ -12,6 +12,7 @@
 #include "plxgraph.h"
 #include "plxtransforms.h"
 #include "plxuni.h"
+#include "statedvalues.h"
 #include "templatexml.h"
 
 using namespace xercesc;
@@ -59,11 +60,11 @@ template <class Transform>
 class Values {
  public:
   template <class Settings>
-  Values(const DOMElement& command, const Settings& settings) {
+  Values(const BaseTemplate& base, const DOMElement& command, const Settings& settings) {
     for (const Setting<Transform>& each : settings) {
-      const ChartString text = each.isParameter ? attributeOrParameter(command, each.name)
-                                                : command.getAttribute(each.name);
-      if (!text.empty()) values_.emplace_back(each.set, text.convertToDouble());
+      const auto value = each.isParameter ? stated::numberOrParameter(base, command, each.name)
+                                          : stated::number(base, &command, each.name);
+      if (value) values_.emplace_back(each.set, *value);
     }
   }
   void write(Transform& transform) const {
@@ -79,8 +80,8 @@ class Values {
 bool TSetRotation::ProcessCommand() {
   if (!command) return false;
   const bool isOblique = attribute(PlXUni::_method).equals(u"oblique");
-  const Values<Oblique> oblique(*command, obliqueSettings);
-  const Values<Rectangular> rectangular(*command, rectangularSettings);
+  const Values<Oblique> oblique(*this, *command, obliqueSettings);
+  const Values<Rectangular> rectangular(*this, *command, rectangularSettings);
   for (const PlXGraph* graph : target.getGraphs()) {
     if (!isChartTrue3D(*graph)) continue;
     for (PlXCoordinates* block : graph->getCoordinatess()) {

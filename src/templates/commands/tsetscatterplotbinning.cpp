@@ -4,7 +4,7 @@
 // colour, or by size where the point has none yet, with a legend. A count goes before a width. What
 // a variable of x doesn't lead to stays without. Another run sets the colours anew.
 #include <algorithm>
-#include <cstdint>
+#include <optional>
 
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/util/XMLChar.hpp>
@@ -19,10 +19,12 @@
 #include "plxstyle.h"
 #include "plxuni.h"
 #include "plxvariables.h"
+#include "statedvalues.h"
 #include "templatexml.h"
 
 using namespace xercesc;
 using namespace templatexml;
+using stated::Type;
 
 namespace {
 
@@ -31,7 +33,8 @@ struct Parameters {
   PlXBinStatistic::ENUM_method method = PlXBinStatistic::method_response;
   ChartString count, width, start;
   ChartString location, gridType;
-  ChartString low, high;
+  ChartString smallest, largest;    // sizes
+  std::optional<double> low, high;  // components of colours
   BinLegends::Looks looks;
 };
 
@@ -68,13 +71,18 @@ Parameters readParameters(const BaseTemplate& base, const DOMElement& command) {
   const XMLCh* method = command.getAttribute(PlXUni::_method);
   if (is(method, u"allDimensions")) parameters.method = PlXBinStatistic::method_allDimensions;
   if (is(method, u"notResponse")) parameters.method = PlXBinStatistic::method_notResponse;
-  parameters.count = command.getAttribute(PlXBinStatistic::_binCount);
-  parameters.width = command.getAttribute(PlXBinStatistic::_binWidth);
-  parameters.start = command.getAttribute(PlXBinStatistic::_binStart);
+  parameters.count = stated::text(base, &command, PlXBinStatistic::_binCount, Type::Integer);
+  parameters.width = stated::text(base, &command, PlXBinStatistic::_binWidth, Type::Number);
+  parameters.start = stated::text(base, &command, PlXBinStatistic::_binStart, Type::Number);
   parameters.location = command.getAttribute(PlXUni::_location);
   parameters.gridType = command.getAttribute(PlXUni::_gridType);
-  parameters.low = command.getAttribute(PlXUni::_low);
-  parameters.high = command.getAttribute(PlXUni::_high);
+  if (parameters.sizeByCount) {
+    parameters.smallest = stated::text(base, &command, PlXUni::_low, Type::Length);
+    parameters.largest = stated::text(base, &command, PlXUni::_high, Type::Length);
+  } else {
+    parameters.low = stated::number(base, &command, PlXUni::_low);
+    parameters.high = stated::number(base, &command, PlXUni::_high);
+  }
   for (const DOMElement* child = firstElement(&command); child; child = nextElement(child)) {
     readChild(*child, parameters);
   }
@@ -158,8 +166,8 @@ ChartString firstOf(std::initializer_list<ChartString> texts) {
 // One run of the command.
 class Binning {
  public:
-  Binning(BaseTemplate& base, PlXVisualization& target, const Parameters& parameters)
-      : base_(base), given_(parameters), legends_(base, target, parameters.looks) {}
+  Binning(BaseTemplate& base, const Parameters& parameters)
+      : base_(base), given_(parameters), legends_(base, parameters.looks) {}
 
   void edit(PlXGraph& graph) {
     const bool isTrue3D = base_.isChartTrue3D(graph);
@@ -217,8 +225,8 @@ class Binning {
     ChartString value, least, most;
     PlXStyle* style = point.getStyle();
     if (style) style->getSize(value, least, most);
-    size.setLow(firstOf({given_.low, least, u"1pt"}).xc_str());
-    size.setHigh(firstOf({given_.high, most, value, u"5pt"}).xc_str());
+    size.setLow(firstOf({given_.smallest, least, u"1pt"}).xc_str());
+    size.setHigh(firstOf({given_.largest, most, value, u"5pt"}).xc_str());
     if (style) {
       const ChartString outline(style->getColor2());
       if (!point.getColors().empty()) {
@@ -246,8 +254,8 @@ class Binning {
     countBy(component, variable);
     constexpr double usualLow = 0.1;
     constexpr double usualHigh = 0.9;
-    const double low = given_.low.empty() ? usualLow : given_.low.convertToDouble();
-    const double high = given_.high.empty() ? usualHigh : given_.high.convertToDouble();
+    const double low = given_.low.value_or(usualLow);
+    const double high = given_.high.value_or(usualHigh);
     const auto [least, most] = std::minmax(low, high);
     const bool isBrightness = !colors.empty() || isDark(color);
     component.setType(isBrightness ? PlXColorComponent::type_brightness
@@ -290,7 +298,7 @@ class Binning {
 bool TSetScatterplotBinning::ProcessCommand() {
   if (!command) return false;
   const Parameters parameters = readParameters(*this, *command);
-  Binning binning(*this, target, parameters);
+  Binning binning(*this, parameters);
   for (PlXGraph* graph : target.getGraphs()) binning.edit(*graph);
   return true;
 }

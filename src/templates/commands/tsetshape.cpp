@@ -5,5 +5,5 @@
 #include "commands.h"
 
 bool TSetShape::ProcessCommand() {
-  return AestheticLists(*this, source, target, command).renewAll(&CTElementType::getShapes);
+  return AestheticLists(*this).renewAll(&CTElementType::getShapes);
 }

@@ -8,6 +8,7 @@
 #include "commands.h"
 #include "elementtype.h"
 #include "plxmappings.h"
+#include "statedvalues.h"
 #include "templatexml.h"
 
 using namespace xercesc;
@@ -35,11 +36,12 @@ void setLengths(PlXSize& size, const Lengths& lengths) {
 bool TSetSize::ProcessCommand() {
   Lengths lengths;
   forChildren(command, PlXUni::_parameter, [&](const DOMElement* parameter) {
-    lengths.emplace_back(parameter->getAttribute(PlXUni::_name),
-                         parameter->getAttribute(PlXUni::_value));
+    ChartString length = stated::text(*this, parameter, PlXUni::_value, stated::Type::Length);
+    if (length.empty()) return;
+    lengths.emplace_back(parameter->getAttribute(PlXUni::_name), std::move(length));
   });
   const ElementType type(attribute(u"elementType").xc_str());
-  AestheticLists lists(*this, source, target, command);
+  AestheticLists lists(*this);
   lists.forElements([&](const CTElementType& element) {
     if (!type.fits(element)) return;
     for (PlXSize* size : lists.selected(element, &CTElementType::getSizes)) {

@@ -4,13 +4,13 @@
 #include "commands.h"
 #include "plxaxis.h"
 #include "plxuni.h"
+#include "statedvalues.h"
 #include "ticklabels.h"
 
 bool TSetTickLabelAngle::ProcessCommand() {
-  ChartString text = attribute(PlXUni::_labelAngle);
-  if (text.empty()) text = attribute(u"labelangle");
-  if (text.empty()) return false;
-  const double angle = text.convertToDouble();
-  return ticklabels::edit(*this, target, ticklabels::Selection(*this, command),
-                          [&](PlXMajorTicks& ticks) { ticks.setLabelAngle(angle); });
+  auto angle = stated::number(*this, command, PlXUni::_labelAngle);
+  if (!angle) angle = stated::number(*this, command, u"labelangle");
+  if (!angle) return false;
+  return ticklabels::edit(*this, ticklabels::Selection(*this),
+                          [&](PlXMajorTicks& ticks) { ticks.setLabelAngle(*angle); });
 }

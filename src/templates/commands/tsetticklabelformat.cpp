@@ -39,14 +39,15 @@ bool readChildren(const DOMElement& command,
 
 bool TSetTickLabelFormat::ProcessCommand() {
   if (!command) return false;
-  const ticklabels::Selection selection(*this, command);
+  const ticklabels::Selection selection(*this);
   std::array<const DOMElement*, kinds.size()> children{};
   if (!readChildren(*command, children)) return false;
   if (selection.categorical && !children[stringKind]) return false;
   std::size_t kind = 0;
   while (kind < kinds.size() && !children[kind]) ++kind;
-  return ticklabels::edit(*this, target, selection, [&](PlXMajorTicks& ticks) {
+  return ticklabels::edit(*this, selection, [&](PlXMajorTicks& ticks) {
     ticks.removeFormats();
-    if (kind < kinds.size()) formatImportOf(kinds[kind])(*ticks.addFormat(), children[kind]);
+    if (kind == kinds.size()) return;
+    (this->*formatImportOf(kinds[kind]))(*ticks.addFormat(), children[kind]);
   });
 }

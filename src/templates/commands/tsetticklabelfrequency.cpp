@@ -8,15 +8,16 @@
 #include "commands.h"
 #include "plxaxis.h"
 #include "plxuni.h"
+#include "statedvalues.h"
 #include "ticklabels.h"
 
 bool TSetTickLabelFrequency::ProcessCommand() {
   if (!command) return false;
-  const long read = attribute(PlXUni::_labelFrequency).convertToSignedInteger();
+  const long read = stated::selection(*this, command, PlXUni::_labelFrequency);
   const bool isInRange = std::in_range<std::int32_t>(read);
   const ChartString frequency(std::to_string(read == 0 ? 1 : read).c_str());
   const auto edit = [&](PlXMajorTicks& ticks) {
     if (isInRange) ticks.SetAttribute(PlXUni::_labelFrequency, frequency.xc_str());
   };
-  return ticklabels::edit(*this, target, ticklabels::Selection(*this, command), edit);
+  return ticklabels::edit(*this, ticklabels::Selection(*this), edit);
 }

@@ -8,6 +8,7 @@
 #include "plxstyle.h"
 #include "plxtransforms.h"
 #include "plxuni.h"
+#include "statedvalues.h"
 
 namespace {
 
@@ -23,8 +24,8 @@ void makeRoom(PlXCoordinates& block) {
 }  // namespace
 
 bool TShadowEffects::ProcessCommand() {
-  const ChartString dx = attribute(PlXUni::_shadow_dx);
-  const ChartString dy = attribute(PlXUni::_shadow_dy);
+  const ChartString dx = stated::text(*this, command, PlXUni::_shadow_dx, stated::Type::Length);
+  const ChartString dy = stated::text(*this, command, PlXUni::_shadow_dy, stated::Type::Length);
   if (dx.empty() || dy.empty()) return false;
   for (const PlXGraph* graph : target.getGraphs()) {
     bool hasShadow = false;

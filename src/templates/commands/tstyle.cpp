@@ -27,33 +27,30 @@
 #include "plxstatistics.h"
 #include "plxstyle.h"
 #include "plxuni.h"
+#include "statedvalues.h"
+#include "templatexml.h"
 
 using namespace xercesc;
 
 namespace {
 
+using Painting = BaseTemplate::StyleImport::Painting;
 using Styles = std::vector<PlXStyle*>;
 
 // ---- the styles of the command
-using NumberedStyles = std::map<long, DOMElement*>;
+using NumberedStyles = std::map<long, const DOMElement*>;
 
 // Of several with the same number the last counts. A negative one is no graph's.
-NumberedStyles numberedStyles(const DOMElement& command) {
+NumberedStyles numberedStyles(const BaseTemplate& base, const DOMElement& command) {
   NumberedStyles styles;
-  for (DOMElement* child = firstElement(&command); child; child = nextElement(child)) {
-    walkElements(child, [&](DOMElement* element) {
-      if (XMLString::equals(element->getTagName(), PlXUni::_style)) {
-        const long number =
-            ChartString(element->getAttribute(PlXUni::_number)).convertToSignedInteger();
-        if (number >= 0) styles[number] = element;
-      }
-      return true;
-    });
-  }
+  templatexml::forDescendants(&command, PlXUni::_style, [&](const DOMElement* element) {
+    const long number = stated::selection(base, element, PlXUni::_number);
+    if (number >= 0) styles[number] = element;
+  });
   return styles;
 }
 
-DOMElement* styleForGraph(const NumberedStyles& styles, long index) {
+const DOMElement* styleForGraph(const NumberedStyles& styles, long index) {
   if (styles.size() == 1 && styles.begin()->first == 0) index = 0;
   const auto found = styles.find(index);
   return found == styles.end() ? nullptr : found->second;
@@ -204,12 +201,6 @@ PlXStyle* styleOf(BaseTemplate& base, CTElementType& element, const Kind& kind) 
   return &base.styleOf(element);
 }
 
-// Slices fill their pie: the template's own element loses its size and narrows no more.
-void fitToSlices(DOMElement& style) {
-  style.removeAttribute(PlXUni::_size);
-  if (*style.getAttribute(PlXUni::_width)) style.setAttribute(PlXUni::_width, u"100%");
-}
-
 void whitenPatterns(const PlXInterval& interval) {
   PlXStyle* style = interval.getStyle();
   if (!style || style->isColorPresent()) return;
@@ -220,12 +211,14 @@ void whitenPatterns(const PlXInterval& interval) {
   }
 }
 
-void styleElements(BaseTemplate& base, const PlXGraph& graph, const Kind& kind, DOMElement& style) {
+void styleElements(BaseTemplate& base, const PlXGraph& graph, const Kind& kind,
+                   const DOMElement& style) {
   const std::vector<CTElementType*> elements = candidates(graph, kind);
   if (elements.empty()) return;
   const GraphFacts facts{base.isGraphPolar(graph), base.isGraphClustered(graph),
                          !base.getDimensionsByRole(graph, PlXUni::_z).empty()};
-  const ChartString coordinate(style.getAttribute(PlXUni::_coordinate));
+  const ChartString coordinate =
+      stated::text(base, &style, PlXUni::_coordinate, stated::Type::Integer);
   std::optional<BaseTemplate::StyleImport> import;
   for (CTElementType* element : elements) {
     if (!base.doesCoordinateMatch(*element, coordinate) || isAnnotation(*element)) continue;
@@ -234,8 +227,7 @@ void styleElements(BaseTemplate& base, const PlXGraph& graph, const Kind& kind, 
     if (found.isMeant) {
       if (!import) {
         // Of this kind all are slices or none.
-        if (found.isSlice) fitToSlices(style);
-        import.emplace(base, &style);
+        import.emplace(base, &style, found.isSlice ? Painting::Slices : Painting::Anything);
       }
       import->onto(*styleOf(base, *element, kind));
     }
@@ -366,8 +358,8 @@ PlXAxis& axisOf(PlXFacetLevel& level) {
 
 // A level below 1 stands for all; others are 0-based positions.
 void addPanelTickStyles(BaseTemplate& base, const PlXVisualization& target,
-                        const ChartString& level, bool isFrame, Styles& styles) {
-  const long wanted = level.convertToSignedInteger();
+                        std::optional<long> level, bool isFrame, Styles& styles) {
+  const long wanted = level.value_or(0);
   const auto levels = objectsByTag<PlXFacetLevel>(target, PlXFacetLevel::_UTF_facetLevel);
   for (std::size_t i = 0; i < levels.size(); ++i) {
     if (wanted >= 1 && static_cast<std::size_t>(wanted) != i) continue;
@@ -383,9 +375,9 @@ void addPanelTickStyles(BaseTemplate& base, const PlXVisualization& target,
 
 // Here the level is the one that the facet level states.
 void addPanelTitleStyles(BaseTemplate& base, const PlXVisualization& target,
-                         const ChartString& level, bool isFrame, Styles& styles) {
+                         std::optional<long> level, bool isFrame, Styles& styles) {
   for (PlXFacetLevel* each : objectsByTag<PlXFacetLevel>(target, PlXFacetLevel::_UTF_facetLevel)) {
-    if (!level.empty() && level.convertToSignedInteger() != each->getLevel()) continue;
+    if (level && *level != each->getLevel()) continue;
     PlXAxis& axis = axisOf(*each);
     PlXLabel* label = axis.getLabel();
     if (!label) {
@@ -399,7 +391,7 @@ void addPanelTitleStyles(BaseTemplate& base, const PlXVisualization& target,
 
 // The styles of the texts of a kind, or of their frames.
 Styles textStyles(BaseTemplate& base, const PlXVisualization& target, const Kind& kind,
-                  const ChartString& level) {
+                  std::optional<long> level) {
   Styles styles;
   const ChartString& subtype = kind.subtype;
   if (kind.type.equals(PlXUni::_labelFrame)) {
@@ -438,7 +430,7 @@ std::vector<const DOMElement*> directStyles(const DOMElement& command) {
 bool TStyle::ProcessCommand() {
   if (!command) return false;
   const Kind kind{attribute(PlXUni::_type), attribute(u"subtype")};
-  const NumberedStyles styles = numberedStyles(*command);
+  const NumberedStyles styles = numberedStyles(*this, *command);
   if (kind.type.empty()) {
     PlXStyle* style = styleOfId(target, attribute(PlXUni::_id));
     const auto first = styles.find(0);
@@ -450,7 +442,8 @@ bool TStyle::ProcessCommand() {
       kind.type.equals(PlXUni::_labelFrame)) {
     const std::vector<const DOMElement*> elements = directStyles(*command);
     if (elements.empty()) return true;
-    const Styles found = textStyles(*this, target, kind, attribute(PlXUni::_level));
+    const Styles found =
+        textStyles(*this, target, kind, stated::integer(*this, command, PlXUni::_level));
     for (const DOMElement* element : elements) {
       const StyleImport import(*this, element);
       for (PlXStyle* style : found) import.onto(*style);
@@ -459,7 +452,7 @@ bool TStyle::ProcessCommand() {
   }
   const std::vector<PlXGraph*> graphs = target.getGraphs();
   for (std::size_t i = 0; i < graphs.size(); ++i) {
-    DOMElement* style = styleForGraph(styles, static_cast<long>(i));
+    const DOMElement* style = styleForGraph(styles, static_cast<long>(i));
     if (style) styleElements(*this, *graphs[i], kind, *style);
   }
   return true;

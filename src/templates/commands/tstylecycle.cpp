@@ -20,6 +20,7 @@
 #include "plxstyle.h"
 #include "plxstylecycle.h"
 #include "plxuni.h"
+#include "statedvalues.h"
 #include "stylecycles.h"
 #include "templatexml.h"
 
@@ -40,13 +41,12 @@ struct Parameters {
   std::vector<const DOMElement*> cycles;
 };
 
-Parameters readParameters(const DOMElement& command) {
+Parameters readParameters(const BaseTemplate& base, const DOMElement& command) {
   const ChartString createType(command.getAttribute(u"createType"));
   Parameters parameters;
   parameters.elementType = ElementType(command.getAttribute(u"elementType"));
   parameters.isStock = is(command.getAttribute(PlXUni::_id), ChartBase::_styleCycleRepository);
-  parameters.styleByNumber =
-      ChartString(command.getAttribute(u"styleByNumber")).convertToSignedInteger();
+  parameters.styleByNumber = stated::selection(base, &command, u"styleByNumber");
   parameters.takesPatterns = createType.equals(u"PatternsOnly");
   parameters.takesStock = parameters.takesPatterns || createType.equals(u"ColorsOnly") ||
                           createType.equals(u"ColorsThenPatterns");
@@ -142,13 +142,13 @@ void putOnWhite(PlXStyle& style) {
 
 class Restyling {
  public:
-  Restyling(BaseTemplate& base, PlXVisualization& chart, const Parameters& parameters)
-      : base_(base), chart_(chart), parameters_(parameters), lists_(base, parameters.cycles) {
-    if (PlXExtensionVis* extension = chart.getExtension()) {
+  Restyling(BaseTemplate& base, const Parameters& parameters)
+      : base_(base), chart_(base.target), parameters_(parameters), lists_(base, parameters.cycles) {
+    if (PlXExtensionVis* extension = chart_.getExtension()) {
       repository_ = extension->getStyleCycleRepository();
     }
     if (parameters.isStock) fillRepository();
-    stock_.emplace(chart, parameters);
+    stock_.emplace(chart_, parameters);
   }
 
   void restyle(const PlXGraph& graph) {
@@ -245,8 +245,8 @@ class Restyling {
 
 bool TStyleCycle::ProcessCommand() {
   if (!command) return false;
-  const Parameters parameters = readParameters(*command);
-  Restyling restyling(*this, target, parameters);
+  const Parameters parameters = readParameters(*this, *command);
+  Restyling restyling(*this, parameters);
   for (const PlXGraph* graph : target.getGraphs()) restyling.restyle(*graph);
   return true;
 }

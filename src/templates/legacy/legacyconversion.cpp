@@ -102,7 +102,11 @@ const XMLCh* LegacyConversion::read(const DOMElement* element, const XMLCh* name
 }
 
 DOMElement* LegacyConversion::resolve(const DOMElement* element, const XMLCh* name) {
-  return withId(read(element, name));
+  if (!element) return nullptr;
+  read_.insert(element);
+  DOMElement* linked = withId(element->getAttribute(name));
+  if (linked) read(element, name);
+  return linked;
 }
 
 // ---- writing
@@ -154,7 +158,7 @@ void LegacyConversion::copyAttributes(const DOMElement& from, DOMElement& to) {
 DOMElement* LegacyConversion::import(const DOMElement& element, DOMElement& parent, Depth depth) {
   std::vector<std::pair<const DOMNode*, DOMElement*>> open = {{element.getParentNode(), &parent}};
   DOMElement* top = nullptr;
-  walkElements(const_cast<DOMElement*>(&element), [&](const DOMElement* each) {
+  walkElements(&element, [&](const DOMElement* each) {
     if (!isPlainName(each->getNodeName())) return false;
     while (each != &element && open.back().first != each->getParentNode()) open.pop_back();
     DOMElement& made = add(*open.back().second, each->getNodeName());
@@ -195,13 +199,23 @@ ChartString LegacyConversion::textOf(const DOMElement* label) {
   return text;
 }
 
-bool LegacyConversion::copyLabel(const DOMElement* oldLabel, DOMElement& parent) {
-  const ChartString text = textOf(oldLabel);
-  if (text.empty()) return false;
+bool LegacyConversion::hasText(const DOMElement* label) {
+  const ChartString text = textOf(label);
+  return text.view().find_first_not_of(u" \t\r\n") != std::u16string_view::npos;
+}
+
+DOMElement& LegacyConversion::copyText(const DOMElement& oldLabel, DOMElement& parent) {
+  const ChartString text = textOf(&oldLabel);
   spend(text.length());
+  read_.insert(&oldLabel);
   DOMElement& label = add(parent, PlXUni::_label);
   label.appendChild(newDocument_.createTextNode(text.xc_str()));
-  copyStyle(resolve(oldLabel, PlXUni::_style), label);
+  return label;
+}
+
+bool LegacyConversion::copyLabel(const DOMElement* oldLabel, DOMElement& parent) {
+  if (textOf(oldLabel).empty()) return false;
+  copyStyle(resolve(oldLabel, PlXUni::_style), copyText(*oldLabel, parent));
   return true;
 }
 
@@ -225,7 +239,7 @@ void LegacyConversion::copyGridLines(const DOMElement& ticks, DOMElement& parent
 
 void LegacyConversion::copyNamedStyle(const DOMElement& ticks, const XMLCh* name,
                                       DOMElement& parent) {
-  if (*read(&ticks, name)) copyStyle(resolve(&ticks, name), add(parent, name));
+  if (*ticks.getAttribute(name)) copyStyle(resolve(&ticks, name), add(parent, name));
 }
 
 void LegacyConversion::setAxisRole(DOMElement& ticks, const AxisRole& axis) {

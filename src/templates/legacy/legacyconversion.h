@@ -32,13 +32,16 @@ class LegacyConversion {
   }
   // The text of a label itself; empty for null.
   static ChartString textOf(const xercesc::DOMElement* label);
+  // One of more than blanks, which a label shows.
+  static bool hasText(const xercesc::DOMElement* label);
   // The root has depth: a dimension or facet of role z.
   bool isThreeDimensional() const { return isThreeDimensional_; }
   int chartType() const { return chartType_; }
 
   // The value, empty for none or for a null element; element and attribute count as read.
   const XMLCh* read(const xercesc::DOMElement* element, const XMLCh* name);
-  // The element whose id is the value; null when there is none.
+  // The element whose id is the value; null when there is none, and then the
+  // link doesn't count as read.
   xercesc::DOMElement* resolve(const xercesc::DOMElement* element, const XMLCh* name);
 
   // ---- writing
@@ -60,6 +63,8 @@ class LegacyConversion {
   // they wrote.
   bool copyStyle(const xercesc::DOMElement* oldStyle, xercesc::DOMElement& parent);
   bool copyLabel(const xercesc::DOMElement* oldLabel, xercesc::DOMElement& parent);
+  // A label with the text alone.
+  xercesc::DOMElement& copyText(const xercesc::DOMElement& oldLabel, xercesc::DOMElement& parent);
   struct AxisRole {
     ChartString role;
     bool categorical = false;

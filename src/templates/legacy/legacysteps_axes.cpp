@@ -158,16 +158,18 @@ void legacysteps::convertAxisOpposite(LegacyConversion& conversion) {
   });
 }
 
-// axis with a style or a label: setAxisStyle
+// axis with a style or a title: setAxisStyle
 void legacysteps::convertAxisStyle(LegacyConversion& conversion) {
   forAxes(conversion, [&](const Axis& axis) {
     const DOMElement* label = conversion.firstBelow(axis.element, PlXUni::_label);
     const DOMElement* style = conversion.withId(axis.element->getAttribute(PlXUni::_baselineStyle));
     const DOMElement* labelStyle =
         label ? conversion.withId(label->getAttribute(PlXUni::_style)) : nullptr;
-    if (!style && !labelStyle) return;
+    const bool hasTitle = LegacyConversion::hasText(label);
+    if (!style && !labelStyle && !hasTitle) return;
     DOMElement& command = conversion.addCommand(u"setAxisStyle");
     conversion.copyStyle(conversion.resolve(axis.element, PlXUni::_baselineStyle), command);
+    if (hasTitle) conversion.copyText(*label, command);
     if (labelStyle) {
       conversion.copyStyle(conversion.resolve(label, PlXUni::_style),
                            conversion.add(command, u"axisLabelStyle"));

@@ -52,6 +52,11 @@ const XMLCh* fitTypeOf(const XMLCh* name, const XMLCh* value) {
 void convertFitParameters(LegacyConversion& conversion, const DOMElement* element,
                           DOMElement& command) {
   bool isMean = false;
+  const auto read = [&](const DOMElement* parameter) {
+    conversion.read(parameter, PlXUni::_name);
+    conversion.read(parameter, PlXUni::_value);
+  };
+  // They make an interval together.
   const DOMElement* alpha = nullptr;
   const DOMElement* predictIndividuals = nullptr;
   for (const DOMElement* parameter : conversion.below(element, PlXUni::_parameter)) {
@@ -62,17 +67,16 @@ void convertFitParameters(LegacyConversion& conversion, const DOMElement* elemen
       conversion.set(command, PlXUni::_type, isMean ? PlXUni::_mean : type);
     } else if (is(name, PlXUni::_proportion) || is(name, PlXUni::_kernel)) {
       conversion.set(command, name, value);
-    } else if (is(name, PlXUni::_alpha)) {
-      alpha = parameter;
-    } else if (is(name, PlXUni::_predictIndividuals)) {
-      predictIndividuals = parameter;
     } else {
+      if (is(name, PlXUni::_alpha)) alpha = parameter;
+      if (is(name, PlXUni::_predictIndividuals)) predictIndividuals = parameter;
       continue;
     }
-    conversion.read(parameter, PlXUni::_name);
-    conversion.read(parameter, PlXUni::_value);
+    read(parameter);
   }
   if (!alpha || !predictIndividuals) return;
+  read(alpha);
+  read(predictIndividuals);
   DOMElement& interval = conversion.add(command, u"confidenceInterval");
   conversion.set(interval, PlXUni::_alpha, alpha->getAttribute(PlXUni::_value));
   conversion.set(interval, PlXUni::_predictIndividuals,
@@ -95,23 +99,27 @@ void convertDepth(LegacyConversion& conversion, ElementIndex::Elements transform
 }
 
 bool isOutlierLabeling(LegacyConversion& conversion, const DOMElement* element) {
-  bool hasOutliers = false;
-  bool hasExtremes = false;
+  std::vector<const DOMElement*> outliers;
+  std::vector<const DOMElement*> extremes;
   for (const DOMElement* statistic : conversion.below(element, u"statistic")) {
-    hasOutliers = hasOutliers || hasMethod(statistic, u"tukeyOutliers");
-    hasExtremes = hasExtremes || hasMethod(statistic, u"tukeyExtremes");
+    if (hasMethod(statistic, u"tukeyOutliers")) outliers.push_back(statistic);
+    if (hasMethod(statistic, u"tukeyExtremes")) extremes.push_back(statistic);
   }
-  return hasOutliers && hasExtremes;
+  if (outliers.empty() || extremes.empty()) return false;
+  for (const auto* statistics : {&outliers, &extremes}) {
+    for (const DOMElement* each : *statistics) conversion.read(each, PlXUni::_method);
+  }
+  return true;
 }
 
-// The style of labels, less the places that it names: those are the command's own.
+// The style of labels, less where they lie: the command says that itself, but for inside or
+// outside.
 void convertLabelStyle(LegacyConversion& conversion, const DOMElement* labeling,
                        DOMElement& command) {
   if (!conversion.copyStyle(conversion.resolve(labeling, PlXUni::_style), command)) return;
   DOMElement* style = command.getLastElementChild();
   ChartStyleValue value = valueOf(style);
   const std::pair<const XMLCh*, ChartString> places[] = {
-      {ChartStyleValue::_label_location_inside, value.labelLocationInside},
       {ChartStyleValue::_label_location_x, value.labelLocationX},
       {ChartStyleValue::_label_location_y, value.labelLocationY}};
   ChartString position;
@@ -121,7 +129,6 @@ void convertLabelStyle(LegacyConversion& conversion, const DOMElement* labeling,
     position.append(key).append(u":").append(place);
   }
   if (value.visibility.equals(u"hidden")) conversion.setFlag(command, u"hidden", true);
-  value.labelLocationInside.clear();
   value.labelLocationX.clear();
   value.labelLocationY.clear();
   if (style->hasAttribute(PlXUni::_value)) {

@@ -1,4 +1,7 @@
 // The steps for what stands beside the data: frames, guides, planes, and styles by their ids.
+#include <algorithm>
+#include <iterator>
+
 #include <xercesc/dom/DOM.hpp>
 #include <xercesc/util/XMLString.hpp>
 
@@ -24,12 +27,8 @@ bool hasName(const DOMElement& parameter, const XMLCh* name) {
   return is(parameter.getAttribute(PlXUni::_name), name);
 }
 
-std::vector<const DOMElement*> withoutZ(ElementIndex::Elements parameters) {
-  std::vector<const DOMElement*> result;
-  for (const DOMElement* parameter : parameters) {
-    if (!hasName(*parameter, PlXUni::_z)) result.push_back(parameter);
-  }
-  return result;
+bool isOfXOrY(const DOMElement& parameter) {
+  return hasName(parameter, PlXUni::_x) || hasName(parameter, PlXUni::_y);
 }
 
 }  // namespace
@@ -59,14 +58,16 @@ void legacysteps::convertFrames(LegacyConversion& conversion) {
 void legacysteps::convertReferenceLines(LegacyConversion& conversion) {
   for (DOMElement* guide : conversion.named(PlXUni::_guide)) {
     if (!is(ChartGuide(guide).getType(), PlXUni::_line)) continue;
-    const auto parameters = withoutZ(conversion.below(guide, PlXUni::_parameter));
+    std::vector<const DOMElement*> parameters;
+    std::ranges::copy_if(conversion.below(guide, PlXUni::_parameter),
+                         std::back_inserter(parameters),
+                         [](const DOMElement* each) { return isOfXOrY(*each); });
     if (parameters.empty()) continue;
     conversion.read(guide, PlXUni::_type);
     DOMElement& command = conversion.addCommand(u"addReferenceLine");
     for (const DOMElement* parameter : parameters) {
       DOMElement* made = conversion.import(*parameter, command, LegacyConversion::Depth::Alone);
-      const bool isRole = hasName(*parameter, PlXUni::_x) || hasName(*parameter, PlXUni::_y);
-      conversion.setFlag(*made, PlXUni::_categorical, isRole && isCategoricalByName(*parameter));
+      conversion.setFlag(*made, PlXUni::_categorical, isCategoricalByName(*parameter));
       conversion.copyStyle(conversion.resolve(guide, PlXUni::_style), command);
     }
   }
@@ -80,18 +81,21 @@ void legacysteps::convertAnnotations(LegacyConversion& conversion) {
     if (!is(ChartGuide(guide).getType(), PlXUni::_point)) continue;
     const DOMElement* label = ChartBase::getChildByTagName(guide, PlXUni::_label);
     const ElementIndex::Elements parameters = conversion.below(guide, PlXUni::_parameter);
-    if (parameters.size() != 2 || LegacyConversion::textOf(label).empty()) continue;
+    const auto isX = [](const DOMElement* each) { return hasName(*each, PlXUni::_x); };
+    // Without a place on x the command would do nothing.
+    if (parameters.size() != 2 || std::ranges::none_of(parameters, isX) ||
+        LegacyConversion::textOf(label).empty()) {
+      continue;
+    }
     conversion.read(guide, PlXUni::_type);
     DOMElement& command = conversion.addCommand(u"addAnchoredAnnotation");
     conversion.copyLabel(label, command);
     for (DOMElement* parameter : parameters) {
-      const bool isX = hasName(*parameter, PlXUni::_x);
       const ChartVariable variable = ChartParameter(parameter).getVariable();
       DOMElement* made = conversion.import(*parameter, command, LegacyConversion::Depth::Alone);
-      const bool isRole = isX || hasName(*parameter, PlXUni::_y);
-      conversion.setFlag(
-          *made, PlXUni::_categorical,
-          variable.isNull() ? isX && hasCategories : isRole && variable.isCategorical());
+      conversion.setFlag(*made, PlXUni::_categorical,
+                         variable.isNull() ? isX(parameter) && hasCategories
+                                           : isOfXOrY(*parameter) && variable.isCategorical());
     }
   }
 }
