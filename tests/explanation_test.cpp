@@ -33,10 +33,10 @@ TEST(Explanation, TellsWhatDoesNothing) {
  -attribute 'graph' of 'hideFrame' is read only beside 'type=graph'
 <addFrame frameId='frame_title_1' type='title'><label/></addFrame> |
  -attribute 'frameId' of 'addFrame' is not read beside 'type'
-<addFrame frameId='frame_title_1' type='titel'><label/></addFrame> |
- -attribute 'type' of 'addFrame': 'titel' is unknown; did you mean 'title'?
+<addFrame type='titel'><label/></addFrame> |
+ attribute 'type' of 'addFrame': 'titel' is unknown; did you mean 'title'? read as labelFrame
 <setSize><cycle/><parameter name='a' value='1pt'/></setSize> |
- -element 'cycle' in 'setSize' is not read beside 'parameter'
+ element 'cycle' in 'setSize' is not read beside 'parameter'
 <addDataLabels styleOnly='true'><labeling variable='x'/><labeling variable='y'><format/></labeling></addDataLabels> |
  -element 'labeling' in 'addDataLabels' is not read beside 'styleOnly=true'
 <addDataLabels><labeling/></addDataLabels> | 'labeling' does nothing without 'variable'
@@ -46,6 +46,9 @@ TEST(Explanation, TellsWhatDoesNothing) {
  -parameter 'theta' in 'setRotation' is not read beside 'theta'
 <setRotation theta='x'><parameter name='theta' value='2'/></setRotation> |
  -attribute 'theta' of 'setRotation': 'x' is not a decimal number such as 0.5 or 1e3, with a point whatever the language
+<addPieEffects><z location='1'/><z location='x'/></addPieEffects> |
+ -of several 'z' in 'addPieEffects' only the last one with 'location' is read
+ -attribute 'location' of 'z': 'x' is not a decimal number such as 0.5 or 1e3, with a point whatever the language
 <addOriginLine><parameter name='x'/><parameter name='y' value='1'/></addOriginLine> |
  -of several 'parameter' in 'addOriginLine' only the first one with 'value' is read
 <setAxisMajorTicks><x><majorTicks role='x'/></x></setAxisMajorTicks> |
@@ -64,7 +67,7 @@ TEST(Explanation, TellsWhatDoesNothing) {
     std::string told;
     const Explanation explanation(schema, charts, root);
     for (const Finding& each : explanation.findings()) {
-      told += told.empty() ? "" : "\n";
+      told += told.empty() ? "" : " ";
       told += (each.passedOver == Finding::PassedOver::nothing ? "" : "-") + each.message;
     }
     std::string expected;

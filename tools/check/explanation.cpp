@@ -20,18 +20,21 @@ void forElementsBelow(const TemplateNode& top, bool deep, Visit visit) {
   }
 }
 
-// An attribute that isn't empty, or an element at any depth.
+// An element at any depth.
 bool holds(const TemplateNode& node, const std::string& name) {
-  return !node.valueOf(name).empty() || holdsElement(node, name, true);
+  return holdsElement(node, name, true);
 }
 
 // Whether it is the one that counts of the elements of its name below another.
-bool isTaken(const TemplateNode& node, const TemplateNode& top, const SchemaChild& child) {
+bool isTaken(const TemplateNode& node, const SchemaElement& definition, const TemplateNode& top,
+             const SchemaChild& child) {
   if (child.taken.empty()) return true;
   const TemplateNode* taken = nullptr;
   forElementsBelow(top, child.isDeep, [&](const TemplateNode& each) {
+    const Condition with{child.takenWith, {}};
     const bool isOne =
-        each.name == node.name && (child.takenWith.empty() || holds(each, child.takenWith));
+        each.name == node.name &&
+        (with.name.empty() || with.holds(each, definition) || holds(each, with.name));
     if (isOne && !(taken && child.taken == "first")) taken = &each;
   });
   return !taken || taken == &node;
@@ -157,7 +160,7 @@ bool Explanation::holdsRead(const TemplateNode& node) const {
 }
 
 // Why a child isn't read; empty when it is.
-std::string Explanation::problemOf(const TemplateNode& node, const Reader& reader) {
+std::string Explanation::problemOf(const TemplateNode& node, const Reader& reader) const {
   const SchemaChild& child = *reader.child;
   const std::string whose = "element '" + node.name + "' in '" + reader.node->name + "' ";
   const std::string unread = child.reading.problemIn(*reader.node, *reader.element);
@@ -172,7 +175,7 @@ std::string Explanation::problemOf(const TemplateNode& node, const Reader& reade
              "' is not read beside " + stated.text();
     }
   }
-  if (isTaken(node, *reader.node, child)) return {};
+  if (isTaken(node, *schema_.find(node.name), *reader.node, child)) return {};
   return "of several '" + node.name + "' in '" + reader.node->name + "' only the " + child.taken +
          " one " + (child.takenWith.empty() ? "" : "with '" + child.takenWith + "' ") + "is read";
 }
@@ -261,7 +264,8 @@ void Explanation::addAttribute(const TemplateNode& node, const SchemaElement& el
   addLine(node, depth, pair, problems.empty() ? "" : effect, attribute.documentation);
   for (const std::string& problem : problems) {
     const bool isLost = effect == passedOverText;
-    addFinding(node, whose + ": " + problem + (isLost || isInPart ? "" : "; " + effect),
+    const char* joint = problem.ends_with('?') ? " " : "; ";
+    addFinding(node, whose + ": " + problem + (isLost || isInPart ? "" : joint + effect),
                isLost ? PassedOver::attribute : PassedOver::nothing, name);
   }
 }

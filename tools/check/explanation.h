@@ -52,7 +52,7 @@ class Explanation {
                   std::size_t depth);
   void addNeeds(const TemplateNode& node, const SchemaElement& element);
   std::vector<Reader> readersOf(const std::string& name) const;
-  static std::string problemOf(const TemplateNode& node, const Reader& reader);
+  std::string problemOf(const TemplateNode& node, const Reader& reader) const;
   bool holdsRead(const TemplateNode& node) const;
   void addChild(const TemplateNode& parent, const TemplateNode& node, const SchemaElement& element,
                 std::size_t depth);
