@@ -37,6 +37,11 @@ constexpr std::pair<const char*, const char*> forms[] = {
      "<sourceVariable id='v' domain='d' categorical='true'/>"
      "<graph><coordinates><dimension/><dimension/></coordinates><interval><x variable='v'/>"
      "</interval></graph>"},
+    {"[R]",
+     "<categoricalDomain id='d'><variableReference ref='v'/></categoricalDomain>"
+     "<sourceVariable id='v' domain='d' categorical='true'><format><relabel from='1' to='one'/>"
+     "<relabel from='3' to='three'/></format></sourceVariable><graph><coordinates><dimension/>"
+     "<dimension/></coordinates><interval><x variable='v'/></interval></graph>"},
     {"[sort]",
      "<setCategorySorting role='x'><sort descending='false'><simpleSort "
      "method='natural'/></sort></setCategorySorting>"},
@@ -64,6 +69,11 @@ TEST(CommandOutcome, TellsNetChangesAndReasons) {
 [D] | [sort] | none
 [D] | <setCategorySorting role='x'><sort descending='true'><simpleSort/></sort></setCategorySorting> |
  -simpleSort +simpleSort
+[R] | <setOrder role='x'><categoryValue>one;3;two</categoryValue></setOrder> |
+ +simpleSort !no category has the label 'two'
+[R] | <setExclude role='x'><categoryValue>one;3</categoryValue></setExclude> |
+ +categories !no category has the label '3'
+[R] | <hideFrame type='title' count='1'/> | ; there is no such frame of the type 'title'
 <style id='s'/>[XY] | <setGenericAttributes elementName='style' id='t'/> | ~style=t
 <style id='s'/><labelFrame style='s'/> | <setGenericAttributes elementName='style' id='t'/> |
  ~style=t ~labelFrame
