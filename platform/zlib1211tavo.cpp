@@ -3,30 +3,11 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "textbuffer.h"
 #include "zlibstreams.h"
 
 namespace {
 
 std::size_t inflateLimit = std::size_t(1) << 30;
-
-// Inflates up to `limit` bytes; false, with an empty output, for more and for anything but one
-// whole stream. Memory is taken as the text turns up, so that a small input can't ask for much.
-bool inflateAll(std::string& output, const std::string& input, std::size_t limit) {
-  Inflater inflater(input.data(), input.size());
-  TextBuffer text;
-  std::size_t given = 0;
-  while (given <= limit) {
-    char* room = text.room(1);
-    const std::size_t piece = inflater.read(room, text.left());
-    if (piece == 0) break;
-    given += piece;
-    text.commit(piece);
-  }
-  const bool isWhole = given <= limit && inflater.endsHere();
-  output = isWhole ? text.take() : std::string();
-  return isWhole;
-}
 
 }  // namespace
 

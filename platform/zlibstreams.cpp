@@ -21,6 +21,12 @@ uInt pieceOf(std::size_t size) {
   return static_cast<uInt>(std::min(size, longestPiece));
 }
 
+// A stream that is damaged is told by its result, but this says nothing about the stream.
+int checked(int result) {
+  if (result == Z_MEM_ERROR) throw std::bad_alloc();
+  return result;
+}
+
 Bytef* bytesOf(const void* bytes) {
   return static_cast<Bytef*>(const_cast<void*>(bytes));
 }
@@ -38,7 +44,7 @@ Packed packAtOnce(const void* bytes, std::size_t size, Content content) {
   return packed;
 }
 
-Deflater::Deflater() : result_(deflateInit(&stream_, pieceLevel)) {}
+Deflater::Deflater() : result_(checked(deflateInit(&stream_, pieceLevel))) {}
 
 Deflater::~Deflater() {
   deflateEnd(&stream_);
@@ -69,7 +75,7 @@ bool Deflater::finish() {
 }
 
 Inflater::Inflater(const void* bytes, std::size_t size)
-    : result_(inflateInit(&stream_)), next_(bytesOf(bytes)), left_(size) {}
+    : result_(checked(inflateInit(&stream_))), next_(bytesOf(bytes)), left_(size) {}
 
 Inflater::~Inflater() {
   inflateEnd(&stream_);
@@ -83,7 +89,7 @@ std::size_t Inflater::read(void* out, std::size_t size) {
     stream_.next_out = bytesOf(out) + given;
     stream_.avail_out = pieceOf(size - given);
     const uInt outBefore = stream_.avail_out;
-    result_ = inflate(&stream_, Z_NO_FLUSH);
+    result_ = checked(inflate(&stream_, Z_NO_FLUSH));
     left_ -= static_cast<std::size_t>(stream_.next_in - next_);
     next_ = stream_.next_in;
     given += outBefore - stream_.avail_out;
@@ -94,4 +100,20 @@ std::size_t Inflater::read(void* out, std::size_t size) {
 bool Inflater::endsHere() {
   char more;
   return read(&more, 1) == 0 && result_ == Z_STREAM_END && left_ == 0;
+}
+
+bool inflateAll(std::string& output, const std::string& input, std::size_t limit) {
+  Inflater inflater(input.data(), input.size());
+  TextBuffer text;
+  std::size_t given = 0;
+  while (given <= limit) {
+    char* room = text.room(1);
+    const std::size_t piece = inflater.read(room, text.left());
+    if (piece == 0) break;
+    given += piece;
+    text.commit(piece);
+  }
+  const bool isWhole = given <= limit && inflater.endsHere();
+  output = isWhole ? text.take() : std::string();
+  return isWhole;
 }

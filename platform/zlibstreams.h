@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <string>
 
 #include "textbuffer.h"
 
@@ -20,7 +21,8 @@ enum class Content { Text, Columns };
 // Several times as fast as a Deflater. Throws std::bad_alloc for the lack of memory.
 Packed packAtOnce(const void* bytes, std::size_t size, Content content);
 
-// Compresses what it is given, without a copy of the whole. For more than mostAtOnce.
+// Compresses what it is given, without a copy of the whole. For more than mostAtOnce. Throws
+// std::bad_alloc for the lack of memory.
 class Deflater {
  public:
   Deflater();
@@ -41,7 +43,7 @@ class Deflater {
   TextBuffer packed_;
 };
 
-// Inflates a stream that must stay where it is.
+// Inflates a stream that must stay where it is. Throws std::bad_alloc for the lack of memory.
 class Inflater {
  public:
   Inflater(const void* bytes, std::size_t size);
@@ -61,5 +63,10 @@ class Inflater {
   const Bytef* next_;
   std::size_t left_;
 };
+
+// Inflates up to `limit` bytes; false, with an empty output, for more and for anything but one
+// whole stream. Memory is taken as the text turns up, so that a small input can't ask for much.
+// Input and output may be the same string.
+bool inflateAll(std::string& output, const std::string& input, std::size_t limit);
 
 #endif

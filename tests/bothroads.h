@@ -19,6 +19,17 @@ inline std::string withoutTimes(const std::string& log) {
   return std::regex_replace(log, time, "$1 -- ");
 }
 
+// "LINE:COLUMN MESSAGE" of each, with '~' in front of what is tolerated.
+inline std::string toldOf(const std::vector<ChartProblem>& problems) {
+  std::string text;
+  for (const ChartProblem& problem : problems) {
+    if (!text.empty()) text += '\n';
+    text += (problem.isRefused ? "" : "~") + std::to_string(problem.line) + ':' +
+            std::to_string(problem.column) + ' ' + problem.message;
+  }
+  return text;
+}
+
 // Everything that a chart gives, what it logged and which dumps it wrote, one behind the other.
 inline std::string whatIsSeen(const std::string& text) {
   const LogFolder folder("0000000001");
@@ -28,6 +39,7 @@ inline std::string whatIsSeen(const std::string& text) {
   };
   {
     ChartTransformer chart(text);
+    tell("problems", toldOf(chart.getProblems()));
     tell("chart", chart.getXML(nullptr));
     tell("whole", chart.getEntireXML(nullptr));
     const xercesc::DOMDocument* data = chart.getDataDocument();
@@ -38,6 +50,10 @@ inline std::string whatIsSeen(const std::string& text) {
     tell("compressed data", chart.getCompressedData());
     tell("compressed chart", chart.getCompressedXML());
     tell("whole again", chart.getEntireXML(nullptr));
+    ChartTransformer reopened(chart.getCompressedXML(), chart.getCompressedData());
+    tell("whole of both", reopened.getEntireXML(nullptr));
+    ChartTransformer streamed(chart.getCompressedXML(), stream.get(), size);
+    tell("whole of a stream", streamed.getEntireXML(nullptr));
   }
   for (const std::string& name : folder.files()) tell("file", name);
   tell("log", withoutTimes(folder.log()));

@@ -221,6 +221,67 @@ TEST(Transformer, ShowsPlaceholdersWhenTheDataIsDamaged) {
   }
 }
 
+TEST(Transformer, TellsWhetherItsDataIsWhole) {
+  const std::string text = chartText(first + second);
+  ChartTransformer whole(text);
+  EXPECT_TRUE(whole.isDataWhole());
+  const std::string chart = whole.getCompressedXML();
+  const std::string data = whole.getDataXML();
+  const std::string oneOfTwo = ChartTransformer(chartText(first)).getDataXML();
+  const std::size_t limit = zlib1211tavo::getInflateLimit();
+  const struct {
+    std::string packedData;
+    std::size_t limit;
+    bool isWhole;
+  } cases[] = {{packed(data), limit, true},
+               {packed(data), data.size() - 1, false},
+               {"", limit, true},
+               {"x", limit, false},
+               {packed("no document"), limit, false},
+               {packed(text), limit, false},
+               {packed(oneOfTwo), limit, false}};
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.packedData.size());
+    for (const bool isMergedFirst : {false, true}) {
+      ChartTransformer other(chart, each.packedData);
+      zlib1211tavo::setInflateLimit(each.limit);
+      const std::string merged = isMergedFirst ? other.getEntireXML(nullptr) : "";
+      EXPECT_EQ(other.isDataWhole(), each.isWhole);
+      const bool isMerged = isMergedFirst && each.isWhole && !each.packedData.empty();
+      EXPECT_TRUE(!isMerged || merged == text) << merged;
+      zlib1211tavo::setInflateLimit(limit);
+      EXPECT_FALSE(other.isOutOfMemory());
+    }
+  }
+  EXPECT_FALSE(ChartTransformer(chart, bytesOf("damaged"), 7).isDataWhole());
+  EXPECT_TRUE(ChartTransformer(chart, nullptr, 7).isDataWhole());
+  EXPECT_FALSE(ChartTransformer("", packed("no document")).isDataWhole());
+}
+
+// Neither as text nor compressed by the library itself does the limit of inflated texts hold for
+// it.
+TEST(Transformer, TakesAndGivesItsDataAsText) {
+  const std::string text = chartText(first + second);
+  ChartTransformer chart(text);
+  const std::string data = chart.getDataXML();
+  EXPECT_EQ(inflated(chart.getCompressedData()), data);
+  ChartTransformer other(chart.getCompressedXML(), "damaged");
+  EXPECT_EQ(other.getDataXML(), "");
+  const std::size_t limit = zlib1211tavo::getInflateLimit();
+  zlib1211tavo::setInflateLimit(100);
+  // As it would be after a walk over blanks and quotes.
+  std::string spelled = data;
+  spelled.replace(spelled.find("<row>1"), 0, "\n  ");
+  other.setDataXML(spelled);
+  EXPECT_EQ(other.getEntireXML(nullptr), text);
+  EXPECT_EQ(other.getDataXML(), data);
+  const std::string packedData = other.getCompressedData();
+  EXPECT_EQ(other.getDataXML(), data);
+  EXPECT_EQ(other.getCompressedData(), packedData);
+  zlib1211tavo::setInflateLimit(limit);
+  EXPECT_EQ(inflated(packedData), data);
+}
+
 TEST(Transformer, TakesAndGivesItsDataAsAStream) {
   const std::string source =
       "<embeddedSource id=\"a\"><names>y;x&amp;y</names><row>;1.5</row><row>3;</row>"

@@ -172,6 +172,7 @@ TEST(AddFitLine, PutsFramesAndALegendBesideTheGraph) {
 {<point>@xy</point>}<legend/><container id='l'/><container id='n'/> | @fit rsquared='true'/> | method='attach' part='top' target='n'/>
 {<point>@xy</point>}<labelFrame><label/></labelFrame><labelFrame id='f'><label><descriptionGroup><description name='group'/><description name='rSquared'/></descriptionGroup></label></labelFrame><container id='n'/> | @fit rsquared='true'/>@fit rsquared='true'/> | target='f'/> ; !part='top' target='n' ; !target='frame1'
 {<point><x variable='m'/><y variable='m'/></point>} | @fit rsquared='true'/> | !<labelFrame
+{<point>@xy<styleBy id='s' variable='c' styleCycle='y'/></point>}<styleCycle id='y'><cycle><style color2='green'/></cycle></styleCycle> | @fit target='subgroup'/> | <style color='green' color2='green'/>
 {<point>@xy@color</point>} | @fit target='subgroup'/> | <legend id='legend1' ; !<legendTarget
 )");
 }

@@ -118,6 +118,8 @@ TEST(AddFrame, PlacesAndLinksTexts) {
       {graph, "frameId='frame_data_1'>" + all, "g l5% t21% b87%"},
       {graph, "frameId='frame_data_1' count='7'>" + all, "g l1% t5% b7%"},
       {graph, "type='graph' count='2'>" + all, "g l5% t21% b87%"},
+      {graph + frame("h", "t1%", "graph"), "type='graph' count='0'>" + all,
+       "g l5% t21% b87%; h t1%"},
       {graph, "type='graph' count='1' styleOnly='true'>" + all, "g l5% t21% b87%"},
       {frame("c", "", "container", frame("d", "l5%", "container")),
        "type='container' count='2'>" + all, "d l1% r99% t5% b7%"},
@@ -142,6 +144,16 @@ TEST(AddFrame, MovesPagesAndLegends) {
   EXPECT_TRUE(chart.chart().getLocations().empty());
   chart.apply(page);
   EXPECT_EQ(chart.chart().getLocations().size(), 4);
+  // The third is known by its role, as the second is.
+  for (const std::string number : {"2", "3"}) {
+    EditedChart notes("<labelFrame id='f'/><extension footnote1='f'/>");
+    notes.apply("<addFrame frameId='frame_footnote_" + number + "'><label>a</label></addFrame>");
+    EXPECT_NE(notes.body().find("<extension footnote1='f' footnote" + number + "='footnote1'/>"),
+              std::string::npos)
+        << notes.body();
+    notes.apply("<addFrame type='footnote' count='" + number + "'><label>b</label></addFrame>");
+    EXPECT_EQ(notes.chart().getLabelFrames().size(), 2);
+  }
   EditedChart texts("<labelFrame id='t'/><extension text1='t'/>");
   texts.apply("<addFrame type='labelFrame'><label>a</label></addFrame>");
   EXPECT_NE(texts.body().find("text1='t' text2='labelFrame1'"), std::string::npos);
@@ -175,6 +187,10 @@ TEST(AddFrame, StylesWhatItMeans) {
       container +
       "<style id='style1' color='red'/><style id='style2' color='green'/>"
       "<style id='style3' color='red'/><style id='style4' color='blue'/></style><extension/>";
+  const std::string untouched =
+      "<graph cellStyle='style2' style='style1'><coordinates><polarTransform/></coordinates>"
+      "</graph>" +
+      container + "<style id='style1'/><style id='style2'/></style><extension/>";
   const std::string legends =
       "<legend id='l' style='style1' tickFrameStyle='style3' tickTextStyle='style2'/>" + container +
       "<style id='style1' color='red'/><style id='style2' color='green'/>"
@@ -185,6 +201,8 @@ TEST(AddFrame, StylesWhatItMeans) {
       // The source has the title: none is added.
       {"", text.c_str(), "<extension/>", "<labelFrame id='t'/><extension title1='t'/>"},
       {both.c_str(), graphs.c_str(), graph2.c_str()},
+      {polar.c_str(), "<addFrame type='graph'><style number='1' color='green'/></addFrame>",
+       untouched.c_str()},
       {"<legend id='l'/><extension legend1='l'/>", legend.c_str(), legends.c_str()},
       {"<legend id='l'/>", legend.c_str(), "<legend id='l'/><extension/>"},
       {"<labelFrame id='f'/>", "<addFrame type='statisticsSummary' styleOnly='true'/>",

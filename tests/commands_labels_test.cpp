@@ -72,7 +72,7 @@ std::string chartOf(const std::string& data, const std::string& shape, const std
          "</coordinates><" + tag + ">" + content + "</" + tag + "></graph>";
 }
 
-// The labels of the only element: variable, method, "-" for no augmenting, "%" for such a format,
+// The labels of the only element: variable, method, "-" for no augmenting, "2%" for such a format,
 // "^" and "_" for a place.
 std::string labelsOf(EditedChart& chart) {
   std::vector<CTElementType*> elements;
@@ -86,6 +86,8 @@ std::string labelsOf(EditedChart& chart) {
       if (statistic->getAugment()) text += "-";
     }
     for (const PlXFormat* format : label->getFormats()) {
+      const long digits = format->getMinimumFractionDigits();
+      if (digits > 0) text += std::to_string(digits);
       text += ChartString(format->getSuffix()).toUTF8();
     }
     const auto place = label->getStyle()->getLabelLocationVertical();
@@ -125,10 +127,10 @@ rows | plain | edge range + | 0 n.maximum,n.minimum name.maximum,name.minimum p.
 rows | plain | schema tukey | 0 n.value name.value p.value c v.value 0 0 0 name.value
 rows | plain | interval count bin | 0 n.count- 0 0 0 0 0 0 0 n.count-
 rows | plain | line distribution | 0 0 0 0 0 0 0 0 0 0
-count | plain | point | 0 n 0 n.percent% c v 0 0 0 n
+count | plain | point | 0 n 0 n.percent2% c v 0 0 0 n
 count | plain | interval mean | 0 n.mean- 0 n.mean- c.mean- v.mean- 0 0 0 n.mean-
 count | plain | interval percent | 0 n.sum- 0 n.percent- c.percent- 0 0 0 0 n.sum-
-count | plain | schema tukey | 0 n.value 0 n.percent% c v.value 0 0 0 n.value
+count | plain | schema tukey | 0 n.value 0 n.percent2% c v.value 0 0 0 n.value
 derived | plain | point | 0 d 0 q c v 0 0 0 d
 derived | plain | interval count | 0 d.count- 0 0 0 0 0 0 0 d.count-
 bare | stacked | point | 0 0 0 0 c v 0 g 0 v
@@ -206,9 +208,10 @@ constexpr const char* laterTable = R"(
 count | plain | point | n.percent | count | n.percent,n
 count | plain | point | n.percent | percent | n.percent
 count | plain | point | n.fractionCount | percent | n.fractionCount
-count | plain | point | n.count | percent | n.count,n.percent%
-count | plain | point | n | count percent | n,n.percent%
+count | plain | point | n.count | percent | n.count,n.percent2%
+count | plain | point | n | count percent | n,n.percent2%
 rows | plain | point | p.mean | percent | p.mean
+bare | plain | point | - | xortheta | c
 count | plain | interval mean | - | count percent y x | n.mean-,v.mean-,c.mean-
 bare | plain | interval count | c | count | c,c.count-
 bare | plain | interval count | c.unweightedCount | count | c.unweightedCount

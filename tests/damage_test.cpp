@@ -72,7 +72,10 @@ TEST_P(Damage, OfTheCompressedForms) {
 
 INSTANTIATE_TEST_SUITE_P(Examples, Damage, testing::ValuesIn(exampleFiles()),
                          [](const testing::TestParamInfo<std::string>& info) {
-                           std::string name = std::filesystem::path(info.param).stem();
+                           // That of its folder, too: two have a pie.
+                           const std::filesystem::path path(info.param);
+                           std::string name = path.parent_path().stem().string() + '_';
+                           name += path.stem().string();
                            std::replace(name.begin(), name.end(), '-', '_');
                            return name;
                          });

@@ -1,6 +1,6 @@
 #!/bin/bash
-# draw.sh TOOL: Vega-Lite takes what `chartxml draw` writes of all examples, as they are and after each
-# template of examples/templates but all-commands.xml: each plot is valid by Vega-Lite's own
+# draw.sh TOOL: Vega-Lite takes what `chartxml draw` writes of all examples and charts to start from, as
+# they are and after each template of examples/templates but all-commands.xml: each plot is valid by Vega-Lite's own
 # schema and renders, and the values that Vega computes of three are those of their data.
 #
 # Needs node, and vega and vega-lite in the folder of modules that CHARTXML_VEGA names, in that of
@@ -36,12 +36,15 @@ drawAll() {
 
 # What the tool writes of a chart that nothing changes.
 sed '/<template/,/[^-]>$/!d; s,[^/]>$,&</template>,' examples/templates/titles.xml >"$work/empty.xml"
-"$tool" apply --out-dir "$work/none" -t "$work/empty.xml" examples/*.xml || exit 1
+mkdir "$work/charts"
+cp examples/*.xml "$work/charts"
+for chart in examples/starters/*.xml; do cp "$chart" "$work/charts/starter-$(basename "$chart")"; done
+"$tool" apply --out-dir "$work/none" -t "$work/empty.xml" "$work/charts" || exit 1
 drawAll none "$work/none"
 for template in examples/templates/*.xml; do
   look=$(basename "$template" .xml)
   [[ $look == all-commands ]] && continue
-  "$tool" apply --out-dir "$work/$look" -t "$template" examples/*.xml 2>/dev/null
+  "$tool" apply --out-dir "$work/$look" -t "$template" "$work/charts" 2>/dev/null
   drawAll "$look" "$work/$look"
 done
 # Looks that are the same are checked once.

@@ -7,8 +7,8 @@ using namespace xercesc;
 
 namespace {
 
-TemplateNode nodeOf(const DOMElement& element) {
-  TemplateNode node;
+DocumentNode nodeOf(const DOMElement& element) {
+  DocumentNode node;
   node.name = ChartString(element.getTagName()).toUTF8();
   const DOMNamedNodeMap* attributes = element.getAttributes();
   for (XMLSize_t i = 0; i < attributes->getLength(); ++i) {
@@ -63,7 +63,7 @@ TEST(Explanation, TellsWhatDoesNothing) {
  'axis' has no attribute 'a' in charts, but it is written as it stands
 )")) {
     const Fragment fragment(row.at(0));
-    const TemplateNode root = nodeOf(*fragment.root());
+    const DocumentNode root = nodeOf(*fragment.root());
     std::string told;
     const Explanation explanation(schema, charts, root);
     for (const Finding& each : explanation.findings()) {

@@ -1,7 +1,9 @@
 // What is remembered so that large charts stay fast agrees with looking at everything.
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <algorithm>
+#include <list>
 #include <map>
 #include <random>
 #include <string>
@@ -9,15 +11,21 @@
 #include <vector>
 
 #include <xercesc/dom/DOM.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
 
 #include "chartbase.h"
+#include "charttransformer.h"
 #include "dialect.h"
+#include "memoryroom.h"
+#include "parsermemory.h"
 #include "plxelements.h"
 #include "plxframes.h"
 #include "plxgraph.h"
 #include "plxguides.h"
 #include "testsupport.h"
 #include "textbuffer.h"
+#include "zlib1211tavo.h"
+#include "zlibstreams.h"
 
 using namespace xercesc;
 
@@ -101,10 +109,14 @@ TEST(TextBuffers, HoldWhatWasAppended) {
   for (int run = 0; run < 20; ++run) {
     TextBuffer buffer;
     std::string text;
+    std::list<std::string> lent;
     EXPECT_TRUE(buffer.empty());
     for (int step = 0; step < 200; ++step) {
       const std::string piece(random() % (random() % 4 ? 50 : 100000), 'a' + step % 26);
-      if (step % 2) {
+      if (step % 3 == 0) {
+        lent.push_back(piece);
+        buffer.borrow(lent.back());
+      } else if (step % 2) {
         buffer.append(piece);
       } else {
         std::copy(piece.begin(), piece.end(), buffer.room(piece.size() + 10));
@@ -112,10 +124,58 @@ TEST(TextBuffers, HoldWhatWasAppended) {
       }
       text += piece;
       EXPECT_EQ(buffer.empty(), text.empty());
+      EXPECT_EQ(buffer.size(), text.size());
     }
+    std::string copy(text.size(), ' ');
+    buffer.copyTo(copy.data());
+    EXPECT_TRUE(copy == text);
     EXPECT_TRUE(buffer.take() == text);
     EXPECT_TRUE(buffer.empty());
   }
+}
+
+// What is more than is compressed at once is compressed piece by piece.
+TEST(LargeData, ComesBack) {
+  std::string rows;
+  const std::string row = "<row>" + std::string(1 << 20, '1') + "</row>";
+  while (rows.size() <= mostAtOnce) rows += row;
+  const std::string text =
+      chartText("<embeddedSource id=\"s\"><names>x</names>" + rows + "</embeddedSource>");
+  ChartTransformer chart(text);
+  EXPECT_TRUE(chart.getEntireXML(nullptr) == text);
+  std::string data;
+  EXPECT_TRUE(zlib1211tavo::decompressString(data, chart.getCompressedData()));
+  EXPECT_TRUE(data == chart.getDataXML());
+  EXPECT_NE(data.find(rows), data.npos);
+}
+
+TEST(Memory, IsBoundByWhatThereIs) {
+  const ChartBase library;
+  ParserMemory memory;
+  void* block = memory.allocate(1000);
+  memory.boundRoom(1000);
+  memory.deallocate(memory.allocate(1000));
+  EXPECT_THROW(memory.allocate(1001), xercesc::OutOfMemoryException);
+  memory.deallocate(block);
+  memory.deallocate(memory.allocate(2000));
+  memory.unbind();
+  memory.deallocate(memory.allocate(2001));
+
+  const std::size_t left = memoryroom::left();
+  EXPECT_GT(left, std::size_t(1) << 20);
+  EXPECT_LT(left, std::size_t(1) << 50);
+#ifndef __SANITIZE_ADDRESS__  // it takes more than any limit
+  for (const auto resource : {RLIMIT_AS, RLIMIT_DATA}) {
+    rlimit before;
+    ASSERT_EQ(getrlimit(resource, &before), 0);
+    const rlimit bound{std::size_t(2) << 30, before.rlim_max};
+    ASSERT_EQ(setrlimit(resource, &bound), 0);
+    const std::size_t leftOfBound = memoryroom::left();
+    setrlimit(resource, &before);
+    EXPECT_GT(leftOfBound, std::min(left, bound.rlim_cur) / 4);
+    EXPECT_LT(leftOfBound, bound.rlim_cur);
+  }
+#endif
 }
 
 }  // namespace

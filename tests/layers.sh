@@ -41,4 +41,18 @@ while IFS=: read -r layer below; do
     esac
   done < <(grep -nHE '^ *# *include *("|<chartxml/)' "$layer"/*.{h,inc,cpp} 2> /dev/null || true)
 done <<< "$layers"
+
+# The tool is a user of the library like any other: it includes its own headers and the installed
+# ones, is made of its own sources, and leaves all parsing to the library. What it generates is a
+# part of the library's build.
+mapfile -t rooms < <(find tools -mindepth 1 -maxdepth 1 -type d ! -name generate)
+own=" $(for room in "${rooms[@]}"; do headers "$room"; done | tr '\n' ' ')"
+while IFS=: read -r file line include; do
+  [[ $include =~ \"([^\"]+)\" ]] && [[ $own == *" ${BASH_REMATCH[1]} "* ]] ||
+    fail "$file:$line: ${BASH_REMATCH[1]-} is no header of the tool"
+done < <(grep -rnHE '^ *# *include *"' "${rooms[@]}")
+if grep -rnHE '^ *# *include *<xercesc/(parsers|sax2?|framework|internal|validators)/' "${rooms[@]}"; then
+  fail "the tool has a parser of its own"
+fi
+grep -nE '\.\./(src|model|platform)' tools/CMakeLists.txt && fail "the tool is made of the library's sources"
 exit $failed

@@ -93,7 +93,7 @@ constexpr const char* stepRows = R"(
 <facetvariable role='z'/><element style='s'><theta/></element><coordinatetransform><parameter name='distance' value='10'/></coordinatetransform><coordinatetransform><parameter name='phi' value='1'/></coordinatetransform><z/><style id='s' value='depth:9%'/> |
  <addPieEffects depth='9%'><parameter name='distance' value='15'/><parameter name='phi' value='1'/></addPieEffects>
 <style value='shadow-dx:1px'/><style value='shadow-dx:2px;shadow-dy:3px'/><style value='shadow-dx:4px;shadow-dy:5px'/> | <addShadow shadow-dx='2px' shadow-dy='3px'/>
-<element><labeling style='s'/><statistic method='tukeyOutliers'/><statistic method='tukeyExtremes'/></element><element><labeling style='s'/></element><style id='s' value='label-location-y:center;color:red;label-location-inside:true;visibility:hidden'/> |
+<element><labeling style='t'/><statistic method='tukeyOutliers'/><statistic method='tukeyExtremes'/></element><element><labeling style='s'/></element><style id='t' value='color:blue'/><style id='s' value='label-location-y:center;color:red;label-location-inside:true;visibility:hidden'/> |
  <addDataLabels hidden='true' position='label-location-y:center'><style value='color:red;label-location-inside:true;visibility:hidden'/></addDataLabels>
 <element><labeling/><statistic method='tukeyOutliers'/><statistic method='tukeyExtremes'/></element><element><labeling><styleby/></labeling><statistic method='tukeyOutliers'/><statistic method='tukeyExtremes'/></element><element/> |
  <addDataLabels colorByMarker='true'/>
@@ -211,6 +211,9 @@ TEST(LegacyTemplate, TellsWhatItLeavesOut) {
       {"<element type='line'><statistic method='smooth'><parameter name='alpha' value='.9'/>"
        "</statistic></element>",
        "3 "},
+      {"<element type='line'><statistic method='smooth'><parameter name='alpha' value='.9'/>"
+       "<parameter name='predictIndividuals' value='true'/></statistic></element>",
+       ""},
       // Links that lead nowhere.
       {"<frame style='s'><location/></frame><dimension role='x'><axis><majorticks markStyle='t' "
        "delta='1'/></axis></dimension>",

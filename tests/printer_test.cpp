@@ -101,6 +101,26 @@ TEST(PrinterOfBuiltTrees, WritesWhatXmlCanHold) {
   document->release();
 }
 
+// A reference to what no document type declares would make the text unreadable.
+TEST(PrinterOfBuiltTrees, RefersToDeclaredEntities) {
+  ChartBase base;
+  DOMDocument* declaring = base.parseDocument(withGrammar("<a/>", "<!ENTITY e '<b/>text'>"));
+  ASSERT_NE(declaring, nullptr);
+  declaring->getDocumentElement()->appendChild(declaring->createEntityReference(u"e"));
+  for (const bool whiteSpace : {false, true}) {
+    const std::string text = printed(declaring, whiteSpace);
+    EXPECT_TRUE(text.ends_with("<a>&e;</a>")) << text;
+    const DOMDocument* again = base.parseDocument(text);
+    ASSERT_NE(again, nullptr) << text;
+    EXPECT_TRUE(printed(again).ends_with("<a><b/>text</a>")) << printed(again);
+  }
+  DOMDocument* other = ChartBase::createPlXDocument(nullptr);
+  other->getDocumentElement()->appendChild(other->createEntityReference(u"e"));
+  EXPECT_EQ(printed(other).find('&'), std::string::npos);
+  EXPECT_NE(base.parseDocument(printed(other)), nullptr);
+  other->release();
+}
+
 TEST(PrinterWithWhiteSpace, IndentsAllButText) {
   ChartBase base;
   const DOMDocument* document =

@@ -7,12 +7,11 @@
 #include "commandschema.h"
 #include "dialect.h"
 #include "randomedits.h"
-#include "templatenode.h"
 
 // The text of the elements and texts below a node.
-inline std::string contentOf(const TemplateNode& node) {
+inline std::string contentOf(const DocumentNode& node) {
   std::string text;
-  for (const TemplateNode& child : node.children) {
+  for (const DocumentNode& child : node.children) {
     if (child.isText()) {
       text += escaped(child.text);
       continue;
@@ -33,8 +32,8 @@ class Generator {
       : schema_(schema), ids_(std::move(ids)), random_(seed) {}
 
   // A root with commands.
-  TemplateNode templateOf(const std::vector<std::string>& names, unsigned most) {
-    TemplateNode root;
+  DocumentNode templateOf(const std::vector<std::string>& names, unsigned most) {
+    DocumentNode root;
     for (unsigned i = 1 + below(most); i > 0; --i)
       root.children.push_back(element(oneOf(names), 0));
     return root;
@@ -93,7 +92,7 @@ class Generator {
 
   // For the command that writes whatever it is given: what is valid in a chart. Links aren't among
   // it, as what they lead to may have gone.
-  void addGenericAttributes(TemplateNode& node) {
+  void addGenericAttributes(DocumentNode& node) {
     const auto rows = dialect::elements();
     const dialect::Element* row = &rows[below(rows.size())];
     node.attributes.emplace_back("elementName", utf8(row->tag));
@@ -123,9 +122,9 @@ class Generator {
     return chance(50) ? name + "x" : oneOf(namesOf(schema_.find("style")->attributes));
   }
 
-  TemplateNode element(const std::string& name, int depth) {
+  DocumentNode element(const std::string& name, int depth) {
     const SchemaElement* known = schema_.find(name);
-    TemplateNode node;
+    DocumentNode node;
     node.name = name;
     if (known->readsAllAttributes) addGenericAttributes(node);
     for (const auto& [attribute, about] : known->attributes) {
@@ -135,7 +134,7 @@ class Generator {
       if (!chance(attribute == "role" || attribute == "type" ? 90 : 35)) continue;
       const bool isForeign = chance(3) && !known->readsAllAttributes;
       const std::string named = isForeign ? foreign(attribute) : attribute;
-      if (node.has(named)) continue;
+      if (node.attribute(named)) continue;
       node.attributes.emplace_back(named, valueOf(about.rule));
     }
     constexpr int deepest = 4;
@@ -154,13 +153,13 @@ class Generator {
     return node;
   }
 
-  void nameParameter(TemplateNode& parameter, const ValueRule& names) {
+  void nameParameter(DocumentNode& parameter, const ValueRule& names) {
     for (auto& [name, value] : parameter.attributes) {
       if (name == "name" && !names.words.empty()) value = oneOf(names.words);
     }
   }
 
-  static void addText(TemplateNode& node, const std::string& text) {
+  static void addText(DocumentNode& node, const std::string& text) {
     if (text.empty()) return;
     node.children.emplace_back().text = text;
   }

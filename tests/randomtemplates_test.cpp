@@ -23,7 +23,7 @@ std::vector<std::string> idsOf(const std::string& text) {
   return ids;
 }
 
-using Lost = std::set<std::pair<const TemplateNode*, std::string>>;
+using Lost = std::set<std::pair<const DocumentNode*, std::string>>;
 
 // What explain says that a template does the same without: elements and texts by their nodes,
 // attributes by node and name.
@@ -37,13 +37,13 @@ Lost lostIn(const Explanation& explanation) {
   return lost;
 }
 
-TemplateNode without(const TemplateNode& node, const Lost& lost) {
-  TemplateNode result = node;
+DocumentNode without(const DocumentNode& node, const Lost& lost) {
+  DocumentNode result = node;
   std::erase_if(result.attributes, [&](const auto& attribute) {
     return lost.contains({&node, attribute.first});
   });
   result.children.clear();
-  for (const TemplateNode& child : node.children) {
+  for (const DocumentNode& child : node.children) {
     if (!lost.contains({&child, ""})) result.children.push_back(without(child, lost));
   }
   return result;
@@ -54,12 +54,12 @@ class Opened {
  public:
   explicit Opened(std::string chart) : chart_(std::move(chart)) {}
 
-  std::string after(const TemplateNode& root, std::vector<CommandOutcome>& outcomes) const {
+  std::string after(const DocumentNode& root, std::vector<CommandOutcome>& outcomes) const {
     ChartTransformer chart(chart_);
     chart.applyTemplate(templateText(contentOf(root)), outcomes);
     return chart.getXML(nullptr);
   }
-  std::string after(const TemplateNode& root) const {
+  std::string after(const DocumentNode& root) const {
     std::vector<CommandOutcome> outcomes;
     return after(root, outcomes);
   }
@@ -69,7 +69,7 @@ class Opened {
 };
 
 // One by one, for who is to mend it.
-void tellLies(const TemplateNode& root, const Explanation& explanation, const Opened& chart,
+void tellLies(const DocumentNode& root, const Explanation& explanation, const Opened& chart,
               const std::string& after) {
   for (const Finding& each : explanation.findings()) {
     if (each.passedOver == Finding::PassedOver::nothing) continue;
@@ -81,7 +81,7 @@ void tellLies(const TemplateNode& root, const Explanation& explanation, const Op
 }
 
 // Where no chart needs data, the text of the chart alone is looked at.
-void expectTold(const TemplateNode& root, const Explanation& explanation, const std::string& text) {
+void expectTold(const DocumentNode& root, const Explanation& explanation, const std::string& text) {
   const Opened chart(text);
   std::vector<CommandOutcome> outcomes;
   const std::string after = chart.after(root, outcomes);
@@ -120,7 +120,7 @@ TEST(RandomTemplates, DoWhatIsToldOfThem) {
       Generator generator(schema, ids, {seed, i});
       const bool isStyleOnly = generator.chance(25);
       // Of several commands one may make what another styles the next time.
-      const TemplateNode root =
+      const DocumentNode root =
           isStyleOnly ? generator.templateOf(styling, 1) : generator.templateOf(all, 4);
       const std::string commands = contentOf(root);
       const std::string before = chart.getXML(nullptr);

@@ -431,7 +431,9 @@ struct PlainPool {
 TEST(TextPool, AnswersWhatAWalkWouldFind) {
   for (unsigned seed = 0; seed < 300; ++seed) {
     std::mt19937 random(seed);
+    // Few texts meet often as equals, many in the places of the index.
     const auto randomText = [&] {
+      if (seed % 2) return std::to_string(random() % 31);
       return std::string(random() % 3, static_cast<char>('a' + random() % 3));
     };
     // As read: equal texts, free entries with texts.

@@ -10,6 +10,8 @@
 #include <cstring>
 #include <memory>
 #include <random>
+#include <regex>
+#include <sstream>
 
 #include "chartbase.h"
 #include "vardataprocessor.h"
@@ -289,18 +291,22 @@ TEST(XmlData, WritesWhatAStoreHolds) {
   store.SetVariableValue(&number, 2, -0.5);
   std::string out;
   ASSERT_TRUE(XmlDataHandler::WriteStore(store, out));
-  EXPECT_EQ(out,
-            prolog +
-                "\t<embeddedSource id=\"none\">\n\t\t<names></names>\n\t\t<types></types>\n"
-                "\t\t<row/>\n\t</embeddedSource>\n" +
-                sourceText("rowless", "a", "string", {}) +
-                sourceText("texts", "n;t", "string;string",
-                           {";a,b", store.GetValueAsString("texts", "n", 1) + ";",
-                            "-0.5;x&lt;y &amp; &quot;z&quot;\xEF\xBF\xBDü\xEF\xBF\xBD", ";8"}) +
-                end);
+  const std::string expected =
+      prolog +
+      "\t<embeddedSource id=\"none\">\n\t\t<names></names>\n\t\t<types></types>\n"
+      "\t\t<row/>\n\t</embeddedSource>\n" +
+      sourceText("rowless", "a", "string", {}) +
+      sourceText("texts", "n;t", "string;string",
+                 {";a\xCD\xBE"
+                  "b",
+                  store.GetValueAsString("texts", "n", 1) + ";",
+                  "-0.5;x&lt;y &amp; &quot;z&quot;\xEF\xBF\xBDü\xEF\xBF\xBD", ";8"}) +
+      end;
+  EXPECT_EQ(out, expected);
   unsigned size = 0;
   const std::unique_ptr<unsigned char[]> stream(store.GetDataStream(size));
-  EXPECT_EQ(documentOf({reinterpret_cast<const char*>(stream.get()), size}), out);
+  const std::string ofStream = documentOf({reinterpret_cast<const char*>(stream.get()), size});
+  EXPECT_EQ(ofStream, std::regex_replace(out, std::regex("a\xCD\xBE"), "a,"));
 
   // All of it is read again where it is asked for, and no more is in a stream than numbers.
   VarDataProcessor all;
@@ -324,6 +330,43 @@ TEST(XmlData, WritesWhatAStoreHolds) {
   zlib1211tavo::setInflateLimit(out.size() - 1);
   EXPECT_FALSE(XmlDataHandler::WriteStore(store, back));
   zlib1211tavo::setInflateLimit(limit);
+}
+
+// A row of cells in front and behind, for a column that is read and written again.
+TEST(XmlData, KeepsTextsThatLookLikeSomethingElse) {
+  struct Row {
+    const char* cells;
+    const char* again;  // null for the same
+  };
+  const Row rows[] = {
+      {"007 1.50 8", nullptr},  // a code makes texts of the column
+      {"8 1.50 +5", nullptr},
+      {"1.50 -007 1e3", nullptr},
+      {"12345678901234567890 1.50", nullptr},
+      {"1.50 1e3 0.50 -0.5 .5", "1.5 1000 0.5 -0.5 0.5"},
+      {"9007199254740992 0 -0 100000000000000000000", "9007199254740992 0 0 1e+20"},
+      {"inf 1.50", "inf 1.5"},
+      {"+-5 nan 0x10 1e999 1.50", "+-5 nan 0x10 1e999 1.5"},
+      {"a\xCD\xBE\xCD\xBE"
+       "b",
+       nullptr},
+      {"a&#xD;", nullptr},
+      {"&#65x;", "&amp;#65x"},
+  };
+  for (const auto& [cells, again] : rows) {
+    const auto documentWith = [](const std::string& texts) {
+      std::vector<std::string> lines;
+      std::istringstream in(texts);
+      for (std::string text; in >> text;) lines.push_back("x;" + text);
+      return prolog + sourceText("s", "a;b", "string;string", lines) + end;
+    };
+    VarDataProcessor store;
+    ASSERT_TRUE(XmlDataHandler::ReadStore(documentWith(cells), store, XmlDataHandler::Keep::All));
+    std::string out;
+    ASSERT_TRUE(XmlDataHandler::WriteStore(store, out));
+    EXPECT_EQ(out, documentWith(again ? again : cells));
+    EXPECT_EQ(store.GetValueAsString("s", "b", 0).find("\xCD"), std::string::npos);
+  }
 }
 
 TEST(XmlData, GivesItsOwnFormAsItIs) {

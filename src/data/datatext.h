@@ -27,10 +27,13 @@ class DataText {
 
   std::size_t size() const { return printed_.size() + rowBytes_; }
   std::string whole() const;
+  // The compressed text, made of the parts as they lie. Throws std::bad_alloc for lack of memory.
+  std::string packed() const;
 
   // False for a text without marks.
   bool hasSources() const { return !marks_.empty(); }
-  // Appends the source of that id, the first of several; nothing when there is none.
+  // Appends the source of that id, the first of several; nothing when there is none. Its rows are
+  // borrowed.
   void writeSource(std::u16string_view id, TextBuffer& out) const;
 
  private:

@@ -15,6 +15,22 @@ constexpr unsigned leastCapacity = 1000;
 constexpr unsigned mostCapacityAtFirst = 20000;
 constexpr std::uint64_t mostRows = std::numeric_limits<unsigned>::max();
 
+constexpr std::string_view blanks = " \t\r\n";
+
+// Whole numbers of up to so many digits are what a double holds.
+constexpr std::size_t mostExactDigits = 15;
+
+bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+// True when a whole number is written in these digits.
+bool isExact(std::string_view digits, double number) {
+  char spelled[512];  // the longest double has 309
+  const auto end = std::to_chars(spelled, std::end(spelled), number, std::chars_format::fixed).ptr;
+  return digits == std::string_view(spelled, static_cast<std::size_t>(end - spelled));
+}
+
 // Gives every column room for `rows`. Should memory run out on the way, some columns have more room
 // than the capacity tells.
 void grow(_sourcebag& bag, std::uint64_t rows) {
@@ -352,6 +368,28 @@ void VarDataProcessor::AppendNumber(double value, std::string& out) {
   char digits[24];
   const auto end = std::to_chars(digits, std::end(digits), static_cast<std::int64_t>(value)).ptr;
   out.append(digits, end);
+}
+
+VarDataProcessor::Spelling VarDataProcessor::SpellingOf(std::string_view text, double& value) {
+  const std::size_t start = text.find_first_not_of(blanks);
+  if (start == text.npos) return Spelling::Text;
+  text = text.substr(start, text.find_last_not_of(blanks) + 1 - start);
+  const bool hasPlus = text.starts_with('+');
+  if (hasPlus) text.remove_prefix(1);
+  const std::string_view digits = text.substr(!hasPlus && text.starts_with('-') ? 1 : 0);
+  // Neither a second sign nor inf.
+  if (digits.empty() || !(isDigit(digits[0]) || digits[0] == '.')) return Spelling::Text;
+  double number = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number);
+  if (error != std::errc() || stop != end) return Spelling::Text;
+  value = number;
+  const bool isPadded = digits.size() > 1 && digits[0] == '0' && isDigit(digits[1]);
+  if (hasPlus || isPadded) return Spelling::Code;
+  if (digits.size() <= mostExactDigits || !std::ranges::all_of(digits, isDigit)) {
+    return Spelling::Number;
+  }
+  return isExact(digits, std::abs(number)) ? Spelling::Number : Spelling::Code;
 }
 
 VarDataProcessor::TextIndex& VarDataProcessor::textIndex() {

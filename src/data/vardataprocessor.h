@@ -142,6 +142,15 @@ class CHARTXML_API VarDataProcessor {
                                unsigned row);
   // Appends what a number in a cell reads as.
   static void AppendNumber(double value, std::string& out);
+  // What the text of a cell is where texts count beside numbers. `value` is set for both kinds of
+  // numbers.
+  enum class Spelling {
+    Text,
+    Number,  // a finite decimal one; blanks around it mean nothing
+    Code,    // one whose spelling says more than its value: 007, +5, or a whole number of more
+             // digits than a double keeps
+  };
+  static Spelling SpellingOf(std::string_view text, double& value);
 
   // The pool of texts, which cells share and count.
 
@@ -160,12 +169,16 @@ class CHARTXML_API VarDataProcessor {
   // 65,535 sources or its stream would be longer than 32 bits tell, or when memory runs out. Should
   // compression fail, the stream comes uncompressed, which ReadStreamData doesn't take.
   unsigned char* GetDataStream(unsigned& size);
+  // The same, but throws std::bad_alloc when memory runs out.
+  unsigned char* WriteStream(unsigned& size);
   // Replaces the store's content with a stream's, which may be of either byte order. False for
   // anything but one whole stream, all of whose counts, offsets and lengths fit it: the store is
   // empty then if the stream isn't whole, and keeps what was read up to a part that doesn't fit.
   // Uncompressed the stream must not be longer than zlib1211tavo's limit, and its columns must not
   // take more memory than that limit or twice the stream's length.
   bool ReadStreamData(const void* data, unsigned size);
+  // The same, but throws std::bad_alloc when memory runs out, which says nothing about the stream.
+  bool ReadStream(const void* data, unsigned size);
 
   // The section of a stream that holds the texts: its length in bytes, 0 if no cell has a text and
   // the largest unsigned if 32 bits don't tell it. `out` must have room for all of it.

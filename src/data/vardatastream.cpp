@@ -466,16 +466,26 @@ unsigned char* streamInPieces(const VarDataProcessor& store, std::uint64_t total
 }  // namespace
 
 unsigned char* VarDataProcessor::GetDataStream(unsigned& size) try {
-  size = 0;
-  const std::uint64_t total = streamSize(*this);
-  if (sources.size() > mostSources || total > mostBytes) return nullptr;
-  return total > mostAtOnce ? streamInPieces(*this, total, size) : streamAtOnce(*this, total, size);
+  return WriteStream(size);
 } catch (...) {
   size = 0;
   return nullptr;
 }
 
+unsigned char* VarDataProcessor::WriteStream(unsigned& size) {
+  size = 0;
+  const std::uint64_t total = streamSize(*this);
+  if (sources.size() > mostSources || total > mostBytes) return nullptr;
+  return total > mostAtOnce ? streamInPieces(*this, total, size) : streamAtOnce(*this, total, size);
+}
+
 bool VarDataProcessor::ReadStreamData(const void* data, unsigned size) try {
+  return ReadStream(data, size);
+} catch (...) {
+  return false;
+}
+
+bool VarDataProcessor::ReadStream(const void* data, unsigned size) {
   Reset();
   if (!data) return false;
   StreamReader reader(*this, data, size);
@@ -485,8 +495,6 @@ bool VarDataProcessor::ReadStreamData(const void* data, unsigned size) try {
   if (!reader.isWhole()) Reset();
   if (!isRead) return false;
   return stringsSize == 0 || readStrings(strings.get(), stringsSize, reader.isSwapped(), true);
-} catch (...) {
-  return false;
 }
 
 unsigned VarDataProcessor::StringDataSize() const {
@@ -497,16 +505,20 @@ void VarDataProcessor::WriteStringData(unsigned char* out) {
   if (StringDataSize() > 0) writeStrings(*this, Memory(out));
 }
 
-bool VarDataProcessor::ReadStringData(const unsigned char* in, std::size_t size) {
+bool VarDataProcessor::ReadStringData(const unsigned char* in, std::size_t size) try {
   return readStrings(in, size, false, true);
+} catch (...) {
+  return false;
 }
 
-bool VarDataProcessor::ReadStringData(const unsigned char* in) {
+bool VarDataProcessor::ReadStringData(const unsigned char* in) try {
   return readStrings(in, SIZE_MAX, false, false);
+} catch (...) {
+  return false;
 }
 
 bool VarDataProcessor::readStrings(const unsigned char* in, std::size_t size, bool isSwapped,
-                                   bool isWhole) try {
+                                   bool isWhole) {
   if (!in) return false;
   clearStrings();
   Section section(in, size, isSwapped);
@@ -524,8 +536,6 @@ bool VarDataProcessor::readStrings(const unsigned char* in, std::size_t size, bo
     }
   }
   return readTable(section, stringTable) && (!isWhole || section.empty());
-} catch (...) {
-  return false;
 }
 
 void VarDataProcessor::SwapBytes(char* data, int size) {

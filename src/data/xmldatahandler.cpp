@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "charthost.h"
+#include "datafields.h"
 #include "formatter.h"
 #include "textbuffer.h"
 #include "utf.h"
@@ -38,6 +39,8 @@ constexpr std::string_view entityOf(char c) {
       return "&lt;";
     case '>':
       return "&gt;";
+    case '\r':  // which parsers take for an end of a line
+      return "&#xD;";
     default:
       return {};
   }
@@ -81,6 +84,11 @@ struct TooLong {};
 // Appends to a document that mustn't get longer than the limit of inflated texts.
 class Writer {
  public:
+  // What stands for a ';' within a cell.
+  explicit Writer(std::string_view semicolon) : semicolon_(semicolon) {}
+
+  std::string_view semicolon() const { return semicolon_; }
+
   void append(std::string_view text) {
     take(text.size());
     text_.append(text);
@@ -114,6 +122,7 @@ class Writer {
     left_ -= size;
   }
 
+  const std::string_view semicolon_;
   TextBuffer text_;
   std::size_t left_ = zlib1211tavo::getInflateLimit();
 };
@@ -136,16 +145,20 @@ class CellWalk {
   void write(unsigned row, double value, Writer& out) {
     if (next_ != end_ && next_->first == row) {
       const unsigned index = (next_++)->second;
-      if (index < pool_.size()) return out.append(cellText(pool_[index].text));
+      if (index < pool_.size()) {
+        return out.append(cellText(pool_[index].text, out.semicolon()));
+      }
     }
     if (value != VarDataProcessor::systemMissing) out.append(value);
   }
 
  private:
   // What no document can hold would make all of it unreadable.
-  static std::string cellText(const std::string& text) {
+  static std::string cellText(const std::string& text, std::string_view semicolon) {
     std::string result = std::ranges::any_of(text, isUnusual) ? plainText(text) : text;
-    std::ranges::replace(result, ';', ',');
+    for (std::size_t at = 0; (at = result.find(';', at)) != result.npos; at += semicolon.size()) {
+      result.replace(at, 1, semicolon);
+    }
     return escaped(result);
   }
 
@@ -205,6 +218,28 @@ void writeSource(VarDataProcessor& store, const std::string& source, Writer& out
   out.append("\t</embeddedSource>\n");
 }
 
+// False for a document that gets too long.
+bool writeStore(VarDataProcessor& store, std::string_view semicolon, std::string& out) {
+  std::vector<std::string> sources;
+  store.GetSourceNames(sources);
+  try {
+    Writer writer(semicolon);
+    writer.append("<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\"?> \n");
+    writer.append("<gs:graphSources xmlns=\"" CHARTXML_HOST
+                  "/visualization\""
+                  " xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" \n"
+                  "xmlns:gs=\"" CHARTXML_HOST
+                  "/tavo/visualization\" xsi:schemaLocation=\"" CHARTXML_DATA_SCHEMA_LOCATION
+                  "\">\n");
+    for (const std::string& source : sources) writeSource(store, source, writer);
+    writer.append("</gs:graphSources>\n");
+    out = writer.finish();
+    return true;
+  } catch (const TooLong&) {
+    return false;
+  }
+}
+
 // A text that goes out compressed or as it is.
 void give(std::string&& text, std::string& out, bool compressed) {
   if (compressed) {
@@ -221,7 +256,7 @@ unsigned char* streamOf(const std::string& xml, Form form, unsigned& size) {
   try {
     VarDataProcessor store;
     if (xmldata::read(xml, form, store, XmlDataHandler::Keep::Numbers) == 0) return nullptr;
-    return store.GetDataStream(size);
+    return store.WriteStream(size);
   } catch (const XmlDataHandler::Problem&) {
     return nullptr;
   }
@@ -266,8 +301,8 @@ bool XmlDataHandler::BuildXmlData(std::string& out, bool compressed) {
   std::string text;
   {
     VarDataProcessor store;
-    if (!store.ReadStreamData(stream_, streamSize_)) return false;
-    if (!WriteStore(store, text)) return false;
+    if (!store.ReadStream(stream_, streamSize_)) return false;
+    if (!writeStore(store, ",", text)) return false;
   }
   give(std::move(text), out, compressed);
   return true;
@@ -325,22 +360,5 @@ bool XmlDataHandler::ReadStore(const std::string& xml, VarDataProcessor& store, 
 }
 
 bool XmlDataHandler::WriteStore(VarDataProcessor& store, std::string& out) {
-  std::vector<std::string> sources;
-  store.GetSourceNames(sources);
-  try {
-    Writer writer;
-    writer.append("<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\"?> \n");
-    writer.append("<gs:graphSources xmlns=\"" CHARTXML_HOST
-                  "/visualization\""
-                  " xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" \n"
-                  "xmlns:gs=\"" CHARTXML_HOST
-                  "/tavo/visualization\" xsi:schemaLocation=\"" CHARTXML_DATA_SCHEMA_LOCATION
-                  "\">\n");
-    for (const std::string& source : sources) writeSource(store, source, writer);
-    writer.append("</gs:graphSources>\n");
-    out = writer.finish();
-    return true;
-  } catch (const TooLong&) {
-    return false;
-  }
+  return writeStore(store, datafields::greekSemicolon, out);
 }

@@ -89,15 +89,18 @@ class CHARTXML_API XmlDataHandler {
   };
   enum class Keep {
     Numbers,  // what a stream of the document has
-    All,      // cells that are no numbers as texts, but for blanks; variables without a value; and
-              // `<row/>` as an empty row. A source without its end tag is a problem then.
+    All,      // cells that are no numbers as texts, but for blanks, and U+037E in them as ';';
+              // columns with codes (VarDataProcessor::SpellingOf) as texts; variables without a
+              // value; `<row/>` as an empty row. A source without its end tag is a problem then.
   };
   // The stream's content without the stream, for programs that work on data themselves. Adds a
   // plain document's sources to the store; false, with a part of them added, when it can't be read.
   static bool ReadStore(const std::string& xml, VarDataProcessor& store, Keep keep,
                         Problem* problem = nullptr);
-  // The document of a store. False, with `out` as it was, for one that would be longer than
-  // zlib1211tavo::getInflateLimit(). Changes nothing in the store.
+  // The document of a store, in which U+037E stands for a ';' within a text: to Unicode both are
+  // one character, and none of the roads of a chart takes it for the end of a cell. False, with
+  // `out` as it was, for one that would be longer than zlib1211tavo::getInflateLimit(). Changes
+  // nothing in the store.
   static bool WriteStore(VarDataProcessor& store, std::string& out);
 
  private:

@@ -9,9 +9,9 @@
 #include <unordered_map>
 #include <utility>
 
+#include "datafields.h"
 #include "numbertext.h"
 #include "plainrows.h"
-#include "utf.h"
 #include "vardataprocessor.h"
 #include "zlib1211tavo.h"
 
@@ -21,6 +21,10 @@ using Problem = XmlDataHandler::Problem;
 using Keep = XmlDataHandler::Keep;
 using xmldata::Form;
 
+using datafields::decoded;
+using datafields::fieldEnd;
+using datafields::Of;
+using datafields::withSemicolons;
 using plainrows::emptyRow;
 using plainrows::rowEnd;
 using plainrows::rowStart;
@@ -50,64 +54,6 @@ bool startsWith(const char* at, const char* end, std::string_view word) {
 
 bool areBlanks(std::string_view text) {
   return text.find_first_not_of(" \t\n\v\f\r") == npos;
-}
-
-// ---- references
-
-struct Entity {
-  std::string_view text;
-  char character;
-};
-constexpr Entity entities[] = {
-    {"&amp;", '&'}, {"&lt;", '<'}, {"&gt;", '>'}, {"&quot;", '"'}, {"&apos;", '\''}};
-
-struct Reference {
-  std::size_t length = 0;  // 0 for an '&' that starts none
-  char32_t character = 0;
-};
-
-// `at` stands on an '&'.
-Reference referenceAt(const char* at, const char* end) {
-  for (const Entity& entity : entities) {
-    if (startsWith(at, end, entity.text)) {
-      return {entity.text.size(), static_cast<char32_t>(entity.character)};
-    }
-  }
-  if (!startsWith(at, end, "&#")) return {};
-  const bool isHexadecimal = startsWith(at, end, "&#x");
-  const char* digits = at + (isHexadecimal ? 3 : 2);
-  std::uint32_t code = 0;
-  const auto result = std::from_chars(digits, end, code, isHexadecimal ? 16 : 10);
-  if (result.ec != std::errc() || result.ptr == end || *result.ptr != ';') return {};
-  if (!utf::isXmlCharacter(code)) return {};
-  return {static_cast<std::size_t>(result.ptr + 1 - at), code};
-}
-
-enum class Of { Cell, Name };
-
-// In a name a reference to ';' stays as it is: the writer would make two names of the character.
-std::string decoded(std::string_view text, Of kind) {
-  std::string result;
-  const char* end = text.data() + text.size();
-  for (const char* at = text.data(); at != end;) {
-    const Reference reference = *at == '&' ? referenceAt(at, end) : Reference();
-    if (reference.length == 0 || (kind == Of::Name && reference.character == U';')) {
-      result += *at++;
-    } else {
-      utf::appendUtf8(result, reference.character);
-      at += reference.length;
-    }
-  }
-  return result;
-}
-
-// Where the field at `at` ends: at a ';' that ends no reference, at markup, or at `end`.
-const char* fieldEnd(const char* at, const char* end) {
-  while (at != end && *at != ';' && *at != '<') {
-    const std::size_t length = *at == '&' ? referenceAt(at, end).length : 0;
-    at += length == 0 ? 1 : length;
-  }
-  return at;
 }
 
 // ---- columns
@@ -162,6 +108,7 @@ class Filler {
   void add(std::string name) {
     columns_.push_back({.name = std::move(name), .info = {}});
     gathered_.resize(columns_.size() * most);
+    isText_.push_back(0);
     given_.push_back(0);
     if (keep_ == Keep::All && !columns_.back().name.empty()) create(columns_.back());
   }
@@ -183,20 +130,43 @@ class Filler {
     touched_ = std::max(touched_, column + 1);
   }
 
-  // The value of a field that isn't plainly a number. strtod takes what stands at its start.
+  // Whether the value is all that counts of a number's field.
+  bool isPlain(std::size_t column, std::string_view number) const {
+    if (keep_ == Keep::Numbers) return true;
+    constexpr std::size_t mostExact = 15;  // digits
+    const std::size_t sign = number[0] == '-' ? 1 : 0;
+    return !isText_[column] && number.size() <= mostExact && number[sign] >= '0' &&
+           number[sign] <= '9' &&
+           (number[sign] != '0' || number.size() == sign + 1 || number[sign + 1] == '.');
+  }
+
+  // The value of a field that isn't plainly a number. strtod takes what stands at its start where
+  // numbers alone are kept.
   void putField(std::size_t column, std::string_view field) {
     std::string whole;
     if (field.find('&') != npos) {
       whole = decoded(field, Of::Cell);
       field = whole;
     }
-    const numbertext::Number number = numbertext::scan(field);
-    const bool isNumber = number.length > 0 && areBlanks(field.substr(number.length));
-    if (keep_ == Keep::Numbers || isNumber) return put(column, number.value);
+    if (keep_ == Keep::Numbers) return put(column, numbertext::scan(field).value);
     if (areBlanks(field)) return;
-    Column& text = columns_[column];
-    if (!text.cells) create(text);
-    store_.SetStringVariableValue(&text.info, first_ + place_, std::string(field));
+    double value = 0;
+    const auto spelling = VarDataProcessor::SpellingOf(field, value);
+    if (spelling == VarDataProcessor::Spelling::Number && !isText_[column]) {
+      return put(column, value);
+    }
+    if (spelling == VarDataProcessor::Spelling::Code && !isText_[column]) {
+      isText_[column] = 1;
+      hasNewTexts_ = true;
+    }
+    putText(column, withSemicolons(field));
+  }
+
+  // True, once, after numbers have shown that they are codes: their columns hold nothing but texts,
+  // and all rows are to be put again.
+  bool wantsAgain() {
+    flush();
+    return std::exchange(hasNewTexts_, false);
   }
 
   // Stores what is still gathered. Rows count once their cells are set.
@@ -211,6 +181,14 @@ class Filler {
 
  private:
   static constexpr unsigned most = 8;
+
+  void putText(std::size_t number, const std::string& text) {
+    Column& column = columns_[number];
+    if (!column.cells) create(column);
+    store_.SetStringVariableValue(&column.info, first_ + place_, text);
+    column.cells = column.info.bag->values.get();
+    column.cells[first_ + place_] = VarDataProcessor::systemMissing;
+  }
 
   void flush() {
     for (std::size_t i = 0; i < touched_; ++i) {
@@ -249,7 +227,9 @@ class Filler {
   Budget& budget_;
   std::uint64_t capacity_ = 0;
   std::vector<Column> columns_;
-  std::vector<double> gathered_;      // `most` rows of each column from row `first_` on
+  std::vector<double> gathered_;       // `most` rows of each column from row `first_` on
+  std::vector<unsigned char> isText_;  // of columns, with codes among their numbers
+  bool hasNewTexts_ = false;
   std::vector<unsigned char> given_;  // those of them that have a value, a bit each
   std::size_t touched_ = 0;           // columns, up to the last that a value is gathered for
   unsigned first_ = 0;
@@ -301,7 +281,8 @@ class RowReader {
     double value;
     const auto result = std::from_chars(at, end, value);
     if (result.ec == std::errc() && result.ptr != end &&
-        (*result.ptr == ';' || *result.ptr == '<')) {
+        (*result.ptr == ';' || *result.ptr == '<') &&
+        filler_.isPlain(number, {at, static_cast<std::size_t>(result.ptr - at)})) {
       filler_.put(number, value);
       return result.ptr;
     }
@@ -437,6 +418,24 @@ bool addNames(std::string_view body, Filler& filler) {
   }
 }
 
+void readRows(const SourceText& source, const char* origin, Form form, Keep keep, Filler& filler) {
+  const std::string_view body = source.body;
+  RowReader reader(filler, origin);
+  const char* end = body.data() + body.size();
+  std::size_t at = 0;
+  for (unsigned row = 0; row < source.rows && (at = findRow(body, at, keep)) != npos; ++row) {
+    if (body.substr(at).starts_with(emptyRow)) {
+      ++at;
+      continue;
+    }
+    filler.startRow(row);
+    const char* cells = body.data() + at + rowStart.size();
+    const char* stop =
+        form == Form::Current ? reader.readCurrent(cells, end) : reader.readOlder(cells, end);
+    at = static_cast<std::size_t>(stop - body.data());
+  }
+}
+
 void readSource(const SourceText& source, const char* origin, Form form, VarDataProcessor& store,
                 Keep keep, Budget& budget) {
   const std::string_view body = source.body;
@@ -455,20 +454,9 @@ void readSource(const SourceText& source, const char* origin, Form form, VarData
   if (form == Form::Current && !addNames(body, filler) && rows > 0) {
     throw Problem{place, "a source has no <names>"};
   }
-  RowReader reader(filler, origin);
-  const char* end = body.data() + body.size();
-  std::size_t at = 0;
-  for (unsigned row = 0; row < rows && (at = findRow(body, at, keep)) != npos; ++row) {
-    if (body.substr(at).starts_with(emptyRow)) {
-      ++at;
-      continue;
-    }
-    filler.startRow(row);
-    const char* cells = body.data() + at + rowStart.size();
-    const char* stop =
-        form == Form::Current ? reader.readCurrent(cells, end) : reader.readOlder(cells, end);
-    at = static_cast<std::size_t>(stop - body.data());
-  }
+  do {
+    readRows(source, origin, form, keep, filler);
+  } while (filler.wantsAgain());
   filler.finish();
 }
 

@@ -18,6 +18,8 @@
 #include "placeholders.h"
 #include "plxframes.h"
 #include "plxuni.h"
+#include "problemfinder.h"
+#include "problemlist.h"
 #include "report.h"
 #include "tavogotocaller.h"
 
@@ -81,6 +83,7 @@ ChartBase::ChartBase() {
 
 ChartBase::~ChartBase() {
   parser_.reset();
+  finder_.reset();
   grammarpool::drop();
   terminate();
 }
@@ -102,33 +105,35 @@ void ChartBase::terminate() {
 }
 
 DOMDocument* ChartBase::createPlXDocument(const XMLCh*) {
-  return newDocument(PlXUni::_visualization, {{_schemaDefaultNSName, _schemaDefaultNSValue},
-                                              {_schemaInstanceName, _schemaInstanceValue},
-                                              {_schemaLocationName, _schemaLocationValue}});
+  return unlessMemoryFails<DOMDocument*>(nullptr, [] {
+    return newDocument(PlXUni::_visualization, {{_schemaDefaultNSName, _schemaDefaultNSValue},
+                                                {_schemaInstanceName, _schemaInstanceValue},
+                                                {_schemaLocationName, _schemaLocationValue}});
+  });
 }
 
 DOMDocument* ChartBase::createDocument(const XMLCh*) {
-  return newDocument(PlXUni::_graph, {{_schemaDefaultNSName, _schemaDefaultNSValue},
-                                      {_schemaInstanceName, _schemaInstanceValue},
-                                      {_schemaLocationName, olderSchemaLocation}});
+  return unlessMemoryFails<DOMDocument*>(nullptr, [] {
+    return newDocument(PlXUni::_graph, {{_schemaDefaultNSName, _schemaDefaultNSValue},
+                                        {_schemaInstanceName, _schemaInstanceValue},
+                                        {_schemaLocationName, olderSchemaLocation}});
+  });
 }
 
 DOMDocument* ChartBase::newDocument(const XMLCh* root, Attributes attributes) {
-  DOMDocument* document = nullptr;
+  if (!XMLPlatformUtils::fgMemoryManager) return nullptr;
+  DOMImplementation* dom = DOMImplementationRegistry::getDOMImplementation(_implFeatures);
+  DOMDocument* document = dom->createDocument(_namespaceURI, root, nullptr);
   try {
-    if (!XMLPlatformUtils::fgMemoryManager) return nullptr;
-    DOMImplementation* dom = DOMImplementationRegistry::getDOMImplementation(_implFeatures);
-    document = dom->createDocument(_namespaceURI, root, nullptr);
     document->setStrictErrorChecking(true);
     document->setXmlStandalone(false);
     document->setXmlVersion(_XMLversion);
     for (const auto& [name, value] : attributes) {
       document->getDocumentElement()->setAttribute(name, value);
     }
-  } catch (const TavoGoToCaller&) {
-    throw;
   } catch (...) {
-    // The document as far as it was made.
+    document->release();
+    throw;
   }
   return document;
 }
@@ -184,9 +189,8 @@ int ChartBase::AddAttributeDoc(DOMDocument* doc, DOMElement* element, const XMLC
 bool ChartBase::ValidXML(const std::string& text) {
   // Without an object the parser library may not have been started.
   const LibraryUse use;
-  const bool isValid = unlessMemoryFails(false, [&] {
-    return ChartParser(grammarpool::Kind::Charts).parseText(text, sourceName);
-  });
+  const bool isValid = unlessMemoryFails(
+      false, [&] { return ChartParser(grammarpool::Kind::Charts).parseText(text, sourceName); });
   if (!isValid) reportParse(text, "XML stream validation error", __LINE__);
   return isValid;
 }
@@ -232,9 +236,14 @@ ChartParser& ChartBase::parser() {
 }
 
 bool ChartBase::parse(const std::string& text) {
+  isOutOfMemory_ = false;
   try {
-    if (parser().parseText(text, sourceName)) return true;
+    const bool isParsed = parser().parseText(text, sourceName);
+    problems_ = parser_->problems();
+    if (isParsed) return true;
   } catch (const std::bad_alloc&) {
+    problemlist::noteMemory(problems_);
+    isOutOfMemory_ = true;
     reportParse(text, "parseDocument fatal error while parsing: not enough memory", __LINE__);
     throw;
   }
@@ -252,7 +261,14 @@ DOMDocument* ChartBase::parseOwned(const std::string& text) {
 }
 
 DOMDocument* ChartBase::tryOwned(const std::string& text) {
-  return parser().tryText(text, sourceName) ? parser_->adoptDocument() : nullptr;
+  if (!parser().tryText(text, sourceName)) return nullptr;
+  problems_ = parser_->problems();
+  return parser_->adoptDocument();
+}
+
+std::vector<ChartProblem> ChartBase::findProblems(const std::string& text) {
+  if (!finder_) finder_ = std::make_unique<ProblemFinder>();
+  return finder_->problemsOf(text);
 }
 
 void ChartBase::releaseDocument(DOMDocument* doc) {

@@ -7,11 +7,13 @@
 #include <set>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include <xercesc/util/XMLString.hpp>
 #include <xercesc/util/XercesDefs.hpp>
 
 #include "charthost.h"
+#include "chartproblem.h"
 #include "chartstring.h"
 #include "export.h"
 
@@ -26,6 +28,7 @@ class ChartParser;
 class FacSTDictionary;
 class PlXFormat;
 class PlXVisualization;
+class ProblemFinder;
 struct TAVO_Format;
 
 struct CompareXMLCh {
@@ -44,8 +47,16 @@ using ConstChartStringSet = std::set<const XMLCh*, CompareXMLCh>;
 // then read once, not once for each chart, which is most of the time that a small chart takes. They
 // are read anew when the last object has gone.
 //
-// Failures are told by results, and reported to the log of ChartErrorHandler. Comparisons of names
-// take null and the empty text as equal.
+// Failures are told by results, and reported to the log of ChartErrorHandler; why a text was
+// refused is told by getProblems(), too. Comparisons of names take null and the empty text as
+// equal.
+//
+// Lack of memory, for all classes of documents: what parses, makes or gives out a document answers
+// as for any other failure (null, false, an empty text), and reports it if there is memory for
+// that; isOutOfMemory() tells of it. Constructors throw std::bad_alloc, or make an object without a
+// chart. Operations on a caller's nodes and texts and all of the model throw that or the parser
+// library's OutOfMemoryException; edits may then be half done. Whatever failed, all objects can be
+// used on and destroyed, and new ones made.
 class CHARTXML_API ChartBase {
  public:
 #define CONSTANT(name, text) static const XMLCh name[sizeof(u"" text) / sizeof(XMLCh)];
@@ -134,6 +145,25 @@ class CHARTXML_API ChartBase {
   // 10,000 references to entities, an entity of over 4,096 characters, or over a million characters
   // that entities and default attributes add.
   xercesc::DOMDocument* parseDocument(const std::string& text);
+  // What was wrong with the last text that this object read: a document that it was asked to parse
+  // or was made of, data that it looked into, or a template. Values that break their type come
+  // first, and where the text was refused the reason is the last, the only one that isRefused. At
+  // most ChartProblem::mostProblems. Empty when nothing was wrong or nothing has been read.
+  const std::vector<ChartProblem>& getProblems() const {
+    return problems_;
+  }
+  // All that is wrong with a text, which may be a chart, a data document, a template or a document
+  // of trees: getProblems() tells what ends a parse, this goes on to the end, and knows the names
+  // that misspelt ones mean, links that lead nowhere, and documents that are none of these. It
+  // takes several times as long as parsing, and the first call of an object as long as a hundred
+  // small charts. At most ChartProblem::mostProblems; getProblems() stays as it is.
+  std::vector<ChartProblem> findProblems(const std::string& text);
+
+  // True when the last parse, or the last of the other operations that a derived class names,
+  // failed for lack of memory: it may succeed where there is more.
+  bool isOutOfMemory() const {
+    return isOutOfMemory_;
+  }
   // For documents that belong to the caller; null is passed over.
   void releaseDocument(xercesc::DOMDocument* doc);
 
@@ -163,8 +193,8 @@ class CHARTXML_API ChartBase {
   std::string asString(int value) const;
 
  protected:
-  // A document with an empty root that has these attributes, as far as it could be made; the caller
-  // releases it. Null when the parser library isn't started.
+  // A document with an empty root that has these attributes; the caller releases it. Null when the
+  // parser library isn't started. Throws for lack of memory.
   using Attributes = std::initializer_list<std::pair<const XMLCh*, const XMLCh*>>;
   static xercesc::DOMDocument* newDocument(const XMLCh* root, Attributes attributes);
 
@@ -177,6 +207,9 @@ class CHARTXML_API ChartBase {
 
   // Not owned; null until a derived class sets it.
   xercesc::DOMDocument* document_ = nullptr;
+  // What getProblems() answers.
+  std::vector<ChartProblem> problems_;
+  mutable bool isOutOfMemory_ = false;
 
  private:
   ChartParser& parser();
@@ -184,6 +217,8 @@ class CHARTXML_API ChartBase {
 
   // Made by the first parse and used for every later one; owns what parseDocument answered.
   std::unique_ptr<ChartParser> parser_;
+  // Made by the first findProblems().
+  std::unique_ptr<ProblemFinder> finder_;
 };
 
 #endif

@@ -2,33 +2,60 @@
 
 #include <algorithm>
 #include <limits>
-#include <utility>
+#include <new>
 
 #include "scannedform.h"
 #include "xmldatahandler.h"
 #include "xmlwriter.h"
 #include "zlib1211tavo.h"
+#include "zlibstreams.h"
 
-bool ChartData::text(std::string& text) const {
-  if (text_) {
-    // As long as what nobody could inflate again.
-    if (text_->size() > zlib1211tavo::getInflateLimit()) return false;
-    text = text_->whole();
-    return true;
+namespace {
+
+std::string compressed(const std::string& text) {
+  std::string result;
+  // There is no other reason.
+  if (!zlib1211tavo::compressString(text, result)) throw std::bad_alloc();
+  return result;
+}
+
+}  // namespace
+
+const std::string* ChartData::text(std::string& room) const {
+  bool isRead = false;
+  if (printed_) {
+    room = printed_->whole();
+    isRead = true;
+  } else if (!plain_.empty()) {
+    return &plain_;
+  } else if (!packed_.empty()) {
+    isRead = printedSize_ > 0 ? inflateAll(room, packed_, printedSize_)
+                              : zlib1211tavo::decompressString(room, packed_);
+  } else if (stream_ && streamSize_ <= std::numeric_limits<unsigned>::max()) {
+    // Streams count their lengths in 32 bits.
+    isRead = XmlDataHandler(stream_, static_cast<unsigned>(streamSize_)).GetXmlData(room, false);
   }
-  if (!packed_.empty()) return zlib1211tavo::decompressString(text, packed_);
-  // Streams count their lengths in 32 bits.
-  if (!stream_ || streamSize_ > std::numeric_limits<unsigned>::max()) return false;
-  return XmlDataHandler(stream_, static_cast<unsigned>(streamSize_)).GetXmlData(text, false);
+  return isRead ? &room : nullptr;
+}
+
+std::string ChartData::printed(const Parse& parse) const {
+  if (printed_) return printed_->whole();
+  std::string room;
+  const std::string* text = this->text(room);
+  if (!text) return {};
+  const OwnedDocument document = parse(*text);
+  return document ? xmlText(*document) : std::string();
 }
 
 const std::string& ChartData::packed(const Parse& parse) {
-  if (text_ && packed_.empty()) zlib1211tavo::compressString(text_->whole(), packed_);
-  std::string text;
-  if (!isPrinted_ && this->text(text)) {
-    if (const OwnedDocument document = parse(text)) {
-      zlib1211tavo::compressString(xmlText(*document), packed_);
-      isPrinted_ = true;
+  if (printed_) {
+    if (packed_.empty()) packed_ = printed_->packed();
+  } else if (printedSize_ == 0) {
+    const std::string text = printed(parse);
+    if (!text.empty()) {
+      packed_ = compressed(text);
+      std::string().swap(plain_);  // an assignment would keep its memory
+      printedSize_ = text.size();
     }
   }
   return packed_;
@@ -42,21 +69,26 @@ unsigned char* ChartData::stream(unsigned long& size, const Parse& parse) const 
     size = streamSize_;
     return copy;
   }
-  std::string text;
-  if (text_ || packed_.starts_with('x')) {
-    if (!this->text(text)) return nullptr;
-  } else {
-    text = packed_;
-  }
-  if (text.empty()) return nullptr;
-  if (scannedform::isForParsers(text)) {
-    if (const OwnedDocument document = parse(text)) {
+  std::string room;
+  // What was given as packed may be a plain text.
+  const bool isText = !printed_ && plain_.empty() && !packed_.starts_with('x');
+  const std::string* text = isText ? &packed_ : this->text(room);
+  if (!text || text->empty()) return nullptr;
+  if (scannedform::isForParsers(*text)) {
+    if (const OwnedDocument document = parse(*text)) {
       scannedform::simplify(*document);
-      text = xmlText(*document);
+      room = xmlText(*document);
+      text = &room;
     }
   }
   unsigned length = 0;
-  unsigned char* stream = XmlDataHandler(text).GetDataStream(length);
+  unsigned char* stream = XmlDataHandler(*text).GetDataStream(length);
   size = length;
   return stream;
+}
+
+std::optional<bool> ChartData::isWhole() const {
+  if (printed_) return true;
+  if (plain_.empty() && packed_.empty() && !stream_) return true;
+  return isReadWhole_;
 }

@@ -2,39 +2,50 @@
 #ifndef CHARTXML_CHARTDATA_H
 #define CHARTXML_CHARTDATA_H
 
+#include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "datatext.h"
 #include "owneddocument.h"
 
 // Made of one form. The others are made when they are asked for:
 //
-//   made of        text()                packed()                      stream()
-//   a text         put together anew     compressed once, kept beside  made anew
-//   a packed text  inflated anew         printed anew once, kept for   made anew
-//                                        what was given
-//   a stream       made anew, until      made and kept once            a copy of what was given
-//                  there is a packed one
+//   made of          text()                packed()                      stream()
+//   a printed text   put together anew     compressed once, kept beside  made anew
+//   a plain text     what was given        printed and compressed once,  made anew
+//                                          kept in its place
+//   a packed text    inflated anew         printed anew once, kept in    made anew
+//                                          its place
+//   a stream         made anew, until      made and kept once            a copy of what was given
+//                    there is a packed one
 //
-// Nothing is thrown but what memory, the parser and TavoGoToCaller throw.
+// A text that isn't as documents are printed is one of a caller's, whose length the limit of
+// inflated texts bounds when it comes packed or as a stream. What can't be made for lack of memory
+// throws std::bad_alloc or what the parser throws for it, and leaves all as it was.
 class ChartData {
  public:
   // Reads a text; null when that is no document.
   using Parse = std::function<OwnedDocument(const std::string& text)>;
+  enum class Form { Plain, Packed };
 
   ChartData() = default;  // none
-  // As documents are printed: reading it again would change nothing.
-  explicit ChartData(std::unique_ptr<DataText> text) : text_(std::move(text)), isPrinted_(true) {}
-  // Anything; looked at when it is asked for.
-  explicit ChartData(std::string packed) : packed_(std::move(packed)) {}
+  explicit ChartData(std::unique_ptr<DataText> printed) : printed_(std::move(printed)) {}
+  // Looked at when it is asked for. An empty text is none.
+  ChartData(Form form, std::string text)
+      : plain_(form == Form::Plain ? std::move(text) : std::string()),
+        packed_(form == Form::Packed ? std::move(text) : std::string()) {}
   // The caller's, who keeps it as long as the object lives. Null or a size of 0 is none.
   ChartData(const unsigned char* stream, unsigned long size)
       : stream_(size > 0 ? stream : nullptr), streamSize_(stream_ ? size : 0) {}
 
-  // False when there is none or it can't be read.
-  bool text(std::string& text) const;
+  // The text, in `room` where it isn't held as it is; null when there is none or it can't be read.
+  const std::string* text(std::string& room) const;
+  // As documents are printed. Empty when there is none or it can't be read.
+  std::string printed(const Parse& parse) const;
   // Empty when there is none; what was given when that can't be read.
   const std::string& packed(const Parse& parse);
   // In a new array; null with `size` 0 when there is none or it can't be a stream.
@@ -42,15 +53,22 @@ class ChartData {
 
   // The text it was made of, if its sources are marked there; else null.
   const DataText* markedText() const {
-    return text_ && text_->hasSources() ? text_.get() : nullptr;
+    return printed_ && printed_->hasSources() ? printed_.get() : nullptr;
   }
 
+  // Whether it can be read and is what the chart needs, or none; nullopt when nobody has tried yet.
+  std::optional<bool> isWhole() const;
+  // To be told when the document was read.
+  void noteReading(bool isWhole) { isReadWhole_ = isWhole; }
+
  private:
-  std::unique_ptr<DataText> text_;
+  std::unique_ptr<DataText> printed_;
+  std::string plain_;
   std::string packed_;
-  bool isPrinted_ = false;  // what is held is as documents are printed
+  std::size_t printedSize_ = 0;  // of what packed_ is, if that was printed and printed_ is null
   const unsigned char* stream_ = nullptr;
   unsigned long streamSize_ = 0;
+  std::optional<bool> isReadWhole_;
 };
 
 #endif

@@ -1,5 +1,6 @@
 #include "charttransformer.h"
 
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -7,6 +8,7 @@
 
 #include "chartdata.h"
 #include "datasources.h"
+#include "memoryfailure.h"
 #include "modelstore.h"
 #include "owneddocument.h"
 #include "plxframes.h"
@@ -27,39 +29,55 @@ void append(std::vector<DOMElement*>& sources, const std::vector<Source*>& objec
   for (const Source* object : objects) sources.push_back(object->getImplementation());
 }
 
-// What a text becomes; empty, and reported, when that fails.
-template <class TextOf>
-std::string compressed(TextOf textOf) {
-  std::string result;
-  try {
-    zlib1211tavo::compressString(textOf(), result);
-  } catch (const TavoGoToCaller&) {
-    throw;
-  } catch (...) {
-    report("compressDocument fatal error", __FILE__, __LINE__);
-  }
-  return result;
-}
+constexpr const char* notCompressed = "the chart is no whole compressed text";
 
 }  // namespace
 
+// What an operation of the object gives; the empty answer, and a report, when it can't.
+template <class Operation>
+auto ChartTransformer::answer(const char* failure, unsigned line, Operation operation) const
+    -> decltype(operation()) {
+  isOutOfMemory_ = false;
+  try {
+    return operation();
+  } catch (const TavoGoToCaller&) {
+    throw;
+  } catch (const std::bad_alloc&) {
+    isOutOfMemory_ = true;
+  } catch (const OutOfMemoryException&) {
+    isOutOfMemory_ = true;
+  } catch (...) {
+    // Told below.
+  }
+  report(failure, __FILE__, line);
+  return {};
+}
+
 ChartTransformer::ChartTransformer(const std::string& chartText)
     : data_(std::make_unique<ChartData>()) {
-  if (chartText.empty() || openWithoutRows(chartText)) return;
-  makeModel(chartText);
-  if (model_) separateData(nullptr);
+  asBadAlloc([&] {
+    if (chartText.empty()) refuse("the text is empty");
+    if (chartText.empty() || openWithoutRows(chartText)) return;
+    makeModel(chartText);
+    if (model_) separateData(nullptr);
+  });
 }
 
 ChartTransformer::ChartTransformer(const std::string& compressedChart,
                                    const std::string& compressedData)
-    : data_(std::make_unique<ChartData>(compressedData)) {
-  if (!compressedChart.starts_with('x')) return;
-  std::string text;
-  if (!zlib1211tavo::decompressString(text, compressedChart)) return;
+    : data_(std::make_unique<ChartData>(ChartData::Form::Packed, compressedData)) {
   try {
+    std::string text;
+    if (!compressedChart.starts_with('x') ||
+        !zlib1211tavo::decompressString(text, compressedChart)) {
+      refuse(notCompressed);
+      return;
+    }
     makeModel(text.empty() ? compressedChart : text);
   } catch (const TavoGoToCaller&) {
     throw;
+  } catch (const std::bad_alloc&) {
+    isOutOfMemory_ = true;
   } catch (...) {
     // The object stays without a chart.
   }
@@ -68,24 +86,29 @@ ChartTransformer::ChartTransformer(const std::string& compressedChart,
 ChartTransformer::ChartTransformer(const std::string& compressedChart,
                                    const unsigned char* dataStream, unsigned long dataStreamLength)
     : data_(std::make_unique<ChartData>(dataStream, dataStreamLength)) {
-  try {
+  answer("ChartTransformer ctor fatal error", __LINE__, [&] {
     std::string text;
-    if (!zlib1211tavo::decompressString(text, compressedChart)) return;
-    makeModel(text);
-  } catch (const TavoGoToCaller&) {
-    throw;
-  } catch (...) {
-    report("ChartTransformer ctor fatal error", __FILE__, __LINE__);
-  }
+    if (zlib1211tavo::decompressString(text, compressedChart)) {
+      makeModel(text);
+    } else {
+      refuse(notCompressed);
+    }
+    return true;
+  });
 }
 
 ChartTransformer::~ChartTransformer() {
   if (model_) model_->store().endWithDocument();
 }
 
+void ChartTransformer::refuse(const char* reason) {
+  problems_.assign(1, {{}, 0, 0, reason, true});
+}
+
 void ChartTransformer::makeModel(const std::string& text) {
   chart_.reset(parseOwned(text));
-  if (chart_) model_ = std::make_unique<PlXVisualization>(chart_->getDocumentElement());
+  if (!chart_) return;
+  asBadAlloc([this] { model_ = std::make_unique<PlXVisualization>(chart_->getDocumentElement()); });
 }
 
 // False, with the object as it was, when the rows have to go the way of everything else. That way
@@ -95,6 +118,7 @@ bool ChartTransformer::openWithoutRows(const std::string& text) {
   if (!rowseparator::separate(text, rows)) return false;
   chart_.reset(tryOwned(rows.rest));
   if (!chart_) return false;
+  rowseparator::placeInText(text, rows, problems_);
   rows.rest = {};
   model_ = std::make_unique<PlXVisualization>(chart_->getDocumentElement());
   if (model_->getEmbeddedSources().size() == rows.ends.size()) {
@@ -128,7 +152,7 @@ void ChartTransformer::separateData(rowseparator::Separated* rows) {
     }
     ids.emplace_back(source->getId());
   }
-  const OwnedDocument frame(createDataDocument(_utf8));
+  const OwnedDocument frame = datasources::wholeFrame(createDataDocument(_utf8));
   auto text = datasources::separated(root, *frame, sources, rows, isPlain);
 
   model_->removeEmbeddedSources();
@@ -136,91 +160,115 @@ void ChartTransformer::separateData(rowseparator::Separated* rows) {
   data_ = std::make_unique<ChartData>(std::move(text));
 }
 
-DOMDocument* ChartTransformer::createDataDocument(const XMLCh*) {
-  return newDocument(_gsgraphSources, {{_schemaDefaultNSName, _schemaDefaultNSValue},
-                                       {_schemaInstanceName, _schemaInstanceValue},
-                                       {_schemaDataLocationName, _schemaDatabLocationValue},
-                                       {_schemaLocationName, _schemaDataLocationValue}});
-}
-
-DOMDocument* ChartTransformer::readData(Owner owner) {
-  try {
-    std::string text;
-    if (!data_->text(text)) return nullptr;
-    return owner == Owner::Parser ? parseDocument(text) : parseOwned(text);
-  } catch (const TavoGoToCaller&) {
-    throw;
-  } catch (...) {
-    report("getDataDocument fatal error", __FILE__, __LINE__);
-    return nullptr;
-  }
+OwnedDocument ChartTransformer::parse(const std::string& text) {
+  return OwnedDocument(parseOwned(text));
 }
 
 DOMDocument* ChartTransformer::getDataDocument() {
-  return readData(Owner::Parser);
+  return answer("getDataDocument fatal error", __LINE__, [this]() -> DOMDocument* {
+    std::string room;
+    const std::string* text = data_->text(room);
+    return text ? parseDocument(*text) : nullptr;
+  });
+}
+
+bool ChartTransformer::isDataWhole() {
+  return answer("isDataWhole fatal error", __LINE__, [this] {
+    if (!data_->isWhole()) {
+      rowseparator::Separated rows;
+      readData(rows);
+    }
+    return *data_->isWhole();
+  });
+}
+
+void ChartTransformer::setDataXML(std::string text) {
+  data_ = std::make_unique<ChartData>(ChartData::Form::Plain, std::move(text));
 }
 
 std::string ChartTransformer::getXML(const XMLCh*) {
-  return model_ ? model_->AsUTF8() : "";
+  return answer("getXML fatal error", __LINE__,
+                [this] { return model_ ? model_->AsUTF8() : std::string(); });
 }
 
 std::string ChartTransformer::getEntireXML(const XMLCh* encoding) {
-  if (!model_) return {};
-  try {
+  return answer("getEntireXML fatal error", __LINE__, [&] {
+    if (!model_) return std::string();
     if (model_->getUserSources().empty()) return model_->AsUTF8();
-    std::string text;
-    if (mergeText(encoding, text)) return text;
-    const OwnedDocument data(readData(Owner::Caller));
+    const DOMElement& root = *model_->getImplementation();
+    if (const DataText* marked = data_->markedText()) {
+      const OwnedDocument frame = datasources::wholeFrame(createDataDocument(encoding));
+      const DOMElement& dataRoot = *frame->getDocumentElement();
+      if (datasources::areMergeable(root, dataRoot)) {
+        return datasources::merged(root, dataRoot, *marked, encoding);
+      }
+    }
+    rowseparator::Separated rows;
+    const OwnedDocument data = readData(rows);
     if (!data) return model_->AsUTF8();
-    return datasources::merged(*model_->getImplementation(), *data, encoding);
-  } catch (const TavoGoToCaller&) {
-    throw;
-  } catch (...) {
-    report("getEntireXML fatal error", __FILE__, __LINE__);
-    return {};
-  }
+    return datasources::merged(root, *data, rows.bytes ? &rows : nullptr, encoding);
+  });
 }
 
-bool ChartTransformer::mergeText(const XMLCh* encoding, std::string& text) {
-  const DataText* marked = data_->markedText();
-  if (!marked || marked->size() > zlib1211tavo::getInflateLimit()) return false;
-  const OwnedDocument frame(createDataDocument(encoding));
-  const DOMElement& dataRoot = *frame->getDocumentElement();
-  const DOMElement& chartRoot = *model_->getImplementation();
-  if (!datasources::areMergeable(chartRoot, dataRoot)) return false;
-  text = datasources::merged(chartRoot, dataRoot, *marked, encoding);
-  return true;
+// The data's document, with its rows apart where they are plain; else `rows` stays empty. Null when
+// there is none or it can't be read.
+OwnedDocument ChartTransformer::readData(rowseparator::Separated& rows) {
+  std::string room;
+  const std::string* text = data_->text(room);
+  OwnedDocument data;
+  // In a document of another version, characters of rows may have to be spelled otherwise.
+  const bool isUsual = !chart_ || !XMLString::equals(chart_->getXmlVersion(), u"1.1");
+  if (text && isUsual && rowseparator::separate(*text, rows, rowseparator::Of::Data)) {
+    data.reset(tryOwned(rows.rest));
+    if (data) rowseparator::placeInText(*text, rows, problems_);
+    if (data && !datasources::areRowsOf(*data, rows)) data.reset();
+  }
+  if (!data) {
+    rows = {};
+    if (text) data = parse(*text);
+  }
+  const bool isDocument = data && data->getDocumentElement();
+  data_->noteReading(isDocument &&
+                     (!model_ || datasources::isDataOf(*model_->getImplementation(), *data)));
+  return data;
 }
 
 std::string ChartTransformer::getCompressedXML() {
   return model_ ? compressDocument(model_->getImplementation()->getOwnerDocument()) : std::string();
 }
 
+std::string ChartTransformer::getDataXML() {
+  return answer("getDataXML fatal error", __LINE__, [this] {
+    return data_->printed([this](const std::string& text) { return parse(text); });
+  });
+}
+
 std::string ChartTransformer::getCompressedData() {
-  try {
-    return data_->packed(
-        [this](const std::string& text) { return OwnedDocument(parseOwned(text)); });
-  } catch (const TavoGoToCaller&) {
-    throw;
-  } catch (...) {
-    report("getCompressedData fatal error", __FILE__, __LINE__);
-    return {};
-  }
+  return answer("getCompressedData fatal error", __LINE__, [this] {
+    return data_->packed([this](const std::string& text) { return parse(text); });
+  });
 }
 
 unsigned char* ChartTransformer::getCompressedDataStream(unsigned long& size) {
   size = 0;
-  try {
-    return data_->stream(
-        size, [this](const std::string& text) { return OwnedDocument(parseOwned(text)); });
-  } catch (const TavoGoToCaller&) {
-    throw;
-  } catch (...) {
-    report("getCompressedDataStream fatal error", __FILE__, __LINE__);
-    return nullptr;
-  }
+  return answer("getCompressedDataStream fatal error", __LINE__, [&] {
+    return data_->stream(size, [this](const std::string& text) { return parse(text); });
+  });
+}
+
+DOMDocument* ChartTransformer::createDataDocument(const XMLCh*) {
+  return answer("createDataDocument fatal error", __LINE__, [] {
+    return newDocument(_gsgraphSources, {{_schemaDefaultNSName, _schemaDefaultNSValue},
+                                         {_schemaInstanceName, _schemaInstanceValue},
+                                         {_schemaDataLocationName, _schemaDatabLocationValue},
+                                         {_schemaLocationName, _schemaDataLocationValue}});
+  });
 }
 
 std::string ChartTransformer::compressDocument(const DOMDocument* document) const {
-  return compressed([document] { return document ? xmlText(*document) : std::string(); });
+  return answer("compressDocument fatal error", __LINE__, [document] {
+    std::string result;
+    zlib1211tavo::compressString(document ? xmlText(*document) : std::string(), result);
+    return result;
+  });
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <functional>
+#include <new>
 #include <string_view>
 #include <unordered_map>
 
@@ -13,6 +14,7 @@
 #include "dialect.h"
 #include "domwalk.h"
 #include "owneddocument.h"
+#include "plainrows.h"
 #include "plxsources.h"
 #include "plxuni.h"
 #include "rowseparator.h"
@@ -51,7 +53,7 @@ void takeVersion(DOMDocument& document, const DOMNode& from) {
 // The document of the merged chart, with a root like the chart's.
 OwnedDocument frameOf(const DOMElement& chartRoot, const DOMElement& dataRoot,
                       const XMLCh* encoding) {
-  OwnedDocument frame(ChartBase::createPlXDocument(encoding));
+  OwnedDocument frame = datasources::wholeFrame(ChartBase::createPlXDocument(encoding));
   DOMElement* root = frame->getDocumentElement();
   takeVersion(*frame, chartRoot);
   if (chartRoot.getPrefix() && *chartRoot.getPrefix()) {
@@ -104,11 +106,28 @@ std::string closeText(const DOMDocument& document) {
   return "</" + ChartString(document.getDocumentElement()->getNodeName()).toUTF8() + '>';
 }
 
+struct Source {
+  DOMElement* element;
+  std::string_view rows;  // that it doesn't hold
+};
+
+bool isEmbedded(const DOMElement& source) {
+  return XMLString::equals(source.getNodeName(), PlXEmbeddedSource::_UTF_embeddedSource);
+}
+
 // The children of the data's root by id; the first of several counts.
-std::unordered_map<std::u16string_view, DOMElement*> sourcesById(DOMElement& dataRoot) {
-  std::unordered_map<std::u16string_view, DOMElement*> sources;
-  for (DOMElement* source = firstElement(&dataRoot); source; source = nextElement(source)) {
-    sources.emplace(source->getAttribute(PlXUni::_id), source);
+std::unordered_map<std::u16string_view, Source> sourcesById(DOMElement& dataRoot,
+                                                            const rowseparator::Separated* rows) {
+  std::unordered_map<std::u16string_view, Source> sources;
+  std::size_t start = 0;
+  auto end = rows ? rows->ends.begin() : std::vector<std::size_t>::const_iterator();
+  for (DOMElement* element = firstElement(&dataRoot); element; element = nextElement(element)) {
+    Source source{element, {}};
+    if (rows && isEmbedded(*element)) {
+      source.rows = {rows->bytes.get() + start, *end - start};
+      start = *end++;
+    }
+    sources.emplace(element->getAttribute(PlXUni::_id), source);
   }
   return sources;
 }
@@ -197,21 +216,25 @@ bool isPlainSource(const DOMElement& source) {
   return isWithoutPrefix(source);
 }
 
-// Prints an embedded source with its rows, which are its last content.
-void appendWithRows(const DOMElement& source, std::size_t start, std::size_t end, DataText& text) {
-  constexpr std::string_view endTag = "</embeddedSource>";
+constexpr std::string_view sourceEnd = plainrows::sourceEnd;
+
+// The text of an embedded source in front of its rows, which are its last content.
+std::string textBeforeRows(const DOMElement& source) {
   std::string printed = xmlText(source);
   if (printed.ends_with("/>")) {
     printed.replace(printed.size() - 2, 2, ">");
   } else {
-    printed.resize(printed.size() - endTag.size());
+    printed.resize(printed.size() - sourceEnd.size());
   }
-  text.append(printed);
-  text.put(start, end);
-  text.append(endTag);
+  return printed;
 }
 
 }  // namespace
+
+OwnedDocument datasources::wholeFrame(DOMDocument* document) {
+  if (!document) throw std::bad_alloc();
+  return OwnedDocument(document);
+}
 
 bool datasources::arePlain(const DOMElement& chartRoot, const std::vector<DOMElement*>& sources) {
   return isPlainRoot(chartRoot) && std::ranges::all_of(sources, [](const DOMElement* source) {
@@ -235,7 +258,9 @@ std::unique_ptr<DataText> datasources::separated(const DOMElement& chartRoot, DO
     if (start == end) {
       text->append(xmlText(source));
     } else {
-      appendWithRows(source, start, end, *text);
+      text->append(textBeforeRows(source));
+      text->put(start, end);
+      text->append(sourceEnd);
     }
     start = end;
   }
@@ -245,16 +270,39 @@ std::unique_ptr<DataText> datasources::separated(const DOMElement& chartRoot, DO
 }
 
 std::string datasources::merged(const DOMElement& chartRoot, DOMDocument& data,
-                                const XMLCh* encoding) {
+                                const rowseparator::Separated* rows, const XMLCh* encoding) {
   DOMElement& dataRoot = *data.getDocumentElement();
   takeVersion(data, chartRoot);
-  const auto sources = sourcesById(dataRoot);
+  const auto sources = sourcesById(dataRoot, rows);
   return mergedText(chartRoot, dataRoot, encoding, [&](const XMLCh* id, TextBuffer& out) {
-    const auto source = sources.find(id);
-    if (source == sources.end()) return;
-    declareNamespaces(*source->second, dataRoot, chartRoot);
-    writeXml(*source->second, out);
+    const auto found = sources.find(id);
+    if (found == sources.end()) return;
+    const Source& source = found->second;
+    declareNamespaces(*source.element, dataRoot, chartRoot);
+    if (source.rows.empty()) return writeXml(*source.element, out);
+    out.append(textBeforeRows(*source.element));
+    out.borrow(source.rows);
+    out.append(sourceEnd);
   });
+}
+
+bool datasources::isDataOf(const DOMElement& chartRoot, const DOMDocument& data) {
+  DOMElement& dataRoot = *data.getDocumentElement();
+  if (!XMLString::equals(dataRoot.getNodeName(), ChartBase::_gsgraphSources)) return false;
+  const auto sources = sourcesById(dataRoot, nullptr);
+  for (const DOMElement* child = firstElement(&chartRoot); child; child = nextElement(child)) {
+    if (isPlaceholder(*child) && !sources.contains(child->getAttribute(PlXUni::_id))) return false;
+  }
+  return true;
+}
+
+bool datasources::areRowsOf(const DOMDocument& data, const rowseparator::Separated& rows) {
+  std::size_t count = 0;
+  for (const DOMElement* source = firstElement(data.getDocumentElement()); source;
+       source = nextElement(source)) {
+    if (isEmbedded(*source)) ++count;
+  }
+  return count == rows.ends.size();
 }
 
 bool datasources::areMergeable(const DOMElement& chartRoot, const DOMElement& dataRoot) {

@@ -7,12 +7,9 @@
 #include <string>
 #include <vector>
 
-#include <xercesc/util/XercesDefs.hpp>
+#include <xercesc/dom/DOM.hpp>
 
-XERCES_CPP_NAMESPACE_BEGIN
-class DOMDocument;
-class DOMElement;
-XERCES_CPP_NAMESPACE_END
+#include "owneddocument.h"
 
 class DataText;
 namespace rowseparator {
@@ -21,6 +18,9 @@ struct Separated;
 
 // Everything is printed from where it stands: copying would cost as much as parsing did.
 namespace datasources {
+
+// A new document that is made as far as memory goes: throws std::bad_alloc unless it is whole.
+OwnedDocument wholeFrame(xercesc::DOMDocument* document);
 
 // In the order of a data document: the embedded ones come last.
 struct Sources {
@@ -40,9 +40,15 @@ std::unique_ptr<DataText> separated(const xercesc::DOMElement& chartRoot,
                                     rowseparator::Separated* rows, bool isPlain);
 
 // The chart's text with the sources of the data in the place of their placeholders. Changes the
-// data's document.
+// data's document. `rows` are those of its embedded sources, which don't hold them then; or null.
 std::string merged(const xercesc::DOMElement& chartRoot, xercesc::DOMDocument& data,
-                   const XMLCh* encoding);
+                   const rowseparator::Separated* rows, const XMLCh* encoding);
+
+// True for a data document that has a source for each placeholder of the chart.
+bool isDataOf(const xercesc::DOMElement& chartRoot, const xercesc::DOMDocument& data);
+
+// True for a data document that these rows were taken out of.
+bool areRowsOf(const xercesc::DOMDocument& data, const rowseparator::Separated& rows);
 
 // The same from a text with marks, without reading it. `dataRoot` is the root of an empty data
 // document; where that declares other namespaces than the chart does, the text has to be read.

@@ -54,14 +54,15 @@ class BoundedParser : protected parserbounds::Memory, public Parser {
     expansions_.setEntityExpansionLimit(parserbounds::mostExpansions);
   }
 
-  // Lives around each parse. What passes a bound that has no place in the text throws
-  // ParserMemory::Exceeded.
+  // Lives around each parse. What passes a bound in the middle of an allocation throws
+  // ParserMemory::Exceeded, behind which the parser has left its place: placeOfExceeded().
   class Bounds {
    public:
     Bounds(BoundedParser& parser, const std::string& text) : memory_(parser.memory) {
       parser.text_ = &text;
       parser.depth_ = 0;
       parser.hasDoctype_ = false;
+      parser.doctypePlace_ = {0, 0};
       parser.characters_ = 0;
       parser.subset_.clear();
     }
@@ -73,10 +74,14 @@ class BoundedParser : protected parserbounds::Memory, public Parser {
     ParserMemory& memory_;
   };
 
-  // The parser's current encoding.
+  // Where the parser is, and its current encoding.
+  virtual chartprolog::Place place() const = 0;
   virtual const XMLCh* encoding() const = 0;
   [[noreturn]] virtual void refuse(const XMLCh* reason) = 0;  // at the present place
+  [[noreturn]] virtual void refuseAt(const XMLCh* reason, chartprolog::Place place) = 0;
 
+  // Of the document type; 0 without one.
+  chartprolog::Place placeOfExceeded() const { return doctypePlace_; }
   xercesc::SecurityManager& expansions() { return expansions_; }
   const std::u16string& subset() const { return subset_; }
 
@@ -88,6 +93,13 @@ class BoundedParser : protected parserbounds::Memory, public Parser {
                const XMLCh* const actual) override {
     Parser::XMLDecl(version, name, standalone, actual);
     if (!chartprolog::isAscii(*text_)) requireFewAttributes(*text_, actual);
+  }
+  // The parser takes a character 0 for the end of the text, and drops some bytes that are none.
+  void endDocument() override {
+    if (const auto passed = chartprolog::firstPassedOver(*text_, encoding())) {
+      refuseAt(passed->reason, passed->place);
+    }
+    Parser::endDocument();
   }
   void startElement(const xercesc::XMLElementDecl& declaration, const unsigned int uriId,
                     const XMLCh* const prefix,
@@ -131,6 +143,7 @@ class BoundedParser : protected parserbounds::Memory, public Parser {
                    const XMLCh* const systemId, const bool hasInternalSubset,
                    const bool hasExternalSubset) override {
     hasDoctype_ = true;
+    doctypePlace_ = place();
     boundBytes();
     memory.boundReaders(parserbounds::mostDeclaring);
     if (hasInternalSubset) subset_ = chartprolog::internalSubset(*text_, encoding());
@@ -173,6 +186,7 @@ class BoundedParser : protected parserbounds::Memory, public Parser {
   std::u16string subset_;  // the internal one, as it stands
   unsigned depth_ = 0;
   bool hasDoctype_ = false;
+  chartprolog::Place doctypePlace_{0, 0};
   std::size_t characters_ = 0;  // so far
 };
 

@@ -11,7 +11,9 @@
 #include "datatypeerror.h"
 #include "grammarpool.h"
 #include "memoryfailure.h"
+#include "memoryroom.h"
 #include "plxextension.h"
+#include "problemlist.h"
 #include "tavogotocaller.h"
 #include "treeentityresolver.h"
 
@@ -126,6 +128,8 @@ bool ChartParser::parseUnder(ErrorHandler& handler, const std::string& text,
   isEnded_ = false;
   hasExternalSubset_ = false;
   names_.clear();
+  problems_.clear();
+  sourceName_ = ChartString(sourceName).xc_str();
   // Until the parse ends in order: what it holds may be in any state.
   isSpent_ = true;
   try {
@@ -147,16 +151,23 @@ bool ChartParser::parseUnder(ErrorHandler& handler, const std::string& text,
 
 void ChartParser::parseBounded(const std::string& text, const char* sourceName) {
   const MemBufInputSource source(reinterpret_cast<const XMLByte*>(text.data()), text.size(),
-                                 sourceName, false);
+                                 sourceName, false, &memory);
   try {
     const Bounds bounds(*this, text);
+    // A text of no length needs little of it, and asking takes time. A quarter is for what is made
+    // of the document, and for other programs.
+    constexpr std::size_t longText = 1 << 20;
+    if (text.size() >= longText) memory.boundRoom(memoryroom::left() / 4 * 3);
     parse(source);
   } catch (const ParserMemory::Exceeded& e) {
-    // The parser has left the place.
-    const ChartString name(sourceName);
-    fail(SAXParseException(e.reason, nullptr, name.xc_str(), 0, 0));
+    refuseAt(e.reason, placeOfExceeded());
   }
-  if (!isEnded_) refuse(u"the document could not be read to its end");
+  if (isEnded_) return;
+  // What the parser has told last has ended the scan.
+  constexpr const XMLCh* reason = u"the document could not be read to its end";
+  if (problems_.empty()) refuse(reason);
+  problems_.back().isRefused = true;
+  getErrorHandler()->fatalError(SAXParseException(reason, *getScanner()->getLocator()));
 }
 
 // Documents of earlier parses are untouched.
@@ -179,13 +190,15 @@ void ChartParser::error(const unsigned int code, const XMLCh* const domain, cons
                         const XMLCh* const text, const XMLCh* const systemId,
                         const XMLCh* const publicId, const XMLFileLoc line,
                         const XMLFileLoc column) {
-  if (type == ErrType_Error && XMLString::equals(domain, XMLUni::fgExceptDomain)) return;
+  const bool isValue = type == ErrType_Error && XMLString::equals(domain, XMLUni::fgExceptDomain);
+  note(text, systemId, {line, column}, !isValue);
+  if (isValue) return;
   XercesDOMParser::error(code, domain, type, text, systemId, publicId, line, column);
 }
 
 void ChartParser::endDocument() {
+  BoundedParser::endDocument();
   isEnded_ = true;
-  XercesDOMParser::endDocument();
 }
 
 void ChartParser::startElement(const XMLElementDecl& declaration, const unsigned int uriId,
@@ -245,6 +258,11 @@ void ChartParser::endIntSubset() {
   XercesDOMParser::endIntSubset();
 }
 
+chartprolog::Place ChartParser::place() const {
+  const Locator& locator = *getScanner()->getLocator();
+  return {locator.getLineNumber(), locator.getColumnNumber()};
+}
+
 const XMLCh* ChartParser::encoding() const {
   return getScanner()->getReaderMgr()->getCurrentEncodingStr();
 }
@@ -253,7 +271,21 @@ void ChartParser::refuse(const XMLCh* reason) {
   fail(SAXParseException(reason, *getScanner()->getLocator()));
 }
 
+void ChartParser::refuseAt(const XMLCh* reason, chartprolog::Place place) {
+  fail(SAXParseException(reason, nullptr, sourceName_.c_str(), place.line, place.column));
+}
+
+void ChartParser::note(const XMLCh* text, const XMLCh* systemId, chartprolog::Place place,
+                       bool isRefused) {
+  ChartProblem problem{{}, place.line, place.column, ChartString(text).toUTF8(), isRefused};
+  if (place.line && sourceName_ != ChartString(systemId).view()) {
+    problem.file = ChartString(systemId).toUTF8();
+  }
+  problemlist::add(problems_, std::move(problem));
+}
+
 void ChartParser::fail(const SAXParseException& e) {
+  note(e.getMessage(), e.getSystemId(), {e.getLineNumber(), e.getColumnNumber()}, true);
   getErrorHandler()->fatalError(e);
   throw SAXParseException(e);
 }

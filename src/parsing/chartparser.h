@@ -5,11 +5,13 @@
 #include <memory>
 #include <string>
 #include <unordered_set>
+#include <vector>
 
 #include <xercesc/parsers/XercesDOMParser.hpp>
 #include <xercesc/sax/SAXParseException.hpp>
 
 #include "boundedparser.h"
+#include "chartproblem.h"
 #include "grammarpool.h"
 
 // Schema-validating, with namespaces, without ignorable white space; entities are replaced by their
@@ -22,6 +24,7 @@
 class ChartParser : public BoundedParser<xercesc::XercesDOMParser> {
  public:
   explicit ChartParser(grammarpool::Kind kind);
+  ~ChartParser() override { memory.endsNow(); }
 
   // A parser to parse with: the one in `parser`, or a new one there when it has none or memory has
   // failed it. The new one keeps the other, whose documents live in its memory.
@@ -37,6 +40,9 @@ class ChartParser : public BoundedParser<xercesc::XercesDOMParser> {
 
   // True when the last text was read with the shared schemas alone.
   bool isServed() const { return isServed_; }
+  // What was wrong with the last text: values that break their type, and behind them what ended the
+  // parse, if anything did.
+  const std::vector<ChartProblem>& problems() const { return problems_; }
   // What the parser and its documents hold.
   std::size_t bytes() const { return memory.bytes(); }
   const xercesc::DOMDocument* document() const {
@@ -63,8 +69,11 @@ class ChartParser : public BoundedParser<xercesc::XercesDOMParser> {
   void dropDocument();
   void forgetDocument();
   void parseBounded(const std::string& text, const char* sourceName);
+  chartprolog::Place place() const override;
   const XMLCh* encoding() const override;
   [[noreturn]] void refuse(const XMLCh* reason) override;
+  [[noreturn]] void refuseAt(const XMLCh* reason, chartprolog::Place place) override;
+  void note(const XMLCh* text, const XMLCh* systemId, chartprolog::Place place, bool isRefused);
   [[noreturn]] void fail(const xercesc::SAXParseException& e);
   void countNames(const xercesc::XMLElementDecl& declaration,
                   const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes,
@@ -73,12 +82,14 @@ class ChartParser : public BoundedParser<xercesc::XercesDOMParser> {
 
   const grammarpool::Kind kind_;
   const xercesc::XMLGrammarPool* grammars_;  // null for schemas of its own
-  std::unique_ptr<ChartParser> former_;  // that memory has failed
+  std::unique_ptr<ChartParser> former_;      // that memory has failed
   bool isSpent_ = false;
   bool hasDocuments_ = false;
   bool isServed_ = false;
   bool isEnded_ = false;
   bool hasExternalSubset_ = false;
+  std::u16string sourceName_;
+  std::vector<ChartProblem> problems_;
   // Those that no schema lists, and the namespaces.
   std::unordered_set<std::u16string> names_;
 };

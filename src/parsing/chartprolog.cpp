@@ -1,12 +1,18 @@
 #include "chartprolog.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 #include <map>
 #include <memory>
 #include <set>
 
 #include <xercesc/util/PlatformUtils.hpp>
 #include <xercesc/util/TransService.hpp>
+#include <xercesc/util/XMLString.hpp>
+#include <xercesc/util/XMLUni.hpp>
+
+#include "utf.h"
 
 using namespace xercesc;
 
@@ -161,6 +167,24 @@ std::size_t mostAttributesOf(std::basic_string_view<Unit> text) {
   return most;
 }
 
+bool isIllFormedLead(char c) {
+  return static_cast<std::uint8_t>(c - 0xF5) < 3;
+}
+
+// Block by block, each of which the compiler looks at as a whole.
+std::size_t findIllFormedLead(std::string_view text) {
+  constexpr std::size_t block = 4096;
+  for (std::size_t start = 0; start < text.size(); start += block) {
+    const std::string_view part = text.substr(start, block);
+    bool isThere = false;
+    for (const char c : part) isThere |= isIllFormedLead(c);
+    if (!isThere) continue;
+    return start +
+           static_cast<std::size_t>(std::ranges::find_if(part, isIllFormedLead) - part.begin());
+  }
+  return text.npos;
+}
+
 }  // namespace
 
 chartprolog::Root chartprolog::readRoot(std::string_view text) {
@@ -246,4 +270,37 @@ bool chartprolog::isAscii(std::string_view text) {
 std::size_t chartprolog::mostAttributes(std::string_view text, const char16_t* encoding) {
   if (!encoding) return mostAttributesOf(text);
   return mostAttributesOf(std::u16string_view(decoded(text, encoding)));
+}
+
+void chartprolog::PlaceCounter::pass(std::string_view part) {
+  for (std::size_t i = 0; i < part.size(); ++i) {
+    const auto byte = static_cast<std::uint8_t>(part[i]);
+    if (byte == '\n' || (byte == '\r' && part.substr(i + 1, 1) != "\n")) {
+      place_ = {place_.line + 1, 1};
+    } else if ((byte & 0xC0) != 0x80) {
+      // Columns are counted in the units of UTF-16.
+      place_.column += byte < 0xF0 ? 1 : 2;
+    }
+  }
+}
+
+std::optional<chartprolog::PassedOver> chartprolog::firstPassedOver(std::string_view text,
+                                                                    const char16_t* encoding) {
+  constexpr const char16_t* zero = u"the document has a character 0";
+  PlaceCounter counter;
+  if (!isAscii(text)) {
+    const std::u16string whole = decoded(text, encoding);
+    const std::size_t end = whole.find(u'\0');
+    if (end == whole.npos) return std::nullopt;
+    counter.pass(utf::toUtf8(std::u16string_view(whole).substr(0, end)));
+    return PassedOver{counter.place(), zero};
+  }
+  const bool isUtf8 = XMLString::compareIString(encoding, XMLUni::fgUTF8EncodingString) == 0 ||
+                      XMLString::compareIString(encoding, XMLUni::fgUTF8EncodingString2) == 0;
+  const std::size_t end = text.find('\0');
+  const std::size_t lead = isUtf8 ? findIllFormedLead(text.substr(0, end)) : text.npos;
+  if (end == text.npos && lead == text.npos) return std::nullopt;
+  counter.pass(utf::toUtf8(decoded(text.substr(0, std::min(end, lead)), encoding)));
+  return PassedOver{counter.place(),
+                    lead == text.npos ? zero : u"the document has bytes that are no UTF-8"};
 }

@@ -2,6 +2,7 @@
 #ifndef CHARTXML_CHARTPROLOG_H
 #define CHARTXML_CHARTPROLOG_H
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -32,6 +33,31 @@ bool isAscii(std::string_view text);
 // How many attributes stand in the tag that has most of them; null as `encoding` for a text that
 // isAscii(). Of a text that isn't well-formed it may tell anything.
 std::size_t mostAttributes(std::string_view text, const char16_t* encoding);
+
+// From 1, in characters, as the parser library counts.
+struct Place {
+  unsigned long line;
+  unsigned long column;
+};
+
+// Counts on over the bytes of a UTF-8 text. No part ends between "\r" and "\n".
+class PlaceCounter {
+ public:
+  void pass(std::string_view part);
+  Place place() const { return place_; }
+
+ private:
+  Place place_{1, 1};
+};
+
+// The first character of a text that no document may have and the parser library still passes over:
+// 0, behind which it reads nothing, and of UTF-8 what starts with F5 to F7. For a text that it has
+// found well-formed.
+struct PassedOver {
+  Place place;
+  const char16_t* reason;
+};
+std::optional<PassedOver> firstPassedOver(std::string_view text, const char16_t* encoding);
 
 }  // namespace chartprolog
 

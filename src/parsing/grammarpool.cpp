@@ -115,15 +115,8 @@ struct Pool {
   std::unique_ptr<grammarpool::Grammars> grammars;
 };
 
-// Display documents come in two namespaces, and a schema is of one: the file serves both, with the
-// one in the place of the other.
 bool readOtherDisplaySchema(XercesDOMParser& parser, const std::string& folder) {
-  std::ifstream file(folder + displayFile, std::ios::binary);
-  std::string text{std::istreambuf_iterator<char>(file), {}};
-  const std::string quoted = '"' + std::string(displayNamespace) + '"';
-  for (std::size_t at = 0; (at = text.find(quoted, at)) != text.npos;) {
-    text.replace(at + 1, displayNamespace.size(), otherDisplayNamespace);
-  }
+  const std::string text = grammarpool::otherDisplaySchema(folder);
   const MemBufInputSource source(reinterpret_cast<const XMLByte*>(text.data()), text.size(),
                                  displayFile, false);
   return parser.loadGrammar(source, Grammar::SchemaGrammarType, true);
@@ -168,6 +161,16 @@ void grammarpool::drop() {
   if (--holders > 0) return;
   keptdocuments::clear();
   pools.clear();
+}
+
+std::string grammarpool::otherDisplaySchema(const std::string& folder) {
+  std::ifstream file(folder + displayFile, std::ios::binary);
+  std::string text{std::istreambuf_iterator<char>(file), {}};
+  const std::string quoted = '"' + std::string(displayNamespace) + '"';
+  for (std::size_t at = 0; (at = text.find(quoted, at)) != text.npos;) {
+    text.replace(at + 1, displayNamespace.size(), otherDisplayNamespace);
+  }
+  return text;
 }
 
 std::unique_ptr<grammarpool::Grammars> grammarpool::read(Kind kind, const std::string& folder,

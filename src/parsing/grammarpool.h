@@ -41,6 +41,10 @@ bool serves(Kind kind, const xercesc::XMLGrammarPool* pool, std::string_view tex
 std::unique_ptr<Grammars> read(Kind kind, const std::string& folder,
                                std::set<std::string>* files = nullptr);
 
+// Display documents come in two namespaces, and a schema is of one: the text of the schema's file
+// with the one in the place of the other. Empty when there is no file.
+std::string otherDisplaySchema(const std::string& folder);
+
 // Which of the two kinds may serve a template.
 Kind ofTemplate(std::string_view text);
 

@@ -36,7 +36,8 @@ void forgetOldest() {
 
 std::shared_ptr<const ChartParser> keptdocuments::parse(grammarpool::Kind kind,
                                                         const std::string& text,
-                                                        const char* sourceName) {
+                                                        const char* sourceName,
+                                                        std::vector<ChartProblem>* problems) {
   forgetOldest();
   const std::string& folder = PathFactory::getPathInstance(3)->getFolder();
   const auto found = std::ranges::find_if(kept, [&](const Kept& each) {
@@ -44,10 +45,13 @@ std::shared_ptr<const ChartParser> keptdocuments::parse(grammarpool::Kind kind,
   });
   if (found != kept.end()) {
     kept.splice(kept.begin(), kept, found);
+    if (problems) *problems = found->parser->problems();
     return found->parser;
   }
   const auto parser = std::make_shared<ChartParser>(kind);
-  if (!parser->parseText(text, sourceName)) return nullptr;
+  const bool isParsed = parser->parseText(text, sourceName);
+  if (problems) *problems = parser->problems();
+  if (!isParsed) return nullptr;
   if (parser->isServed()) {
     kept.push_front({kind, folder, text, parser});
     forgetOldest();

@@ -5,7 +5,9 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "chartproblem.h"
 #include "grammarpool.h"
 
 class ChartParser;
@@ -19,8 +21,10 @@ constexpr std::size_t mostBytes = std::size_t(4) << 20;
 // The parser of an earlier call for that text, or a new one that has parsed it. Others may have the
 // same: its document is for reading. Null when the parse failed, which ChartParser::parseText() has
 // reported; then nothing is kept, nor is what another file than a schema of the pool could change.
+// `problems`, unless null, gets what was wrong with the text.
 std::shared_ptr<const ChartParser> parse(grammarpool::Kind kind, const std::string& text,
-                                         const char* sourceName);
+                                         const char* sourceName,
+                                         std::vector<ChartProblem>* problems = nullptr);
 
 // Forgets all; who has one of them keeps it.
 void clear();

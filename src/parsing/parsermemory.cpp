@@ -22,20 +22,27 @@ ParserMemory::~ParserMemory() {
 }
 
 void ParserMemory::unbind() {
-  mostBytes_ = unbound;
+  mostBytes_ = room_ = unbound;
   unboundReaders();
 }
 
 void* ParserMemory::allocate(XMLSize_t size) {
   if (bytes_ > mostBytes_ || size > mostBytes_ - bytes_) throw Exceeded();
+  if (bytes_ > room_ || size > room_ - bytes_) throw OutOfMemoryException();
   if (isReader(size) && ++readers_ > mostReaders_) throw Exceeded();
   void* memory = ::operator new(sizeof(Header) + size, std::nothrow);
-  if (!memory) throw OutOfMemoryException();
+  if (!memory) memory = reserve(sizeof(Header) + size);
   auto* header = new (memory) Header{&ring_, ring_.next, size, 0};
   bytes_ += size;
   ring_.next->previous = header;
   ring_.next = header;
   return header + 1;
+}
+
+void* ParserMemory::reserve(std::size_t size) {
+  if (!isEnding_ || isReserveTaken_ || size > sizeof reserve_) throw OutOfMemoryException();
+  isReserveTaken_ = true;
+  return reserve_;
 }
 
 void ParserMemory::deallocate(void* block) {
@@ -44,7 +51,11 @@ void ParserMemory::deallocate(void* block) {
   bytes_ -= header->size;
   header->previous->next = header->next;
   header->next->previous = header->previous;
-  ::operator delete(header);
+  if (static_cast<void*>(header) == reserve_) {
+    isReserveTaken_ = false;
+  } else {
+    ::operator delete(header);
+  }
 }
 
 MemoryManager* ParserMemory::getExceptionMemoryManager() {

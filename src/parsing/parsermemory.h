@@ -2,6 +2,7 @@
 #ifndef CHARTXML_PARSERMEMORY_H
 #define CHARTXML_PARSERMEMORY_H
 
+#include <algorithm>
 #include <cstddef>
 #include <limits>
 
@@ -24,6 +25,9 @@ class ParserMemory : public xercesc::MemoryManager {
 
   // From now on no more than so many bytes beyond what is in use.
   void boundBytes(std::size_t bytes) { mostBytes_ = bytes_ + bytes; }
+  // From now on, beyond so many bytes more, there is no memory: the machine may give out more than
+  // it has, and end the process later.
+  void boundRoom(std::size_t bytes) { room_ = bytes_ + std::min(bytes, unbound - bytes_); }
   // From now on no more readers of texts than that: the parser makes one for each reference to an
   // entity, and tells nobody of those in declarations and defaults.
   void boundReaders(std::size_t count) { mostReaders_ = readers_ + count; }
@@ -31,6 +35,10 @@ class ParserMemory : public xercesc::MemoryManager {
   void unbind();
 
   std::size_t bytes() const { return bytes_; }
+
+  // To be told when the parser goes. Releasing a document takes a little memory: where there is no
+  // other, that comes out of this object.
+  void endsNow() { isEnding_ = true; }
 
   void* allocate(XMLSize_t size) override;
   void deallocate(void* block) override;
@@ -49,11 +57,18 @@ class ParserMemory : public xercesc::MemoryManager {
   };
   static_assert(sizeof(Header) % alignof(std::max_align_t) == 0);
 
+  void* reserve(std::size_t size);
+
   Header ring_{&ring_, &ring_, 0, 0};
   std::size_t bytes_ = 0;  // in use
   std::size_t mostBytes_ = unbound;
+  std::size_t room_ = unbound;
   std::size_t readers_ = 0;  // made so far
   std::size_t mostReaders_ = unbound;
+  bool isEnding_ = false;
+  bool isReserveTaken_ = false;
+  // For one block at a time. The parser library itself aligns objects no better than this.
+  alignas(Header) std::byte reserve_[256];
 };
 
 #endif

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
+#include "chartprolog.h"
 #include "plainrows.h"
 
 namespace {
@@ -28,11 +30,13 @@ bool startsWith(const char* at, const char* end, std::string_view word) {
 // the parser refuses it there.
 class Walk {
  public:
-  Walk(std::string_view text, rowseparator::Separated& result)
-      : at_(text.data()),
+  Walk(std::string_view text, rowseparator::Separated& result, rowseparator::Of of)
+      : start_(text.data()),
+        at_(start_),
         copied_(at_),
         end_(text.data() + text.size()),
         result_(result),
+        of_(of),
         rows_(end_) {}
 
   bool run() {
@@ -100,13 +104,20 @@ class Walk {
     return depth_ == 2 && isInSource_ && isRow() ? takeRows() : passStartTag();
   }
 
+  // A data document's root has a prefix, so that the default namespace is the sources' alone.
+  bool isRoot(std::string_view name) const {
+    return of_ == rowseparator::Of::Chart ? name == "visualization" : name == "gs:graphSources";
+  }
+
   bool isRow() const { return startsWith(at_, end_, rowStart) || startsWith(at_, end_, emptyRow); }
 
   bool takeRows() {
     result_.rest.append(between(copied_, at_));
+    const auto start = static_cast<std::size_t>(at_ - start_);
     at_ = rows_.copy(at_);
     copied_ = at_;
     if (!at_) return false;
+    result_.cuts.push_back({start, static_cast<std::size_t>(at_ - start_)});
     result_.ends.back() = rows_.size();
     return true;
   }
@@ -117,7 +128,7 @@ class Walk {
     if (tag.empty()) return false;
     const bool isEmpty = tag.ends_with('/');
     const std::string_view name = tag.substr(0, tag.find_first_of(" \t\r\n/"));
-    if (depth_ == 0 && (name != "visualization" || isEmpty)) return false;
+    if (depth_ == 0 && (!isRoot(name) || isEmpty)) return false;
     if (depth_ == 1) {
       isInSource_ = name == sourceName;
       if (!isInSource_ && name.ends_with(sourceName)) return false;
@@ -162,10 +173,12 @@ class Walk {
     return attributes.empty() || attributes == "/";
   }
 
+  const char* const start_;
   const char* at_;
   const char* copied_;  // what is behind it isn't in the rest yet
   const char* const end_;
   rowseparator::Separated& result_;
+  const rowseparator::Of of_;
   plainrows::Copier rows_;
   int depth_ = 0;
   bool isInSource_ = false;
@@ -173,8 +186,43 @@ class Walk {
 
 }  // namespace
 
-bool rowseparator::separate(std::string_view text, Separated& result) {
-  return isOn && Walk(text, result).run();
+bool rowseparator::separate(std::string_view text, Separated& result, Of of) {
+  return isOn && Walk(text, result, of).run();
+}
+
+void rowseparator::placeInText(std::string_view text, const Separated& separated,
+                               std::vector<ChartProblem>& problems) {
+  auto problem = problems.begin();
+  chartprolog::PlaceCounter inRest;
+  chartprolog::PlaceCounter inText;
+  chartprolog::Place cutInRest{1, 1};
+  chartprolog::Place cutInText{1, 1};
+  std::size_t at = 0;
+  // Those in front of a cut are shifted as the cut before it was.
+  const auto shift = [&](const chartprolog::Place* end) {
+    for (; problem != problems.end(); ++problem) {
+      const std::pair place(problem->line, problem->column);
+      if (end && place > std::pair(end->line, end->column)) return;
+      if (problem->line == 0) continue;
+      if (problem->line == cutInRest.line) {
+        problem->column += cutInText.column - cutInRest.column;
+      }
+      problem->line += cutInText.line - cutInRest.line;
+    }
+  };
+  if (problems.empty()) return;
+  for (const Separated::Cut& cut : separated.cuts) {
+    const std::string_view between = text.substr(at, cut.start - at);
+    inRest.pass(between);
+    inText.pass(between);
+    const chartprolog::Place end = inRest.place();
+    shift(&end);
+    inText.pass(text.substr(cut.start, cut.end - cut.start));
+    cutInRest = end;
+    cutInText = inText.place();
+    at = cut.end;
+  }
+  shift(nullptr);
 }
 
 void rowseparator::turn(bool on) {

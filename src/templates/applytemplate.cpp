@@ -1,24 +1,26 @@
 #include "applytemplate.h"
 
+#include <new>
 #include <optional>
-#include <sstream>
 #include <utility>
 
 #include <xercesc/dom/DOM.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/XMLString.hpp>
 
 #include "changejournal.h"
 #include "charterrorhandler.h"
 #include "chartexception.h"
-#include "chartprinter.h"
 #include "chartstring.h"
 #include "commandlistener.h"
 #include "commands.h"
 #include "domwalk.h"
+#include "memoryfailure.h"
 #include "modelstore.h"
 #include "plxframes.h"
 #include "report.h"
 #include "tavogotocaller.h"
+#include "xmlwriter.h"
 
 using namespace xercesc;
 
@@ -37,16 +39,11 @@ constexpr Command allCommands[] = {
 };
 #undef COMMAND
 
-std::string printed(const DOMElement* element) {
-  std::ostringstream text;
-  ChartPrinter().Print(element, text, true);
-  return text.str();
-}
-
 // Reports what stops the run, to be thrown.
 ChartException stopping(const DOMElement* element, unsigned line) {
   const ChartException e(
-      "Fatal Error occurred while applying template command: " + printed(element), __FILE__, line);
+      "Fatal Error occurred while applying template command: " + xmlText(*element, true), __FILE__,
+      line);
   ChartErrorHandler().error(e);
   return e;
 }
@@ -72,6 +69,11 @@ Answer run(BaseTemplate& command, CommandOutcome* outcome) {
     return answer ? Answer::True : Answer::False;
   } catch (const TavoGoToCaller&) {
     return Answer::Stopped;
+  } catch (const std::bad_alloc&) {
+    // No fault of the command's: to go on would give a chart with half of the template.
+    return Answer::Stopped;
+  } catch (const OutOfMemoryException&) {
+    return Answer::Stopped;
   } catch (...) {
     // A command that failed is passed over; it has reported what it chose to.
     return Answer::Failed;
@@ -84,7 +86,7 @@ Answer dispatch(const PlXVisualization* source, PlXVisualization& target, const 
   try {
     const Command* command = rowOf(table, element->getTagName());
     if (command) return run(*command->make(source, target, element), outcome);
-    report("Unsupported Template element encountered (" + printed(element) + ")", __FILE__,
+    report("Unsupported Template element encountered (" + xmlText(*element, true) + ")", __FILE__,
            __LINE__);
     return Answer::Failed;
   } catch (const XMLException& e) {
@@ -108,7 +110,8 @@ class Listening {
   Listening(const Listening&) = delete;
   Listening& operator=(const Listening&) = delete;
   ~Listening() {
-    takeChanges();
+    // Those of a command that stopped the run, where there is memory for them.
+    unlessMemoryFails(false, [this] { return takeChanges(); });
     if (outcomes_) chart_.store().setJournal(nullptr);
   }
 
@@ -122,13 +125,13 @@ class Listening {
     outcome.name = ChartString(element.getTagName()).toUTF8();
     return &outcome;
   }
-
- private:
   // Those of the last one.
-  void takeChanges() {
+  bool takeChanges() {
     if (std::exchange(isOpen_, false)) outcomes_->back().changes = journal_.take();
+    return true;
   }
 
+ private:
   PlXVisualization& chart_;
   std::vector<CommandOutcome>* outcomes_;
   ChangeJournal journal_;
@@ -167,5 +170,6 @@ bool ApplyTemplate::process(const PlXVisualization* source, PlXVisualization& ta
     if (outcome) outcome->isDone = true;
     if (given == Answer::True) answer = true;
   }
+  listening.takeChanges();
   return answer;
 }

@@ -1,5 +1,8 @@
 #include "charttemplate.h"
 
+#include <algorithm>
+#include <utility>
+
 #include <xercesc/dom/DOM.hpp>
 
 #include "applytemplate.h"
@@ -8,10 +11,13 @@
 #include "chartparser.h"
 #include "commandoutcome.h"
 #include "commands.h"
+#include "documentnode.h"
 #include "domwalk.h"
 #include "grammarpool.h"
 #include "keptdocuments.h"
+#include "misspelling.h"
 #include "plxuni.h"
+#include "problemlist.h"
 #include "tavogotocaller.h"
 
 using namespace xercesc;
@@ -39,12 +45,27 @@ ChartException reported(const std::string& message, unsigned line) {
   return e;
 }
 
-std::shared_ptr<const ChartParser> parseShared(const std::string& text) {
+// In `text`, the converted one takes the place of an older template.
+std::shared_ptr<const ChartParser> parseShared(std::string& text,
+                                               std::vector<ChartProblem>* problems) {
   if (ChartTemplate::isOlder(text)) {
-    const std::optional<ChartTemplate::Conversion> conversion = ChartTemplate::convertOlder(text);
-    return conversion ? parseShared(conversion->text) : nullptr;
+    std::optional<ChartTemplate::Conversion> conversion =
+        ChartTemplate::convertOlder(text, problems);
+    if (!conversion) return nullptr;
+    text = std::move(conversion->text);
   }
-  return keptdocuments::parse(grammarpool::ofTemplate(text), text, sourceName);
+  return keptdocuments::parse(grammarpool::ofTemplate(text), text, sourceName, problems);
+}
+
+// What a run has passed over at a node below the root.
+ChartProblem passedOver(const DocumentNode& node) {
+  std::vector<std::string> names;
+  for (const Command& command : commands()) names.push_back(ChartString(command.element).toUTF8());
+  const bool isCommand = std::ranges::find(names, node.name) != names.end();
+  const std::string message =
+      isCommand ? "command '" + node.name + "' failed"
+                : '\'' + node.name + "' is no command" + misspelling::suggestion(node.name, names);
+  return {{}, node.line, node.column, message, false};
 }
 
 }  // namespace
@@ -62,8 +83,11 @@ ChartTemplate::ChartTemplate(PlXVisualization& target, PlXVisualization* source)
 ChartTemplate::~ChartTemplate() = default;
 
 void ChartTemplate::setTemplate(const std::string& text) {
+  text_ = text;
+  passedOver_.clear();
+  problems_.clear();
   try {
-    set_ = parseShared(text);
+    set_ = parseShared(text_, &problems_);
   } catch (const TavoGoToCaller&) {
     throw;
   } catch (...) {
@@ -76,11 +100,14 @@ bool ChartTemplate::isOlder(const std::string& text) {
   return text.find(marker) == text.npos;
 }
 
-std::optional<ChartTemplate::Conversion> ChartTemplate::convertOlder(const std::string& text) {
+std::optional<ChartTemplate::Conversion> ChartTemplate::convertOlder(
+    const std::string& text, std::vector<ChartProblem>* problems) {
   auto parser = std::make_unique<ChartParser>(grammarpool::Kind::Templates);
   if (!parser->parseText(text, sourceName)) {
     parser = std::make_unique<ChartParser>(grammarpool::Kind::None);
-    if (!parser->parseText(text, sourceName)) return std::nullopt;
+    const bool isParsed = parser->parseText(text, sourceName);
+    if (problems) *problems = parser->problems();
+    if (!isParsed) return std::nullopt;
   }
   makeIdentifiers(*parser->getDocument());
   LegacyTemplateConverter converter(parser->getDocument());
@@ -88,8 +115,25 @@ std::optional<ChartTemplate::Conversion> ChartTemplate::convertOlder(const std::
   return Conversion{std::move(converted), converter.getCommandCount(), converter.getLeftOut()};
 }
 
-bool ChartTemplate::isTemplate(const std::string& text) {
-  return parseShared(text) != nullptr;
+bool ChartTemplate::isTemplate(const std::string& text, std::vector<ChartProblem>* problems) {
+  std::string copy = text;
+  return parseShared(copy, problems) != nullptr;
+}
+
+std::vector<ChartProblem> ChartTemplate::getProblems() const {
+  std::vector<ChartProblem> result = problems_;
+  if (passedOver_.empty()) return result;
+  const std::optional<DocumentNode> root = DocumentNode::read(text_);
+  if (!root) return result;
+  std::vector<const DocumentNode*> elements;
+  for (const DocumentNode& child : root->children) {
+    if (!child.isText()) elements.push_back(&child);
+  }
+  for (const std::size_t position : passedOver_) {
+    if (result.size() == ChartProblem::mostProblems) break;
+    if (position < elements.size()) problemlist::add(result, passedOver(*elements[position]));
+  }
+  return result;
 }
 
 DOMElement* ChartTemplate::parseTemplate(const std::string& text) {

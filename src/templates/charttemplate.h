@@ -10,6 +10,7 @@
 
 #include <xercesc/util/XercesDefs.hpp>
 
+#include "chartproblem.h"
 #include "export.h"
 #include "legacytemplateconverter.h"
 
@@ -50,10 +51,12 @@ class CHARTXML_API ChartTemplate {
   static bool isOlder(const std::string& text);
   // For a text that isOlder(). None when it isn't well-formed, or nested deeper or longer by its
   // entities than the library reads; a ChartException as LegacyTemplateConverter::convert().
-  static std::optional<Conversion> convertOlder(const std::string& text);
+  // `problems`, unless null, gets what is wrong with the text.
+  static std::optional<Conversion> convertOlder(const std::string& text,
+                                                std::vector<ChartProblem>* problems = nullptr);
 
-  // True for a text that setTemplate() takes. Of another, the log has why it can't be parsed.
-  static bool isTemplate(const std::string& text);
+  // True for a text that setTemplate() takes. `problems` as above.
+  static bool isTemplate(const std::string& text, std::vector<ChartProblem>* problems = nullptr);
 
   // Neither is owned. Of the source, which may be null, commands leave alone what an object of the
   // same id states.
@@ -83,6 +86,12 @@ class CHARTXML_API ChartTemplate {
   // the run is stopped, the last one stopped it. To find that out makes a run a little slower.
   PlXVisualization& applyTemplate(std::vector<CommandOutcome>& outcomes);
 
+  // What was wrong with the last text that was set, as ChartBase::getProblems() tells it, and what
+  // the last run passed over, which is worked out when it is asked for: an element that is no
+  // command, with the one that seems to be meant, and a command that failed. Places of the latter
+  // are where their tags start; of an older template, in the text that convertOlder() gives.
+  std::vector<ChartProblem> getProblems() const;
+
  private:
   PlXVisualization& run(std::vector<CommandOutcome>* outcomes);
 
@@ -92,6 +101,8 @@ class CHARTXML_API ChartTemplate {
   std::vector<std::unique_ptr<ChartParser>> parsers_;
   // Of the template that was set, and others may have set, too.
   std::shared_ptr<const ChartParser> set_;
+  std::string text_;  // of today's language
+  std::vector<ChartProblem> problems_;
   std::vector<std::size_t> passedOver_;
 };
 

@@ -3,6 +3,7 @@
 #include "charttemplate.h"
 #include "charttransformer.h"
 #include "commandoutcome.h"
+#include "memoryfailure.h"
 #include "plxframes.h"
 #include "tavogotocaller.h"
 
@@ -52,7 +53,12 @@ bool ChartTransformer::runTemplate(const std::string& templateText,
   } catch (...) {
     isApplied = false;  // and reported where it happened
   }
-  if (chartTemplate) passedOver = chartTemplate->getPassedOver();
+  isApplied = unlessMemoryFails(false, [&] {
+    if (!chartTemplate) return isApplied;
+    passedOver = chartTemplate->getPassedOver();
+    problems_ = chartTemplate->getProblems();
+    return isApplied;
+  });
   if (willPrintString(PRINT_AFTER_TEMPLATE)) {
     dump("Xml_after_template_", counter++, PRINT_AFTER_TEMPLATE);
   }
@@ -62,7 +68,7 @@ bool ChartTransformer::runTemplate(const std::string& templateText,
 bool ChartTransformer::addPopups() {
   static unsigned counter = 1;
   if (!model_ || !model_->getPopups().empty()) return false;
-  applyTemplate(
+  const bool isApplied = applyTemplate(
       "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\"?>"
       "<template TAVO-Version=\"2.10\" xmlns=\"" CHARTXML_HOST
       "/software/analytics/tavo/xml/visualization\" "
@@ -71,5 +77,5 @@ bool ChartTransformer::addPopups() {
       "/software/analytics/tavo/xml/visualization/grafo-template-3.5.xsd\">"
       "<addPopups x=\"true\" y=\"true\" z=\"true\" legend=\"true\"/></template>");
   if (willPrintString(PRINT_PARSE_ERROR)) dump("xml_with_popups", counter++, PRINT_PARSE_ERROR);
-  return true;
+  return isApplied;
 }

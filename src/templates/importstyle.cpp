@@ -1,5 +1,4 @@
 // BaseTemplate's import of style elements.
-#include <sstream>
 #include <type_traits>
 #include <unordered_set>
 
@@ -8,7 +7,6 @@
 
 #include "basetemplate.h"
 #include "chartbase.h"
-#include "chartprinter.h"
 #include "dialect.h"
 #include "domwalk.h"
 #include "findings.h"
@@ -22,6 +20,7 @@
 #include "statedvalues.h"
 #include "styleproperties.h"
 #include "templatexml.h"
+#include "xmlwriter.h"
 
 using namespace xercesc;
 
@@ -155,9 +154,7 @@ void interpolate(BaseTemplate& base, StyleUsers& users, const DOMElement& elemen
 }
 
 void reportUnknownChild(const DOMElement& child) {
-  std::ostringstream text;
-  DOMPrinter().Print(&child, text, false);
-  report("Unsupported style child encountered (" + text.str() + ")", __FILE__, __LINE__);
+  report("Unsupported style child encountered (" + xmlText(child) + ")", __FILE__, __LINE__);
 }
 
 }  // namespace

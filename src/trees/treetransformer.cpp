@@ -7,6 +7,7 @@
 #include "chartparser.h"
 #include "domwalk.h"
 #include "grammarpool.h"
+#include "problemlist.h"
 #include "report.h"
 #include "tavogotocaller.h"
 #include "xmlwriter.h"
@@ -176,9 +177,10 @@ void TreeTransformer::openDisplay(const std::string& displayXml) {
 
 // Throws std::bad_alloc for lack of memory.
 bool TreeTransformer::parse(const std::string& xml) {
-  if (ChartParser::usable(treeParser_, grammarpool::Kind::Trees).parseText(xml, sourceName)) {
-    return true;
-  }
+  ChartParser& parser = ChartParser::usable(treeParser_, grammarpool::Kind::Trees);
+  const bool isParsed = parser.parseText(xml, sourceName);
+  problems_ = parser.problems();
+  if (isParsed) return true;
   report("TreeTransformer::parseDocument() fatal error", sourceName, __LINE__);
   return false;
 }
@@ -198,6 +200,13 @@ TreeTransformer::OwnedDocument TreeTransformer::parseOwned(const std::string& xm
   OwnedDocument document(parse(xml) ? treeParser_->adoptDocument() : nullptr);
   if (document && !XMLString::equals(document->getDocumentElement()->getLocalName(), root)) {
     report("TreeTransformer::parseDocument() fatal error", sourceName, __LINE__);
+    const ChartString name = document->getDocumentElement()->getNodeName();
+    problemlist::add(
+        problems_, {{},
+                    0,
+                    0,
+                    "the root is '" + name.toUTF8() + "', not '" + ChartString(root).toUTF8() + "'",
+                    true});
     document.reset();
   }
   return document;
@@ -259,10 +268,11 @@ std::string TreeTransformer::getUncompressedPMML(const XMLCh*) {
   document_ = nullptr;
   pmml_.reset();
   guarded("getUncompressedPMML fatal error", __LINE__, [&] {
-    if (!inflatePMML(text)) return;
-    pmml_ = parseOwned(text, modelFrame.root);
+    std::string stored;
+    if (!inflatePMML(stored)) return;
+    pmml_ = parseOwned(stored, modelFrame.root);
+    text = pmml_ ? rootText(*pmml_) : std::move(stored);
     document_ = pmml_.get();
-    if (pmml_) text = rootText(*pmml_);
   });
   return text;
 }

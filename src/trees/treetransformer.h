@@ -21,8 +21,8 @@
 // attribute are no errors.
 //
 // Texts are UTF-8, and the `encoding` arguments have no effect. Operations that fail answer null,
-// false or an empty text and report to the log of ChartErrorHandler; they don't throw. Only a
-// TavoGoToCaller always passes.
+// false or an empty text and report to the log of ChartErrorHandler; they don't throw, but for the
+// settings where memory fails. Only a TavoGoToCaller always passes.
 class CHARTXML_API TreeTransformer : public ChartBase {
  public:
   enum TreeOrientation : int { TopDown = 0, LeftToRight = 1, RightToLeft = 2 };

@@ -7,6 +7,7 @@
 #include "keptdocuments.h"
 #include "plxframes.h"
 #include "scenarios.h"
+#include "testplaces.h"
 #include "testsupport.h"
 #include "treetransformer.h"
 #include "vardataprocessor.h"
@@ -269,25 +270,17 @@ std::vector<Scenario> libraryScenarios() {
          keptdocuments::clear();
          applyTemplate(chart, house, answers);
        })},
-      {"commands", of([](const Inputs& chart, Answers& answers) {
-         applyTemplate(chart, today, answers);
-       }),
-       7},
-      {"older", of([](const Inputs& chart, Answers& answers) {
-         applyTemplate(chart, older, answers);
-       })},
+      {"commands",
+       of([](const Inputs& chart, Answers& answers) { applyTemplate(chart, today, answers); }), 7},
+      {"older",
+       of([](const Inputs& chart, Answers& answers) { applyTemplate(chart, older, answers); }), 5},
       {"popups", of(popups)},
       {"pack", of(packFrames)},
       {"streams", of(streams)},
-      {"tree", tree, 3},
-      {"large", ofLarge([](const Inputs& chart, Answers& answers) {
-         open(chart, answers);
-         data(chart, answers);
-       }),
-       50},
-      {"large-template", ofLarge([](const Inputs& chart, Answers& answers) {
-         applyTemplate(chart, house, answers);
-       }),
+      {"tree", tree, 41},
+      {"large", ofLarge(data), 50},
+      {"large-template",
+       ofLarge([](const Inputs& chart, Answers& answers) { applyTemplate(chart, house, answers); }),
        50},
   };
 }

@@ -3,6 +3,7 @@
 #include <dlfcn.h>
 #include <execinfo.h>
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -24,12 +25,14 @@
 #define CHARTXML_OWN_MALLOC 1
 #endif
 
-// Everything here may be called before main() and within a failing allocation: it allocates nothing.
+// Everything here may be called before main() and within a failing allocation: it allocates
+// nothing.
 namespace {
 
 resources::Failure failure;
 bool isArmed = false;
-bool hasFailed = false;
+// Shared with the processes that a run starts.
+bool* hasFailed = nullptr;
 long uses = 0;
 long liveBlocks = 0;
 int pauses = 0;
@@ -41,8 +44,8 @@ bool fails(resources::Kind kind) {
   if (!isArmed || pauses > 0 || kind != failure.kind) return false;
   const long use = ++uses;
   if (use != failure.at && !(failure.isLasting && use > failure.at)) return false;
-  if (!hasFailed) {
-    hasFailed = true;
+  if (depth == 0) {
+    *hasFailed = true;
     const resources::Pause pause;
     depth = backtrace(frames, mostFrames);
   }
@@ -64,6 +67,16 @@ bool callFails() {
   return !failure.isShort;
 }
 
+std::string namesOf(void* const* places, int count) {
+  const resources::Pause pause;
+  std::string names;
+  for (int i = 0; i < count; ++i) {
+    Dl_info info;
+    if (dladdr(places[i], &info) != 0 && info.dli_sname) names.append(info.dli_sname).append("\n");
+  }
+  return names;
+}
+
 void count(const void* block, long difference) {
   if (block && pauses == 0) liveBlocks += difference;
 }
@@ -74,13 +87,17 @@ void resources::arm(const Failure& next) {
   failure = next;
   depth = 0;
   uses = 0;
-  hasFailed = false;
+  if (!hasFailed) {
+    hasFailed = static_cast<bool*>(
+        mmap(nullptr, sizeof(bool), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
+  }
+  *hasFailed = false;
   isArmed = true;
 }
 
 bool resources::disarm() {
   isArmed = false;
-  return hasFailed;
+  return *hasFailed;
 }
 
 long resources::live() {
@@ -96,13 +113,12 @@ resources::Pause::~Pause() {
 }
 
 std::string resources::trace() {
-  const Pause pause;
-  std::string names;
-  for (int i = 0; i < depth; ++i) {
-    Dl_info info;
-    if (dladdr(frames[i], &info) != 0 && info.dli_sname) names.append(info.dli_sname).append("\n");
-  }
-  return names;
+  return namesOf(frames, depth);
+}
+
+std::string resources::traceNow() {
+  void* now[mostFrames];
+  return namesOf(now, backtrace(now, mostFrames));
 }
 
 #if CHARTXML_OWN_MALLOC
@@ -162,8 +178,9 @@ void* allocated(std::size_t size) {
 
 void* required(std::size_t size) {
   void* block = allocated(size);
-  if (!block) throw std::bad_alloc();
-  return block;
+  if (block) return block;
+  if (const std::new_handler handler = std::get_new_handler()) handler();
+  throw std::bad_alloc();
 }
 
 void release(void* block) {
@@ -211,7 +228,7 @@ extern "C" {
 
 ssize_t __wrap_write(int file, const void* bytes, std::size_t size) {
   if (file != STDERR_FILENO && callFails()) return -1;
-  const bool isHalf = hasFailed && failure.isShort && size > 1;
+  const bool isHalf = isArmed && *hasFailed && failure.isShort && size > 1;
   return syscall(SYS_write, file, bytes, isHalf ? size / 2 : size);
 }
 

@@ -13,7 +13,7 @@ enum class Kind {
 
 struct Failure {
   Kind kind = Kind::Memory;
-  long at = 0;           // the first use that fails, counted from 1
+  long at = 0;             // the first use that fails, counted from 1
   bool isLasting = false;  // and all behind it
   // Of calls: what happens in place of a failure.
   bool isShort = false;  // half of a write is done
@@ -40,6 +40,8 @@ class Pause {
 // The functions that were at work when it came to the failure, the innermost first, by their names
 // in the symbol tables.
 std::string trace();
+// The same of those that are at work now.
+std::string traceNow();
 
 }  // namespace resources
 

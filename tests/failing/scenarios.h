@@ -9,4 +9,7 @@
 std::vector<Scenario> libraryScenarios();
 std::vector<Scenario> toolScenarios();
 
+// Ends the tool by a signal at each of its calls in turn; answers the number of faults.
+int sweepSignals();
+
 #endif

@@ -31,12 +31,13 @@ cmake --build by-cmake > /dev/null
 LD_RUN_PATH=$libdir bash -e pkgconfig.sh
 
 for program in by-cmake/draft ./draft; do
-  env -i "$program" < "$here/chart.xml" > printed.xml
+  env -i "$program" "$here/chart.xml" printed.xml
   diff "$here/expected.xml" printed.xml
-  if env -i "$program" < "$readme" > /dev/null 2>&1; then
+  if env -i "$program" "$readme" none.xml 2> refused.txt || [[ -e none.xml ]]; then
     echo "$program takes a text that is no chart" >&2
     exit 1
   fi
+  echo "$readme:1:1: invalid document structure" | diff - refused.txt
 done
 block xml "$here/../../docs/dialect.md" > plan.xml
 env -i "$prefix/bin/chartxml" validate plan.xml
@@ -45,10 +46,10 @@ read -ra flags <<< "$(pkg-config --cflags chartxml)"
 printf '%s\n' "$prefix"/include/chartxml/*.h |
   xargs -P 2 -I {} c++ -std=c++20 -Wall -Wextra -Werror -fsyntax-only "${flags[@]}" -x c++ {}
 
-# Each name is, or is a member of, what a header marks; its type, constant or template may be part of
-# a longer text.
+# Each name is, or is a member of, what a header marks, perhaps in a namespace; its type, constant or
+# template may be part of a longer text.
 marked=$(grep -rohP 'CHARTXML_API [^;({]*?\K\w+(?=\(| :| {|;|$)' "$prefix/include" | sort -u | paste -sd '|')
-if nm -DC --defined-only "$libdir/libchartxml.so" | cut -c 20- | grep -vE "(^|[ *&])($marked)(\(|::|\$)"
+if nm -DC --defined-only "$libdir/libchartxml.so" | cut -c 20- | grep -vE "(^|[ *&]|chartxml::|misspelling::)($marked)(\(|::|\$)"
 then
   echo "exported, but in no header" >&2
   exit 1

@@ -2,14 +2,10 @@
 
 #include <algorithm>
 #include <cctype>
-#include <numeric>
 #include <sstream>
-#include <string_view>
 #include <utility>
 
-#include <xercesc/dom/DOM.hpp>
 #include <xercesc/util/regx/RegularExpression.hpp>
-#include <xercesc/validators/schema/SchemaSymbols.hpp>
 
 #include <chartxml/charttemplate.h>
 #include <chartxml/chartxml.h>
@@ -21,7 +17,7 @@ using namespace schemadocument;
 
 namespace {
 
-ValueRule ruleOf(const DOMElement& element) {
+ValueRule ruleOf(const DocumentNode& element) {
   static constexpr std::pair<const char*, ValueRule::Kind> sources[] = {
       {"words", ValueRule::Kind::words},
       {"some-words", ValueRule::Kind::someWords},
@@ -51,7 +47,7 @@ Condition conditionOf(const std::string& text) {
   return {text.substr(0, end), split(text.substr(std::min(end + 1, text.size())), '|')};
 }
 
-std::vector<Condition> conditionsOf(const DOMElement& element, const std::string& source) {
+std::vector<Condition> conditionsOf(const DocumentNode& element, const std::string& source) {
   std::vector<Condition> conditions;
   for (const std::string& text : annotation(element, source)) {
     conditions.push_back(conditionOf(text));
@@ -59,12 +55,12 @@ std::vector<Condition> conditionsOf(const DOMElement& element, const std::string
   return conditions;
 }
 
-Reading readingOf(const DOMElement& element) {
+Reading readingOf(const DocumentNode& element) {
   return {conditionsOf(element, "unread-beside"), conditionsOf(element, "read-beside"),
           annotation(element, "read-with")};
 }
 
-std::vector<Need> needsOf(const DOMElement& element) {
+std::vector<Need> needsOf(const DocumentNode& element) {
   std::vector<Need> needs;
   for (const std::string& names : annotation(element, "needs")) {
     needs.push_back({{}, split(names, '|')});
@@ -79,7 +75,7 @@ std::vector<Need> needsOf(const DOMElement& element) {
 }
 
 // "name" or "name=attribute"
-std::map<std::string, std::string> standsForOf(const DOMElement& element) {
+std::map<std::string, std::string> standsForOf(const DocumentNode& element) {
   std::map<std::string, std::string> result;
   for (const std::string& pair : annotation(element, "stands-for")) {
     const std::size_t end = std::min(pair.find('='), pair.size());
@@ -88,7 +84,7 @@ std::map<std::string, std::string> standsForOf(const DOMElement& element) {
   return result;
 }
 
-SchemaChild childOf(const DOMElement& element) {
+SchemaChild childOf(const DocumentNode& element) {
   SchemaChild child;
   child.documentation = documentationOf(element);
   child.names = ruleOf(element);
@@ -104,10 +100,9 @@ SchemaChild childOf(const DOMElement& element) {
 // Reads the definitions below the root of a schema.
 class SchemaReader {
  public:
-  explicit SchemaReader(const DOMElement& root) {
-    for (const DOMElement* each = root.getFirstElementChild(); each;
-         each = each->getNextElementSibling()) {
-      global_[{utf8(each->getLocalName()), attribute(*each, u"name")}] = each;
+  explicit SchemaReader(const DocumentNode& root) {
+    for (const DocumentNode& each : root.children) {
+      global_[{std::string(each.localName()), attribute(each, "name")}] = &each;
     }
   }
 
@@ -119,7 +114,7 @@ class SchemaReader {
       SchemaElement& entry = result[name];
       entry.documentation = documentationOf(*element);
       entry.needs = needsOf(*element);
-      addType(attribute(*element, u"type"), entry);
+      addType(attribute(*element, "type"), entry);
       addAttributes(*element, entry);
       addChildren(name, entry);
     }
@@ -128,82 +123,57 @@ class SchemaReader {
 
  private:
   // Null for a name that is none.
-  const DOMElement* named(const std::string& kind, const std::string& name) const {
+  const DocumentNode* named(const std::string& kind, const std::string& name) const {
     const auto found = global_.find({kind, name});
     return found == global_.end() ? nullptr : found->second;
   }
 
   void addType(const std::string& name, SchemaElement& entry) const {
     if (name == "command") entry.isCommand = true;
-    if (const DOMElement* type = named("complexType", name)) addAttributes(*type, entry);
+    if (const DocumentNode* type = named("complexType", name)) addAttributes(*type, entry);
   }
 
   // Those that stand below an element or type, and those of the type that it extends.
-  void addAttributes(const DOMElement& holder, SchemaElement& entry) const {
-    for (const DOMElement* extension : descendants(holder, SchemaSymbols::fgELT_EXTENSION)) {
-      addType(attribute(*extension, u"base"), entry);
+  void addAttributes(const DocumentNode& holder, SchemaElement& entry) const {
+    for (const DocumentNode* extension : descendants(holder, "extension")) {
+      addType(attribute(*extension, "base"), entry);
     }
-    for (const DOMElement* each : descendants(holder, SchemaSymbols::fgELT_ATTRIBUTE)) {
+    for (const DocumentNode* each : descendants(holder, "attribute")) {
       ValueRule rule = ruleOf(*each);
-      const DOMElement* type = named("simpleType", attribute(*each, u"type"));
+      const DocumentNode* type = named("simpleType", attribute(*each, "type"));
       std::string otherwise = joined(annotation(*each, "otherwise"), " ");
       if (rule.kind == ValueRule::Kind::any && type) {
         rule = ruleOf(*type);
         if (otherwise.empty()) otherwise = joined(annotation(*type, "otherwise"), " ");
       }
-      entry.attributes[attribute(*each, u"name")] = {documentationOf(*each), std::move(rule),
-                                                     readingOf(*each), std::move(otherwise)};
+      entry.attributes[attribute(*each, "name")] = {documentationOf(*each), std::move(rule),
+                                                    readingOf(*each), std::move(otherwise)};
     }
-    for (const DOMElement* each : descendants(holder, SchemaSymbols::fgELT_ANYATTRIBUTE)) {
+    for (const DocumentNode* each : descendants(holder, "anyAttribute")) {
       if (!documentationOf(*each).empty()) entry.readsAllAttributes = true;
     }
   }
 
   void addChildren(const std::string& groupName, SchemaElement& entry) const {
-    const DOMElement* group = named("group", groupName);
+    const DocumentNode* group = named("group", groupName);
     if (!group) return;
-    for (const DOMElement* each : descendants(*group, SchemaSymbols::fgELT_ELEMENT)) {
-      entry.children[attribute(*each, u"ref")] = childOf(*each);
+    for (const DocumentNode* each : descendants(*group, "element")) {
+      entry.children[attribute(*each, "ref")] = childOf(*each);
     }
-    for (const DOMElement* each : descendants(*group, SchemaSymbols::fgELT_GROUP)) {
-      addChildren(attribute(*each, u"ref"), entry);
+    for (const DocumentNode* each : descendants(*group, "group")) {
+      addChildren(attribute(*each, "ref"), entry);
     }
   }
 
   // By kind and name.
-  std::map<std::pair<std::string, std::string>, const DOMElement*> global_;
+  std::map<std::pair<std::string, std::string>, const DocumentNode*> global_;
 };
-
-// ---- misspelt words
-
-std::string lowered(std::string text) {
-  for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  return text;
-}
-
-// How many letters are to be inserted, left out, replaced or exchanged with their neighbour.
-std::size_t distance(std::string_view a, std::string_view b) {
-  std::vector<std::size_t> before;
-  std::vector<std::size_t> last;
-  std::vector<std::size_t> row(b.size() + 1);
-  std::iota(row.begin(), row.end(), 0);
-  for (std::size_t i = 1; i <= a.size(); ++i) {
-    before = std::exchange(last, row);
-    row[0] = i;
-    for (std::size_t j = 1; j <= b.size(); ++j) {
-      row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + (a[i - 1] != b[j - 1])});
-      if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1]) {
-        row[j] = std::min(row[j], before[j - 2] + 1);
-      }
-    }
-  }
-  return row.back();
-}
 
 // "A whole number." as a part of a sentence.
 std::string withinSentence(std::string text) {
   if (text.ends_with('.')) text.pop_back();
-  return lowered(text.substr(0, 1)) + text.substr(std::min<std::size_t>(text.size(), 1));
+  if (!text.empty()) text[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(text[0])));
+  return text;
 }
 
 bool contains(const std::vector<std::string>& words, const std::string& word) {
@@ -224,21 +194,21 @@ std::vector<std::string> problemsOfKeys(const std::string& text, const ValueRule
                          joined(words->second, ", "));
     }
     if (key.empty() || contains(rule.words, key)) continue;
-    problems.push_back("key '" + key + "' is unknown" + suggestion(key, rule.words));
+    problems.push_back("key '" + key + "' is unknown" + misspelling::suggestion(key, rule.words));
   }
   return problems;
 }
 
 }  // namespace
 
-bool holdsElement(const TemplateNode& node, const std::string& name, bool atAnyDepth) {
-  return std::ranges::any_of(node.children, [&](const TemplateNode& child) {
+bool holdsElement(const DocumentNode& node, const std::string& name, bool atAnyDepth) {
+  return std::ranges::any_of(node.children, [&](const DocumentNode& child) {
     return child.name == name || (atAnyDepth && holdsElement(child, name, true));
   });
 }
 
-bool Condition::holds(const TemplateNode& node, const SchemaElement& element) const {
-  const std::string value = node.valueOf(name);
+bool Condition::holds(const DocumentNode& node, const SchemaElement& element) const {
+  const std::string value = attribute(node, name);
   if (!words.empty()) return contains(words, value);
   const auto child = element.children.find(name);
   const bool isDeep = child != element.children.end() && child->second.isDeep;
@@ -253,7 +223,7 @@ std::string Condition::text() const {
   return '\'' + name + (words.empty() ? "" : "=" + joined(words, "|")) + '\'';
 }
 
-std::string Reading::problemIn(const TemplateNode& node, const SchemaElement& element) const {
+std::string Reading::problemIn(const DocumentNode& node, const SchemaElement& element) const {
   for (const Condition& each : unreadBeside) {
     if (each.holds(node, element)) return "is not read beside " + each.text();
   }
@@ -273,7 +243,7 @@ std::vector<std::string> ValueRule::problemsOf(const std::string& value) const {
     case Kind::words:
     case Kind::someWords: {
       if (contains(words, value)) break;
-      const std::string meant = suggestion(value, words);
+      const std::string meant = misspelling::suggestion(value, words);
       if (!meant.empty()) return {quoted + " is unknown" + meant};
       if (kind == Kind::words) return {quoted + " is none of " + joined(words, ", ")};
       break;
@@ -305,7 +275,7 @@ std::string CommandSchema::problemOfCommand(const std::string& name) const {
   for (const auto& [each, definition] : elements_) {
     if (definition.isCommand) names.push_back(each);
   }
-  return '\'' + name + "' is no command" + suggestion(name, names);
+  return '\'' + name + "' is no command" + misspelling::suggestion(name, names);
 }
 
 std::string sentenceOf(const std::string& command) {
@@ -314,25 +284,4 @@ std::string sentenceOf(const std::string& command) {
     if (name.equals(each.element)) return each.sentence;
   }
   return {};
-}
-
-const std::string* meantBy(const std::string& word, const std::vector<std::string>& names) {
-  // A third of the letters may differ: "lgo" means log, but "q" doesn't mean x.
-  std::size_t nearest = std::min<std::size_t>(word.size() / 3, 3) + 1;
-  const std::string* name = nullptr;
-  for (const std::string& each : names) {
-    const std::size_t letters = distance(lowered(word), lowered(each));
-    if (letters >= nearest) continue;
-    nearest = letters;
-    name = &each;
-  }
-  return name;
-}
-
-std::string suggestion(const std::string* name) {
-  return name ? "; did you mean '" + *name + "'?" : std::string();
-}
-
-std::string suggestion(const std::string& word, const std::vector<std::string>& names) {
-  return suggestion(meantBy(word, names));
 }

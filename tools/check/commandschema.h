@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "templatenode.h"
+#include <chartxml/documentnode.h>
 
 // Which values are read.
 struct ValueRule {
@@ -24,7 +24,7 @@ struct ValueRule {
   std::vector<std::string> problemsOf(const std::string& value) const;
 };
 
-bool holdsElement(const TemplateNode& node, const std::string& name, bool atAnyDepth);
+bool holdsElement(const DocumentNode& node, const std::string& name, bool atAnyDepth);
 
 struct SchemaElement;
 
@@ -34,7 +34,7 @@ struct Condition {
   std::string name;
   std::vector<std::string> words;
 
-  bool holds(const TemplateNode& node, const SchemaElement& element) const;
+  bool holds(const DocumentNode& node, const SchemaElement& element) const;
   // In quotes.
   std::string text() const;
 };
@@ -47,7 +47,7 @@ struct Reading {
   std::vector<std::string> readWith;
 
   // Why it isn't read in the element; empty when it is.
-  std::string problemIn(const TemplateNode& node, const SchemaElement& element) const;
+  std::string problemIn(const DocumentNode& node, const SchemaElement& element) const;
 };
 
 struct SchemaAttribute {
@@ -106,12 +106,6 @@ class CommandSchema {
 
 // What the library does for a command; empty for one that it doesn't have.
 std::string sentenceOf(const std::string& command);
-
-// The name that the word is a misspelling of; null without one.
-const std::string* meantBy(const std::string& word, const std::vector<std::string>& names);
-// "; did you mean 'NAME'?"; empty without one.
-std::string suggestion(const std::string* name);
-std::string suggestion(const std::string& word, const std::vector<std::string>& names);
 
 template <class Value>
 std::vector<std::string> namesOf(const std::map<std::string, Value>& map) {

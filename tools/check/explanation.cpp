@@ -1,9 +1,14 @@
 #include "explanation.h"
 
+#include <algorithm>
 #include <iomanip>
+
+#include <chartxml/misspelling.h>
 
 #include "commandline.h"
 #include "schemadocument.h"
+
+using schemadocument::attribute;
 
 namespace {
 
@@ -12,8 +17,8 @@ constexpr const char* blanks = " \t\r\n";
 
 // Calls `visit(node)` for the elements below one, in document order.
 template <class Visit>
-void forElementsBelow(const TemplateNode& top, bool deep, Visit visit) {
-  for (const TemplateNode& child : top.children) {
+void forElementsBelow(const DocumentNode& top, bool deep, Visit visit) {
+  for (const DocumentNode& child : top.children) {
     if (child.isText()) continue;
     visit(child);
     if (deep) forElementsBelow(child, deep, visit);
@@ -21,16 +26,16 @@ void forElementsBelow(const TemplateNode& top, bool deep, Visit visit) {
 }
 
 // An element at any depth.
-bool holds(const TemplateNode& node, const std::string& name) {
+bool holds(const DocumentNode& node, const std::string& name) {
   return holdsElement(node, name, true);
 }
 
 // Whether it is the one that counts of the elements of its name below another.
-bool isTaken(const TemplateNode& node, const SchemaElement& definition, const TemplateNode& top,
+bool isTaken(const DocumentNode& node, const SchemaElement& definition, const DocumentNode& top,
              const SchemaChild& child) {
   if (child.taken.empty()) return true;
-  const TemplateNode* taken = nullptr;
-  forElementsBelow(top, child.isDeep, [&](const TemplateNode& each) {
+  const DocumentNode* taken = nullptr;
+  forElementsBelow(top, child.isDeep, [&](const DocumentNode& each) {
     const Condition with{child.takenWith, {}};
     const bool isOne =
         each.name == node.name &&
@@ -43,9 +48,10 @@ bool isTaken(const TemplateNode& node, const SchemaElement& definition, const Te
 }  // namespace
 
 Explanation::Explanation(const CommandSchema& schema, const ChartElements& charts,
-                         const TemplateNode& root)
+                         const DocumentNode& root)
     : schema_(schema), charts_(charts) {
-  for (const TemplateNode& node : root.children) {
+  listing_.exceptions(std::ios::badbit);  // for lack of memory
+  for (const DocumentNode& node : root.children) {
     if (node.isText()) {
       addTextOfRoot(node);
     } else {
@@ -54,26 +60,26 @@ Explanation::Explanation(const CommandSchema& schema, const ChartElements& chart
   }
 }
 
-void Explanation::addLine(const TemplateNode& node, std::size_t depth, const std::string& what,
+void Explanation::addLine(const DocumentNode& node, std::size_t depth, const std::string& what,
                           const std::string& effect, const std::string& meaning) {
   listing_ << std::setw(5) << node.line << std::string(2 + 2 * depth, ' ') << what;
   if (!effect.empty() || !meaning.empty()) listing_ << ": ";
   listing_ << effect << (effect.empty() || meaning.empty() ? "" : ". ") << meaning << '\n';
 }
 
-void Explanation::addFinding(const TemplateNode& node, const std::string& message,
+void Explanation::addFinding(const DocumentNode& node, const std::string& message,
                              PassedOver passedOver, const std::string& attribute) {
   findings_.push_back({&node, message, passedOver, attribute});
 }
 
-void Explanation::addTextOfRoot(const TemplateNode& node) {
+void Explanation::addTextOfRoot(const DocumentNode& node) {
   const std::size_t start = node.text.find_first_not_of(" \n\t");
   const std::size_t end = node.text.find_last_not_of(" \n\t") + 1;
   addLine(node, 0, ::quoted(node.text.substr(start, end - start)), passedOverText);
   addFinding(node, "text between commands means nothing", PassedOver::node);
 }
 
-void Explanation::addCommand(const TemplateNode& node) {
+void Explanation::addCommand(const DocumentNode& node) {
   const std::string problem = schema_.problemOfCommand(node.name);
   if (!problem.empty()) addFinding(node, problem, PassedOver::node);
   const SchemaElement* element = schema_.find(node.name);
@@ -90,14 +96,14 @@ void Explanation::addCommand(const TemplateNode& node) {
 }
 
 // `child` is what the parent says of the node; null for a command.
-void Explanation::addContent(const TemplateNode& node, const SchemaElement& element,
+void Explanation::addContent(const DocumentNode& node, const SchemaElement& element,
                              const SchemaChild* child, std::size_t depth) {
   addNeeds(node, element);
   for (const auto& [name, value] : node.attributes) {
     addAttribute(node, element, child, depth, name, value);
   }
   if (element.readsAllAttributes) addWritten(node, element, depth);
-  for (const TemplateNode& inner : node.children) {
+  for (const DocumentNode& inner : node.children) {
     if (inner.isText()) {
       addLine(inner, depth, ::quoted(inner.text), {});
     } else {
@@ -108,7 +114,7 @@ void Explanation::addContent(const TemplateNode& node, const SchemaElement& elem
 
 // What makes an element as a whole do nothing. One that isn't a command may still stand in the way
 // of another.
-void Explanation::addNeeds(const TemplateNode& node, const SchemaElement& element) {
+void Explanation::addNeeds(const DocumentNode& node, const SchemaElement& element) {
   const std::string doesNothing = '\'' + node.name + "' does nothing ";
   const PassedOver passedOver = path_.size() == 1 ? PassedOver::node : PassedOver::nothing;
   for (const Need& need : element.needs) {
@@ -117,7 +123,7 @@ void Explanation::addNeeds(const TemplateNode& node, const SchemaElement& elemen
     bool isThere = false;
     for (const std::string& name : need.names) {
       // A bad value is told as such.
-      const bool isStated = need.isWithout && !node.valueOf(name).empty();
+      const bool isStated = need.isWithout && !attribute(node, name).empty();
       isThere = isThere || isStated || Condition{name, {}}.holds(node, element);
       names += (names.empty() ? "'" : " or '") + name + '\'';
     }
@@ -129,7 +135,7 @@ void Explanation::addNeeds(const TemplateNode& node, const SchemaElement& elemen
   }
   if (node.name != "setTickLabelFormat") return;
   if (node.hasOtherNodes) addFinding(node, doesNothing + "with a comment in it", passedOver);
-  if (node.valueOf("categorical") == "true" && !holds(node, "stringFormat")) {
+  if (attribute(node, "categorical") == "true" && !holds(node, "stringFormat")) {
     addFinding(node, doesNothing + "for categorical axes without 'stringFormat'", passedOver);
   }
 }
@@ -148,9 +154,9 @@ std::vector<Explanation::Reader> Explanation::readersOf(const std::string& name)
 }
 
 // Whether something in a node is read by those around it.
-bool Explanation::holdsRead(const TemplateNode& node) const {
+bool Explanation::holdsRead(const DocumentNode& node) const {
   bool isHeld = false;
-  forElementsBelow(node, true, [&](const TemplateNode& inner) {
+  forElementsBelow(node, true, [&](const DocumentNode& inner) {
     for (const Place& place : path_) {
       const auto found = place.element->children.find(inner.name);
       isHeld = isHeld || (found != place.element->children.end() && found->second.isDeep);
@@ -160,19 +166,19 @@ bool Explanation::holdsRead(const TemplateNode& node) const {
 }
 
 // Why a child isn't read; empty when it is.
-std::string Explanation::problemOf(const TemplateNode& node, const Reader& reader) const {
+std::string Explanation::problemOf(const DocumentNode& node, const Reader& reader) const {
   const SchemaChild& child = *reader.child;
   const std::string whose = "element '" + node.name + "' in '" + reader.node->name + "' ";
   const std::string unread = child.reading.problemIn(*reader.node, *reader.element);
   const bool isSaved = std::ranges::any_of(
       child.reading.readWith, [&](const std::string& name) { return holds(node, name); });
   if (!unread.empty() && !isSaved) return whose + unread;
-  const auto attribute = child.standsFor.find(node.valueOf("name"));
-  if (attribute != child.standsFor.end()) {
-    const Condition stated{attribute->second, {}};
-    if (stated.holds(*reader.node, *reader.element)) {
-      return "parameter '" + attribute->first + "' in '" + reader.node->name +
-             "' is not read beside " + stated.text();
+  const auto stated = child.standsFor.find(attribute(node, "name"));
+  if (stated != child.standsFor.end()) {
+    const Condition beside{stated->second, {}};
+    if (beside.holds(*reader.node, *reader.element)) {
+      return "parameter '" + stated->first + "' in '" + reader.node->name +
+             "' is not read beside " + beside.text();
     }
   }
   if (isTaken(node, *schema_.find(node.name), *reader.node, child)) return {};
@@ -180,7 +186,7 @@ std::string Explanation::problemOf(const TemplateNode& node, const Reader& reade
          " one " + (child.takenWith.empty() ? "" : "with '" + child.takenWith + "' ") + "is read";
 }
 
-void Explanation::addChild(const TemplateNode& parent, const TemplateNode& node,
+void Explanation::addChild(const DocumentNode& parent, const DocumentNode& node,
                            const SchemaElement& element, std::size_t depth) {
   const std::vector<Reader> readers = readersOf(node.name);
   const SchemaElement* definition = schema_.find(node.name);
@@ -197,7 +203,7 @@ void Explanation::addChild(const TemplateNode& parent, const TemplateNode& node,
     addLine(node, depth, node.name, wholly == PassedOver::node ? passedOverText : "not read");
     addFinding(node,
                "element '" + node.name + "' is not read in '" + parent.name + "'" +
-                   suggestion(node.name, namesOf(element.children)) +
+                   misspelling::suggestion(node.name, namesOf(element.children)) +
                    (isWhole ? "" : "; what lies in it is"),
                wholly);
     return;
@@ -220,9 +226,9 @@ void Explanation::addChild(const TemplateNode& parent, const TemplateNode& node,
 }
 
 // Lists are taken as they stand.
-void Explanation::addBlanks(const TemplateNode& list) {
+void Explanation::addBlanks(const DocumentNode& list) {
   std::string text;
-  for (const TemplateNode& child : list.children) text += child.text;
+  for (const DocumentNode& child : list.children) text += child.text;
   for (const std::string& value : schemadocument::split(text, ';')) {
     const std::size_t start = std::min(value.find_first_not_of(blanks), value.size());
     const std::string bare = value.substr(start, value.find_last_not_of(blanks) + 1 - start);
@@ -232,7 +238,7 @@ void Explanation::addBlanks(const TemplateNode& list) {
   }
 }
 
-void Explanation::addAttribute(const TemplateNode& node, const SchemaElement& element,
+void Explanation::addAttribute(const DocumentNode& node, const SchemaElement& element,
                                const SchemaChild* child, std::size_t depth, const std::string& name,
                                const std::string& value) {
   const std::string pair = name + '=' + ::quoted(value);
@@ -242,7 +248,7 @@ void Explanation::addAttribute(const TemplateNode& node, const SchemaElement& el
     addLine(node, depth, pair, passedOverText);
     addFinding(node,
                "attribute '" + name + "' is not read in '" + node.name + "'" +
-                   suggestion(name, namesOf(element.attributes)),
+                   misspelling::suggestion(name, namesOf(element.attributes)),
                PassedOver::attribute, name);
     return;
   }
@@ -272,15 +278,17 @@ void Explanation::addAttribute(const TemplateNode& node, const SchemaElement& el
 
 // The attributes that a command writes as they stand, on the nodes of the tag elementName or on
 // the styles that they link to by styleName.
-void Explanation::addWritten(const TemplateNode& node, const SchemaElement& element,
+void Explanation::addWritten(const DocumentNode& node, const SchemaElement& element,
                              std::size_t depth) {
-  const std::string tag = node.valueOf("elementName");
-  const std::string parent = node.valueOf("parentName");
-  const std::string link = node.valueOf("styleName");
+  const std::string tag = attribute(node, "elementName");
+  const std::string parent = attribute(node, "parentName");
+  const std::string link = attribute(node, "styleName");
   for (const std::string& name : {tag, parent}) {
     if (name.empty() || charts_.contains(name)) continue;
-    addFinding(node, "charts have no element '" + name + '\'' + suggestion(name, namesOf(charts_)),
-               PassedOver::node);
+    addFinding(
+        node,
+        "charts have no element '" + name + '\'' + misspelling::suggestion(name, namesOf(charts_)),
+        PassedOver::node);
   }
   const auto chart = charts_.find(tag);
   const DialectElement* written = chart == charts_.end() ? nullptr : &chart->second;
@@ -289,7 +297,7 @@ void Explanation::addWritten(const TemplateNode& node, const SchemaElement& elem
     if (found == written->attributes.end() || !found->second.isLink) {
       addFinding(node,
                  '\'' + tag + "' has no link '" + link + "' in charts" +
-                     suggestion(link, namesOf(written->attributes)),
+                     misspelling::suggestion(link, namesOf(written->attributes)),
                  PassedOver::node);
     }
     written = &charts_.at("style");
@@ -317,7 +325,8 @@ void Explanation::addWritten(const TemplateNode& node, const SchemaElement& elem
     for (const std::string& own : namesOf(element.attributes)) names.push_back(own);
     addFinding(node,
                '\'' + (link.empty() ? tag : "style") + "' has no attribute '" + name +
-                   "' in charts, but it is written as it stands" + suggestion(name, names),
+                   "' in charts, but it is written as it stands" +
+                   misspelling::suggestion(name, names),
                PassedOver::nothing);
   }
 }

@@ -6,15 +6,16 @@
 #include <string>
 #include <vector>
 
+#include <chartxml/documentnode.h>
+
 #include "chartschema.h"
 #include "commandschema.h"
-#include "templatenode.h"
 
 // What is passed over may go: with any chart, the template does the same without it.
 struct Finding {
   enum class PassedOver { nothing, node, attribute };
 
-  const TemplateNode* node = nullptr;
+  const DocumentNode* node = nullptr;
   std::string message;
   PassedOver passedOver = PassedOver::nothing;
   std::string attribute;
@@ -24,7 +25,7 @@ struct Finding {
 class Explanation {
  public:
   // All must outlive the object.
-  Explanation(const CommandSchema& schema, const ChartElements& charts, const TemplateNode& root);
+  Explanation(const CommandSchema& schema, const ChartElements& charts, const DocumentNode& root);
 
   // A line for each element, attribute and text: its line in the file, and what it means.
   std::string listing() const { return listing_.str(); }
@@ -33,34 +34,34 @@ class Explanation {
  private:
   using PassedOver = Finding::PassedOver;
   struct Place {
-    const TemplateNode* node;
+    const DocumentNode* node;
     const SchemaElement* element;
   };
   struct Reader {
-    const TemplateNode* node;
+    const DocumentNode* node;
     const SchemaElement* element;
     const SchemaChild* child;
   };
 
-  void addLine(const TemplateNode& node, std::size_t depth, const std::string& what,
+  void addLine(const DocumentNode& node, std::size_t depth, const std::string& what,
                const std::string& effect, const std::string& meaning = {});
-  void addFinding(const TemplateNode& node, const std::string& message, PassedOver passedOver,
+  void addFinding(const DocumentNode& node, const std::string& message, PassedOver passedOver,
                   const std::string& attribute = {});
-  void addTextOfRoot(const TemplateNode& node);
-  void addCommand(const TemplateNode& node);
-  void addContent(const TemplateNode& node, const SchemaElement& element, const SchemaChild* child,
+  void addTextOfRoot(const DocumentNode& node);
+  void addCommand(const DocumentNode& node);
+  void addContent(const DocumentNode& node, const SchemaElement& element, const SchemaChild* child,
                   std::size_t depth);
-  void addNeeds(const TemplateNode& node, const SchemaElement& element);
+  void addNeeds(const DocumentNode& node, const SchemaElement& element);
   std::vector<Reader> readersOf(const std::string& name) const;
-  std::string problemOf(const TemplateNode& node, const Reader& reader) const;
-  bool holdsRead(const TemplateNode& node) const;
-  void addChild(const TemplateNode& parent, const TemplateNode& node, const SchemaElement& element,
+  std::string problemOf(const DocumentNode& node, const Reader& reader) const;
+  bool holdsRead(const DocumentNode& node) const;
+  void addChild(const DocumentNode& parent, const DocumentNode& node, const SchemaElement& element,
                 std::size_t depth);
-  void addBlanks(const TemplateNode& list);
-  void addAttribute(const TemplateNode& node, const SchemaElement& element,
+  void addBlanks(const DocumentNode& list);
+  void addAttribute(const DocumentNode& node, const SchemaElement& element,
                     const SchemaChild* child, std::size_t depth, const std::string& name,
                     const std::string& value);
-  void addWritten(const TemplateNode& node, const SchemaElement& element, std::size_t depth);
+  void addWritten(const DocumentNode& node, const SchemaElement& element, std::size_t depth);
 
   const CommandSchema& schema_;
   const ChartElements& charts_;

@@ -2,14 +2,13 @@
 #ifndef CHARTXML_TOOLS_SCHEMADOCUMENT_H
 #define CHARTXML_TOOLS_SCHEMADOCUMENT_H
 
+#include <fstream>
+#include <iterator>
+#include <optional>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
-
-#include <xercesc/dom/DOM.hpp>
-#include <xercesc/parsers/XercesDOMParser.hpp>
-#include <xercesc/util/XMLException.hpp>
-#include <xercesc/validators/schema/SchemaSymbols.hpp>
 
 #include <chartxml/chartxml.h>
 
@@ -17,12 +16,10 @@
 
 namespace schemadocument {
 
-inline std::string utf8(const XMLCh* text) {
-  return ChartString(text).toUTF8();
-}
-
-inline std::string attribute(const xercesc::DOMElement& element, const XMLCh* name) {
-  return utf8(element.getAttribute(name));
+// Empty without one.
+inline std::string attribute(const DocumentNode& element, std::string_view name) {
+  const std::string* value = element.attribute(name);
+  return value ? *value : std::string();
 }
 
 inline std::vector<std::string> wordsOf(const std::string& text) {
@@ -45,34 +42,36 @@ inline std::string joined(const std::vector<std::string>& words, const std::stri
   return result;
 }
 
-inline std::vector<const xercesc::DOMElement*> descendants(const xercesc::DOMElement& top,
-                                                           const XMLCh* name) {
-  const xercesc::DOMNodeList* list =
-      top.getElementsByTagNameNS(xercesc::SchemaSymbols::fgURI_SCHEMAFORSCHEMA, name);
-  std::vector<const xercesc::DOMElement*> result;
-  for (XMLSize_t i = 0; i < list->getLength(); ++i) {
-    result.push_back(static_cast<const xercesc::DOMElement*>(list->item(i)));
+inline void addDescendants(const DocumentNode& top, std::string_view name,
+                           std::vector<const DocumentNode*>& result) {
+  for (const DocumentNode& child : top.children) {
+    if (child.localName() == name) result.push_back(&child);
+    addDescendants(child, name, result);
   }
+}
+
+// In document order; `name` is without the prefix of schemas.
+inline std::vector<const DocumentNode*> descendants(const DocumentNode& top,
+                                                    std::string_view name) {
+  std::vector<const DocumentNode*> result;
+  addDescendants(top, name, result);
   return result;
 }
 
 // The words of the documentation, which has no source, or of an appinfo in a definition's own
 // annotation; empty without one.
-inline std::vector<std::string> annotation(const xercesc::DOMElement& element,
-                                           const std::string& source) {
-  const xercesc::DOMElement* holder = element.getFirstElementChild();
-  if (!holder || !xercesc::XMLString::equals(holder->getLocalName(),
-                                             xercesc::SchemaSymbols::fgELT_ANNOTATION)) {
-    return {};
-  }
-  for (const xercesc::DOMElement* part = holder->getFirstElementChild(); part;
-       part = part->getNextElementSibling()) {
-    if (attribute(*part, u"source") == source) return wordsOf(utf8(part->getTextContent()));
+inline std::vector<std::string> annotation(const DocumentNode& element, const std::string& source) {
+  if (element.children.empty() || element.children[0].localName() != "annotation") return {};
+  for (const DocumentNode& part : element.children[0].children) {
+    if (attribute(part, "source") != source) continue;
+    std::string text;
+    for (const DocumentNode& child : part.children) text += child.text;
+    return wordsOf(text);
   }
   return {};
 }
 
-inline std::string documentationOf(const xercesc::DOMElement& element) {
+inline std::string documentationOf(const DocumentNode& element) {
   return joined(annotation(element, ""), " ");
 }
 
@@ -82,23 +81,15 @@ class SchemaDocument {
   // Throws a Failure when it can't be read.
   explicit SchemaDocument(const std::string& file) {
     const std::string path = PathFactory::getPathInstance(3)->getFolder() + file;
-    parser_.setDoNamespaces(true);
-    try {
-      parser_.parse(path.c_str());
-    } catch (const xercesc::XMLException&) {
-      // Nor is there a document then.
-    }
-    const xercesc::DOMDocument* document =
-        parser_.getErrorCount() == 0 ? parser_.getDocument() : nullptr;
-    root_ = document ? document->getDocumentElement() : nullptr;
+    std::ifstream stream(path, std::ios::binary);
+    root_ = DocumentNode::read({std::istreambuf_iterator<char>(stream), {}});
     if (!root_) throw Failure(path + ": can't be read");
   }
 
-  const xercesc::DOMElement& root() const { return *root_; }
+  const DocumentNode& root() const { return *root_; }
 
  private:
-  xercesc::XercesDOMParser parser_;
-  const xercesc::DOMElement* root_;
+  std::optional<DocumentNode> root_;
 };
 
 }  // namespace schemadocument

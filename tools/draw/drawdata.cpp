@@ -69,6 +69,7 @@ class DrawData::Store : public VarDataProcessor {
  public:
   explicit Store(const PlXVisualization& chart) {
     std::ostringstream out;
+    out.exceptions(std::ios::badbit);  // for lack of memory
     ChartPrinter().Print(chart.getImplementation()->getOwnerDocument(), out);
     XmlDataHandler::Problem problem;
     if (!XmlDataHandler::ReadStore(std::move(out).str(), *this, XmlDataHandler::Keep::All,
@@ -144,7 +145,8 @@ DrawData::Column* DrawData::columnOf(const CTVariableType& variable) {
       const double date = variable.getCategorical() ? none : dateOf(text);
       column->isDate = column->isDate || !std::isnan(date);
       number = date;
-      strange += std::isnan(date) && !text.empty();
+      if (std::isnan(date)) VarDataProcessor::SpellingOf(text, number);
+      strange += std::isnan(number) && !text.empty();
     } else if (!text.empty()) {
       number = info.bag->values[row];
     }

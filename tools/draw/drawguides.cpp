@@ -232,6 +232,7 @@ std::string plainNumber(double value, const PlXFormat* format) {
   const bool hasMost = format && states(*format, u"maximumFractionDigits");
   const long digits = hasMost ? std::clamp(long(format->getMaximumFractionDigits()), 0L, 12L) : 3;
   std::ostringstream out;
+  out.exceptions(std::ios::badbit);  // for lack of memory
   out.precision(static_cast<int>(digits));
   out << std::fixed << value;
   std::string text = out.str();

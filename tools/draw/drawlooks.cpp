@@ -169,6 +169,7 @@ constexpr char crossShape[] = "M-1,-1L1,1M1,-1L-1,1";
 // A regular polygon, or a star of as many rays, in a box from -1 to 1.
 std::string outlineOf(int corners, bool isStar) {
   std::ostringstream path;
+  path.exceptions(std::ios::badbit);  // for lack of memory
   path.precision(3);
   path << std::fixed;
   const int steps = isStar ? 2 * corners : corners;

@@ -71,6 +71,6 @@ std::string word(std::string_view text) {
   return std::string(text);
 }
 
-void complain(const std::string& message) {
+void complain(std::string_view message) {
   std::cerr << "chartxml: " << message << '\n';
 }

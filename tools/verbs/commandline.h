@@ -2,11 +2,14 @@
 #ifndef CHARTXML_TOOLS_COMMANDLINE_H
 #define CHARTXML_TOOLS_COMMANDLINE_H
 
+#include <new>
 #include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include <xercesc/util/OutOfMemoryException.hpp>
 
 enum ExitCode : int {
   exitDone = 0,
@@ -58,6 +61,12 @@ class Failure : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// A file that there is no memory for.
+class NotEnoughMemory : public Failure {
+ public:
+  explicit NotEnoughMemory(const std::string& file) : Failure(file + ": not enough memory") {}
+};
+
 // Thrown by readOptions() for --help.
 struct HelpWanted {};
 
@@ -83,7 +92,7 @@ std::string quoted(std::string_view text);
 std::string word(std::string_view text);
 
 // Writes a line to standard error, behind the tool's name.
-void complain(const std::string& message);
+void complain(std::string_view message);
 
 // Calls `work` for each name. Failures are written and answered as exitProblems.
 template <class Work>
@@ -95,6 +104,12 @@ int forEachFile(const std::vector<std::string>& names, Work work) {
       work(name);
     } catch (const Failure& e) {
       complain(e.what());
+      result = exitProblems;
+    } catch (const std::bad_alloc&) {
+      complain(NotEnoughMemory(name).what());
+      result = exitProblems;
+    } catch (const xercesc::OutOfMemoryException&) {
+      complain(NotEnoughMemory(name).what());
       result = exitProblems;
     }
   }

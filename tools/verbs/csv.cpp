@@ -1,11 +1,12 @@
 #include "csv.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
-#include <optional>
+#include <cctype>
+#include <filesystem>
+#include <limits>
 #include <set>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <chartxml/chartxml.h>
@@ -88,32 +89,22 @@ class FieldReader {
   std::string unquoted_;
 };
 
-std::optional<double> numberOf(std::string_view field) {
-  if (field.starts_with('+')) {
-    field.remove_prefix(1);
-    if (field.starts_with('-')) return std::nullopt;
-  }
-  double value = 0;
-  const char* end = field.data() + field.size();
-  const auto result = std::from_chars(field.data(), end, value);
-  if (result.ec != std::errc() || result.ptr != end || !std::isfinite(value)) return std::nullopt;
-  return value;
-}
-
-void requireText(const FieldReader& reader, std::string_view text) {
+// `what` is the variable's name, or a word for it.
+void requireText(const FieldReader& reader, std::string_view text, const std::string& what) {
   const auto isControl = [](char c) {
     return static_cast<unsigned char>(c) < ' ' && c != '\t' && c != '\n' && c != '\r';
   };
   if (std::any_of(text.begin(), text.end(), isControl)) {
-    reader.fail("holds a control character");
+    reader.fail(what + " holds a control character");
   }
   if (std::all_of(text.begin(), text.end(), [](char c) { return c >= 0; })) return;
   std::u16string wide;
   std::string again;
   TAVOMBGenericToU16(nullptr, wide, text);
   TAVOMBU16ToGeneric(nullptr, again, wide);
-  if (again != text) reader.fail("is not UTF-8");
-  if (wide.find_first_of(u"\xFFFE\xFFFF") != wide.npos) reader.fail("holds no character");
+  if (again != text) reader.fail(what + " is not UTF-8");
+  if (wide.find_first_of(u"\xFFFE\xFFFF") != wide.npos)
+    reader.fail(what + " holds U+FFFE or U+FFFF, which are no characters");
 }
 
 std::vector<std::string> readNames(FieldReader& reader) {
@@ -121,7 +112,7 @@ std::vector<std::string> readNames(FieldReader& reader) {
   std::set<std::string> known;
   do {
     const std::string_view name = reader.next();
-    requireText(reader, name);
+    requireText(reader, name, "a name");
     if (name.empty()) reader.fail("a variable has no name");
     names.emplace_back(name);
     if (!known.insert(names.back()).second) {
@@ -130,6 +121,45 @@ std::vector<std::string> readNames(FieldReader& reader) {
   } while (!reader.isLineEnd());
   return names;
 }
+
+// The columns of a table that is being read.
+class Columns {
+ public:
+  Columns(VarDataProcessor& store, const std::string& source, const std::vector<std::string>& names)
+      : store_(store), names_(names), columns_(names.size()), isText_(names.size()) {
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      store.AddVariable(source, names[i], &columns_[i]);
+    }
+  }
+
+  void set(std::size_t number, unsigned row, std::string_view field, const FieldReader& reader) {
+    _varinfo* column = &columns_[number];
+    if (field.find_first_not_of(" \t\r\n") == field.npos) return;
+    double value = 0;
+    const auto spelling = VarDataProcessor::SpellingOf(field, value);
+    if (spelling == VarDataProcessor::Spelling::Number && !isText_[number]) {
+      store_.SetVariableValue(column, row, value);
+      return;
+    }
+    if (spelling == VarDataProcessor::Spelling::Code && !isText_[number]) {
+      isText_[number] = hasNewTexts_ = true;
+    }
+    requireText(reader, field, '\'' + escaped(names_[number]) + '\'');
+    store_.SetVariableValue(column, row, VarDataProcessor::systemMissing);
+    store_.SetStringVariableValue(column, row, std::string(field));
+  }
+
+  // True, once, after numbers have shown that they are codes, as 007 is: their columns hold nothing
+  // but texts, and all rows are to be set again.
+  bool wantAgain() { return std::exchange(hasNewTexts_, false); }
+
+ private:
+  VarDataProcessor& store_;
+  const std::vector<std::string>& names_;
+  std::vector<_varinfo> columns_;
+  std::vector<bool> isText_;
+  bool hasNewTexts_ = false;
+};
 
 // Puts the field that starts at `start` into quotes if it needs them.
 void quoteField(std::string& out, std::size_t start) {
@@ -154,29 +184,38 @@ void readCsv(const std::string& file, const std::string& text, const std::string
       std::count(text.begin(), text.end(), '\n'), std::numeric_limits<int>::max()));
   store.AddDataSource(source, lines);
   store.ReallocSource(source, lines);
-  std::vector<_varinfo> columns(names.size());
-  for (std::size_t i = 0; i < names.size(); ++i) store.AddVariable(source, names[i], &columns[i]);
-
+  Columns columns(store, source, names);
   Progress progress(text.size() < largeSize ? 0 : text.size() / mebibyte);
   unsigned row = 0;
-  for (; !reader.isAtEnd(); ++row) {
-    if (row % 4096 == 0) progress.show(reader.position() / mebibyte, file);
-    std::size_t count = 0;
-    do {
-      const std::string_view field = reader.next();
-      if (count == columns.size()) reader.fail("has more fields than the first line");
-      _varinfo* column = &columns[count++];
-      if (field.empty()) continue;
-      if (const auto number = numberOf(field)) {
-        store.SetVariableValue(column, row, *number);
-      } else {
-        requireText(reader, field);
-        store.SetStringVariableValue(column, row, std::string(field));
-      }
-    } while (!reader.isLineEnd());
-    if (count < columns.size()) reader.fail("has fewer fields than the first line");
-  }
+  do {
+    FieldReader rows = reader;
+    for (row = 0; !rows.isAtEnd(); ++row) {
+      if (row % 4096 == 0) progress.show(rows.position() / mebibyte, file);
+      std::size_t count = 0;
+      do {
+        const std::string_view field = rows.next();
+        if (count == names.size()) rows.fail("has more fields than the first line");
+        columns.set(count++, row, field, rows);
+      } while (!rows.isLineEnd());
+      if (count < names.size()) rows.fail("has fewer fields than the first line");
+    }
+  } while (columns.wantAgain());
   for (const std::string& name : names) store.SetMaxRow(source, name, row);
+}
+
+bool isTable(const std::string& file) {
+  std::string extension = std::filesystem::path(file).extension().string();
+  for (char& c : extension) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return extension == ".csv";
+}
+
+std::string sourceNameOf(const std::string& file) {
+  return file == "-" ? "data" : std::filesystem::path(file).stem().string();
+}
+
+void requireSourceName(const std::string& file, const std::string& name) {
+  if (name.find_first_of("<>&\"") == name.npos) return;
+  throw Failure(file + ": a source can't be named '" + escaped(name) + "'");
 }
 
 std::string csvOf(VarDataProcessor& store, const std::string& source) {

@@ -5,8 +5,11 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <utility>
 
 #include <chartxml/chartxml.h>
@@ -41,13 +44,92 @@ mode_t modeOfNewFiles() {
 
 // The file that a link leads to is replaced, not the link.
 std::string withoutLinks(const std::string& name) {
-  char* path = realpath(name.c_str(), nullptr);
-  std::string result = path ? path : name;
-  std::free(path);
-  return result;
+  const std::unique_ptr<char, decltype(&std::free)> path(realpath(name.c_str(), nullptr),
+                                                         std::free);
+  return path ? path.get() : name;
 }
 
+// Where files lie that know nothing of it, there is nothing to wait for.
+bool isOnDisk(int file) {
+  return fsync(file) == 0 || errno == EINVAL || errno == ENOTSUP;
+}
+
+constexpr int endings[] = {SIGHUP, SIGINT, SIGTERM};
+
+// Keeps them from coming for its scope.
+class NoEndings {
+ public:
+  NoEndings() {
+    sigset_t blocked;
+    sigemptyset(&blocked);
+    for (const int signal : endings) sigaddset(&blocked, signal);
+    sigprocmask(SIG_BLOCK, &blocked, &before_);
+  }
+  NoEndings(const NoEndings&) = delete;
+  NoEndings& operator=(const NoEndings&) = delete;
+  ~NoEndings() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
+
+ private:
+  sigset_t before_;
+};
+
 }  // namespace
+
+TemporaryFile* TemporaryFile::first_ = nullptr;
+
+void removeTemporaries() {
+  for (const TemporaryFile* file = TemporaryFile::first_; file; file = file->next_) {
+    unlink(file->name_.c_str());
+  }
+}
+
+void removeTemporariesAtSignals() {
+  struct sigaction action {};
+  // By then the signal's action is the usual one.
+  action.sa_handler = [](int signal) {
+    removeTemporaries();
+    raise(signal);
+  };
+  action.sa_flags = static_cast<int>(SA_RESETHAND);
+  for (const int signal : endings) {
+    struct sigaction before {};
+    // nohup and the like have it ignored.
+    sigaction(signal, nullptr, &before);
+    if (before.sa_handler != SIG_IGN) sigaction(signal, &action, nullptr);
+  }
+}
+
+int TemporaryFile::create(const std::string& target) {
+  name_ = target + ".XXXXXX";
+  const NoEndings none;
+  const int file = mkostemp(name_.data(), O_CLOEXEC);
+  if (file < 0) return file;
+  isThere_ = true;
+  next_ = first_;
+  first_ = this;
+  return file;
+}
+
+void TemporaryFile::forget() {
+  isThere_ = false;
+  TemporaryFile** link = &first_;
+  while (*link != this) link = &(*link)->next_;
+  *link = next_;
+}
+
+bool TemporaryFile::renameTo(const std::string& target) {
+  const NoEndings none;
+  if (std::rename(name_.c_str(), target.c_str()) != 0) return false;
+  forget();
+  return true;
+}
+
+void TemporaryFile::remove() {
+  if (!isThere_) return;
+  const NoEndings none;
+  unlink(name_.c_str());
+  forget();
+}
 
 std::string readFile(const std::string& name) {
   const int file = name == "-" ? STDIN_FILENO : open(name.c_str(), O_RDONLY | O_CLOEXEC);
@@ -100,32 +182,21 @@ PendingFile::PendingFile(const std::string& name, std::string content)
   }
   if (isThere && !S_ISREG(status.st_mode)) return;
 
-  temporary_ = target_ + ".XXXXXX";
-  const int file = mkostemp(temporary_.data(), O_CLOEXEC);
-  if (file < 0) {
-    temporary_.clear();
-    failAtFile(name_);
-  }
+  const int file = temporary_.create(target_);
+  if (file < 0) failAtFile(name_);
   const mode_t mode = isThere ? status.st_mode & 0777 : modeOfNewFiles();
-  const bool isWritten = fchmod(file, mode) == 0 && writeAll(file, content_);
+  const bool isWritten = fchmod(file, mode) == 0 && writeAll(file, content_) && isOnDisk(file);
   const int reason = errno;
   if (close(file) == 0 && isWritten) return;
   if (!isWritten) errno = reason;
-  const std::string message = name_ + ": " + std::strerror(errno);
-  unlink(temporary_.c_str());
-  throw Failure(message);
-}
-
-PendingFile::~PendingFile() {
-  if (!temporary_.empty()) unlink(temporary_.c_str());
+  failAtFile(name_);
 }
 
 void PendingFile::commit() {
   if (name_ == "-") {
     writeOutput(content_);
-  } else if (!temporary_.empty()) {
-    if (std::rename(temporary_.c_str(), target_.c_str()) != 0) failAtFile(name_);
-    temporary_.clear();
+  } else if (temporary_.isThere()) {
+    if (!temporary_.renameTo(target_)) failAtFile(name_);
   } else {
     const int file = open(target_.c_str(), O_WRONLY | O_CLOEXEC);
     if (file < 0) failAtFile(name_);

@@ -9,8 +9,10 @@
 #include <new>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <chartxml/chartxml.h>
+#include <xercesc/util/OutOfMemoryException.hpp>
 
 #include "commandline.h"
 #include "files.h"
@@ -33,23 +35,25 @@ constexpr Verb verbs[] = {
 
 std::string toolHelp() {
   std::string text =
-      "usage: chartxml VERB [OPTION]... FILE...\n"
-      "       chartxml --help | --version\n"
-      "\n"
-      "Works on chart documents and tree models. They may be compressed; a FILE of - is standard\n"
-      "input.\n"
-      "\n";
+      R"(usage: chartxml VERB [OPTION]... FILE...
+       chartxml help [VERB]
+       chartxml version
+
+Works on chart documents and tree models. They may be compressed; a FILE of - is standard
+input.
+
+)";
   for (const Verb& verb : verbs) {
     text +=
         "  " + std::string(verb.name) + std::string(10 - std::string_view(verb.name).size(), ' ');
     text += std::string(verb.summary) + '\n';
   }
   return text +
-         "\n"
-         "'chartxml VERB --help' tells more about a verb.\n"
-         "The exit code is 0 when all went well, 1 when there were problems or a file could not "
-         "be\n"
-         "processed, 2 for a wrong command line.\n";
+         R"(
+'chartxml help VERB' tells more about a verb.
+The exit code is 0 when all went well, 1 when there were problems or a file could not be
+processed, 2 for a wrong command line.
+)";
 }
 
 // A closed standard stream would give its number to the first file that is opened.
@@ -80,25 +84,37 @@ int runVerb(const Verb& verb, int argc, char** argv) {
   }
 }
 
-int runTool(int argc, char** argv) {
-  const std::string_view first = argc > 1 ? argv[1] : "";
+// Null for a name that no verb has.
+const Verb* verbOf(std::string_view name) {
   const auto* verb = std::find_if(std::begin(verbs), std::end(verbs),
-                                  [&](const Verb& row) { return first == row.name; });
-  if (verb != std::end(verbs)) return runVerb(*verb, argc - 1, argv + 1);
+                                  [&](const Verb& row) { return name == row.name; });
+  return verb == std::end(verbs) ? nullptr : verb;
+}
 
-  if (first == "--help" || first == "-h") {
-    writeOutput(toolHelp());
-    return exitDone;
-  }
-  if (first == "--version") {
+int failAtVerb(const std::string& name) {
+  std::vector<std::string> names = {"help", "version"};
+  for (const Verb& verb : verbs) names.emplace_back(verb.name);
+  complain(name.empty() ? "a verb is missing"
+           : name.starts_with('-')
+               ? "unrecognized option '" + name + "'"
+               : "unknown verb '" + name + "'" + misspelling::suggestion(name, names));
+  std::cerr << "Try 'chartxml --help'.\n";
+  return exitUsage;
+}
+
+int runTool(int argc, char** argv) {
+  const std::string first = argc > 1 ? argv[1] : "";
+  if (const Verb* verb = verbOf(first)) return runVerb(*verb, argc - 1, argv + 1);
+  if (first == "--version" || first == "version") {
     writeOutput("chartxml " CHARTXML_VERSION "\n");
     return exitDone;
   }
-  complain(first.empty()            ? std::string("a verb is missing")
-           : first.starts_with('-') ? "unrecognized option '" + std::string(first) + "'"
-                                    : "unknown verb '" + std::string(first) + "'");
-  std::cerr << "Try 'chartxml --help'.\n";
-  return exitUsage;
+  if (first != "--help" && first != "-h" && first != "help") return failAtVerb(first);
+  const std::string about = first == "help" && argc > 2 ? argv[2] : "";
+  const Verb* verb = verbOf(about);
+  if (!about.empty() && !verb) return failAtVerb(about);
+  writeOutput(verb ? verb->help : toolHelp());
+  return exitDone;
 }
 
 }  // namespace
@@ -108,12 +124,15 @@ int main(int argc, char** argv) {
   // Writing tells what these two would end the process for.
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
+  removeTemporariesAtSignals();
   try {
     return runTool(argc, argv);
   } catch (const OutputError& e) {
     complain(e.what());
   } catch (const std::bad_alloc&) {
-    complain("out of memory");
+    complain("not enough memory");
+  } catch (const xercesc::OutOfMemoryException&) {
+    complain("not enough memory");
   } catch (const std::exception& e) {
     complain(e.what());
   } catch (...) {

@@ -5,15 +5,14 @@
 #include <string>
 
 #include <chartxml/charttemplate.h>
-
-#include "templatenode.h"
+#include <chartxml/documentnode.h>
 
 // Of an older template, text and root are those of what it is converted to, and the file's name
 // says so: places are in what `convert` writes.
 struct Template {
   std::string file;
   std::string text;
-  TemplateNode root;
+  DocumentNode root;
 };
 
 // Throws a Failure when the library takes the file for no template. It has written all problems of
@@ -22,7 +21,7 @@ Template readTemplate(const std::string& file);
 
 // A template in the vocabulary from before there were commands.
 struct OlderTemplate {
-  TemplateNode root;
+  DocumentNode root;
   ChartTemplate::Conversion conversion;
 };
 
@@ -30,6 +29,6 @@ struct OlderTemplate {
 OlderTemplate readOlderTemplate(const std::string& file);
 
 // "FILE:LINE:COLUMN: message"
-std::string placed(const TemplateNode& node, const std::string& file, const std::string& message);
+std::string placed(const DocumentNode& node, const std::string& file, const std::string& message);
 
 #endif

@@ -107,7 +107,7 @@ bool tellUnknownCommands(const std::vector<Template>& templates) {
   std::optional<CommandSchema> schema;  // costs more to read than a chart
   bool areKnown = true;
   for (const Template& each : templates) {
-    for (const TemplateNode& node : each.root.children) {
+    for (const DocumentNode& node : each.root.children) {
       if (node.isText() || !sentenceOf(node.name).empty()) continue;
       if (!schema) schema.emplace();
       complain(placed(node, each.file, schema->problemOfCommand(node.name)));
@@ -118,8 +118,8 @@ bool tellUnknownCommands(const std::vector<Template>& templates) {
 }
 
 // The element at a 0-based position below the root.
-const TemplateNode& commandAt(const Template& source, std::size_t position) {
-  for (const TemplateNode& node : source.root.children) {
+const DocumentNode& commandAt(const Template& source, std::size_t position) {
+  for (const DocumentNode& node : source.root.children) {
     if (!node.isText() && position-- == 0) return node;
   }
   return source.root;
@@ -205,15 +205,18 @@ class Run {
   // The chart of a file with its data and the templates' effects; empty when a template couldn't go
   // on to its end. Throws a Failure when there is no chart.
   std::string apply(const std::string& name) {
-    const std::string text = readDocument(name);
+    std::string text = readDocument(name);
     ChartTransformer transformer(text);
     requireChart(transformer, name, text);
+    std::string().swap(text);  // an assignment would keep its memory
     for (const Template& each : templates_) {
       if (!apply(each, transformer, name)) return {};
     }
-    const std::string result = transformer.getEntireXML(ChartBase::_utf8);
-    if (result.empty()) throw Failure(name + ": can't be written");
-    return result + '\n';
+    std::string result = transformer.getEntireXML(ChartBase::_utf8);
+    if (transformer.isOutOfMemory()) throw NotEnoughMemory(name);
+    if (result.empty() || !transformer.isDataWhole()) throw Failure(name + ": can't be written");
+    result += '\n';
+    return result;
   }
 
  private:
@@ -227,7 +230,7 @@ class Run {
     bool isChanged = false;
     for (const CommandOutcome& outcome : outcomes) {
       isChanged = isChanged || !outcome.changes.empty();
-      const TemplateNode& command = commandAt(source, outcome.position);
+      const DocumentNode& command = commandAt(source, outcome.position);
       // Those that don't exist have been told once for all charts.
       if (sentenceOf(command.name).empty()) continue;
       if (outcome.isDone) {
@@ -247,25 +250,23 @@ class Run {
 
   void tellNewProblems(const Template& source, const std::string& before,
                        ChartTransformer& transformer, const std::string& name) {
-    const Messages after = problemsOf(transformer.getXML(ChartBase::_utf8));
+    const Messages after = problemsOf(transformer, transformer.getXML(ChartBase::_utf8));
     if (after.empty()) return;
-    const Messages known = problemsOf(before);
+    const Messages known = problemsOf(transformer, before);
     for (const std::string& message : after) {
       if (known.contains(message)) continue;
       report_.addFailure(name + ": " + source.file + ": leaves no valid chart: " + message);
     }
   }
 
-  Messages problemsOf(const std::string& chart) {
-    if (!finder_) finder_.emplace();
+  static Messages problemsOf(ChartBase& base, const std::string& chart) {
     Messages messages;
-    for (const Problem& problem : finder_->problemsOf(chart)) messages.insert(problem.message);
+    for (const ChartProblem& problem : base.findProblems(chart)) messages.insert(problem.message);
     return messages;
   }
 
   const std::vector<Template>& templates_;
   Report& report_;
-  std::optional<ProblemFinder> finder_;  // costs more to make than a chart
 };
 
 // The charts of a folder, or the one file.
@@ -329,10 +330,12 @@ class Batch {
   void process(const std::string& chart) {
     const std::size_t before = report_.failures();
     try {
-      const std::string text = run_.apply(chart);
-      if (!text.empty()) PendingFile(outputOf(chart), text).commit();
+      std::string text = run_.apply(chart);
+      if (!text.empty()) PendingFile(outputOf(chart), std::move(text)).commit();
     } catch (const Failure& e) {
       report_.addFailure(e.what());
+    } catch (const std::bad_alloc&) {
+      report_.addFailure(chart + ": not enough memory");
     } catch (const std::exception& e) {
       report_.addFailure(chart + ": " + e.what());
     } catch (...) {
@@ -361,9 +364,9 @@ class Batch {
 
 bool runSingle(const Job& job, const std::vector<Template>& templates) {
   Report report(job);
-  const std::string text = Run(templates, report).apply(job.charts[0]);
+  std::string text = Run(templates, report).apply(job.charts[0]);
   report.write();
-  if (!text.empty()) PendingFile(job.output, text).commit();
+  if (!text.empty()) PendingFile(job.output, std::move(text)).commit();
   return report.failures() == 0;
 }
 

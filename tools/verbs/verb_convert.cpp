@@ -7,28 +7,28 @@
 #include "templates.h"
 
 const char convertHelp[] =
-    "usage: chartxml convert [-o NEW] OLD\n"
-    "\n"
-    "Writes a template from before there were commands in today's language. What of it no command\n"
-    "says is told on standard error, with the place where its tag starts: elements with all that "
-    "is\n"
-    "in them, and attributes. The exit code is 1 when nothing of it could be taken.\n"
-    "\n"
-    "  -o, --output NEW  write to a file in place of standard output\n"
-    "  -h, --help        show this\n"
-    "\n"
-    "'chartxml apply' and 'chartxml explain' convert such templates themselves.\n"
-    "\n"
-    "Examples:\n"
-    "  chartxml convert house.sgt | less\n"
-    "  chartxml convert -o house.xml house.sgt\n";
+    R"(usage: chartxml convert [-o NEW] OLD
+
+Writes a template from before there were commands in today's language. What of it no command
+says is told on standard error, with the place where its tag starts: elements with all that is
+in them, and attributes. The exit code is 1 when nothing of it could be taken.
+
+  -o, --output NEW  write to a file in place of standard output
+  -h, --help        show this
+
+'chartxml apply' and 'chartxml explain' convert such templates themselves.
+
+Examples:
+  chartxml convert house.sgt | less
+  chartxml convert -o house.xml house.sgt
+)";
 
 namespace {
 
-void addElements(const TemplateNode& node, std::vector<const TemplateNode*>& elements) {
-  std::vector<const TemplateNode*> open = {&node};
+void addElements(const DocumentNode& node, std::vector<const DocumentNode*>& elements) {
+  std::vector<const DocumentNode*> open = {&node};
   while (!open.empty()) {
-    const TemplateNode* next = open.back();
+    const DocumentNode* next = open.back();
     open.pop_back();
     if (!next->isText()) elements.push_back(next);
     for (auto child = next->children.rbegin(); child != next->children.rend(); ++child) {
@@ -46,10 +46,10 @@ int runConvert(int argc, char** argv) {
   if (operands.size() > 1) throw UsageError("one template at a time");
   const std::string& file = operands[0];
   const OlderTemplate older = readOlderTemplate(file);
-  std::vector<const TemplateNode*> elements;
+  std::vector<const DocumentNode*> elements;
   addElements(older.root, elements);
   for (const auto& [position, attribute] : older.conversion.leftOut) {
-    const TemplateNode& node = *elements.at(position);
+    const DocumentNode& node = *elements.at(position);
     const std::string what = '\'' + node.name + "' is left out";
     complain(placed(node, file,
                     attribute.empty() ? "element " + what

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cctype>
 #include <cmath>
 #include <filesystem>
 #include <memory>
@@ -21,30 +20,30 @@ using namespace xercesc;
 namespace fs = std::filesystem;
 
 const char dataHelp[] =
-    "usage: chartxml data [--csv] [--source ID] FILE...\n"
-    "       chartxml data [--csv] [--source ID] --to FORM [-o OUT] [-z] FILE...\n"
-    "       chartxml data [--csv] --to csv --out-dir DIR FILE...\n"
-    "\n"
-    "Shows the data that charts, data documents and data streams hold: the sources, their\n"
-    "variables, and of each the missing cells, the texts and the range of its numbers. With --to,\n"
-    "writes it in another form: as a data document (xml), as a stream (stream), or as a table of\n"
-    "each source, the names of the variables in the first line (csv).\n"
-    "\n"
-    "      --to FORM       write the data as xml, stream or csv\n"
-    "  -o, --output OUT    write to a file in place of standard output\n"
-    "      --out-dir DIR   write the table of each source to a file ID.csv in a folder, which is\n"
-    "                      made if there is none\n"
-    "  -s, --source ID     only this source; of a table, its name\n"
-    "      --csv           each FILE is a table, as one named .csv is anyway; it becomes a source "
-    "of\n"
-    "                      the file's name\n"
-    "  -z, --compress      write a document compressed, as a stream always is\n"
-    "  -h, --help          show this\n"
-    "\n"
-    "Examples:\n"
-    "  chartxml data sales.xml\n"
-    "  chartxml data --to csv --source sales sales.xml > sales.csv\n"
-    "  chartxml data --to xml -o sales.data.xml sales.csv stores.csv\n";
+    R"(usage: chartxml data [--csv] [--source ID] FILE...
+       chartxml data [--csv] [--source ID] --to FORM [-o OUT] [-z] FILE...
+       chartxml data [--csv] --to csv --out-dir DIR FILE...
+
+Shows the data that charts, data documents and data streams hold: the sources, their
+variables, and of each the missing cells, the texts and the range of its numbers. With --to,
+writes it in another form: as a data document (xml), as a stream (stream), or as a table of
+each source, the names of the variables in the first line (csv).
+
+      --to FORM       write the data as xml, stream or csv
+  -o, --output OUT    write to a file in place of standard output
+      --out-dir DIR   write the table of each source to a file ID.csv in a folder, which is
+                      made if there is none
+  -s, --source ID     only this source; of a table, its name
+      --csv           each FILE is a table, as one named .csv is anyway; it becomes a source of
+                      the file's name
+  -z, --compress      write a document compressed, as a stream always is
+  -h, --help          show this
+
+Examples:
+  chartxml data sales.xml
+  chartxml data --to csv --source sales sales.xml > sales.csv
+  chartxml data --to xml -o sales.data.xml sales.csv stores.csv
+)";
 
 namespace {
 
@@ -60,9 +59,7 @@ struct Job {
 
 // A name tells a table, which may hold anything.
 bool isTable(const Job& job, const std::string& file) {
-  std::string extension = fs::path(file).extension().string();
-  for (char& c : extension) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  return job.isCsv || extension == ".csv";
+  return job.isCsv || ::isTable(file);
 }
 
 Job readJob(int argc, char** argv) {
@@ -142,6 +139,7 @@ void readDocumentText(const std::string& name, const std::string& text, VarDataP
     const DOMElement& root = rootOf(base, name, text);
     if (!XMLString::equals(root.getLocalName(), u"graphSources")) requireChart(root, name);
     std::ostringstream out;
+    out.exceptions(std::ios::badbit);  // for lack of memory
     ChartPrinter().Print(root.getOwnerDocument(), out);
     spelled = std::move(out).str();
   }
@@ -155,12 +153,8 @@ void readDocumentText(const std::string& name, const std::string& text, VarDataP
 }
 
 std::string nameOfSource(const Job& job, const std::string& file) {
-  std::string name = !job.source.empty() ? job.source
-                     : file == "-"       ? "data"
-                                         : fs::path(file).stem().string();
-  if (name.find_first_of("<>&\"") != name.npos) {
-    throw Failure(file + ": a source can't be named '" + escaped(name) + "'");
-  }
+  std::string name = job.source.empty() ? sourceNameOf(file) : job.source;
+  requireSourceName(file, name);
   return name;
 }
 
@@ -185,7 +179,7 @@ void readFileInto(const Job& job, const std::string& file, VarDataProcessor& sto
     if (isStream(text)) {
       text = {};
       if (packed.size() > std::numeric_limits<unsigned>::max() ||
-          !store.ReadStreamData(packed.data(), static_cast<unsigned>(packed.size()))) {
+          !store.ReadStream(packed.data(), static_cast<unsigned>(packed.size()))) {
         throw Failure(file + ": is a damaged stream");
       }
       return;
@@ -260,9 +254,70 @@ std::string reportOf(const Job& job, const std::string& file, VarDataProcessor& 
 
 // ---- writing
 
-// Names that no document can hold as they are.
+// "file: source 'a', row 3, 'x': ", counted from 1.
+std::string placeOf(const std::string& file, const std::string& source, unsigned row,
+                    const std::string& variable) {
+  return file + ": source '" + escaped(source) + "', row " + std::to_string(row + 1) + ", '" +
+         escaped(variable) + "': ";
+}
+
+bool isXmlText(const std::string& text) {
+  if (std::ranges::any_of(text, [](char c) {
+        return static_cast<unsigned char>(c) < ' ' && c != '\t' && c != '\n' && c != '\r';
+      })) {
+    return false;
+  }
+  std::u16string wide;
+  std::string again;
+  TAVOMBGenericToU16(nullptr, wide, text);
+  TAVOMBU16ToGeneric(nullptr, again, wide);
+  return again == text && wide.find_first_of(u"\xFFFE\xFFFF") == wide.npos;
+}
+
+// Texts of a stream, which may hold any bytes.
+void requireWritableTexts(const std::string& file, const std::string& source,
+                          const std::string& variable, VarDataProcessor& store) {
+  _varinfo info;
+  if (!store.FindVariable(source, variable, info)) return;
+  std::size_t blank = 0;
+  unsigned firstBlank = 0;
+  for (const auto& [row, index] : *info.strings) {
+    if (index >= store.stringTable.size()) continue;
+    const std::string& text = store.stringTable[index].text;
+    if (!isXmlText(text)) {
+      throw Failure(placeOf(file, source, row, variable) + "no document has the text '" +
+                    escaped(text) + "'");
+    }
+    if (text.empty() || text.find_first_not_of(" \t\r\n") != text.npos) continue;
+    if (blank++ == 0) firstBlank = row;
+  }
+  if (blank == 0) return;
+  complain(placeOf(file, source, firstBlank, variable) +
+           "a text of blanks is a missing cell of the document" +
+           (blank > 1 ? ", as are " + std::to_string(blank - 1) + " more" : ""));
+}
+
+// What is cut in a stream.
+void requireShortNames(const std::string& file, const std::vector<std::string>& sources,
+                       const VarDataProcessor& store) {
+  constexpr std::size_t longestSource = 64;
+  constexpr std::size_t longestVariable = 287;
+  const auto require = [&](const char* kind, const std::string& name, std::size_t longest) {
+    if (name.size() <= longest) return;
+    throw Failure(file + ": no stream has a " + kind + " of more than " + std::to_string(longest) +
+                  " bytes: '" + escaped(name) + "'");
+  };
+  for (const std::string& source : sources) {
+    require("source", source, longestSource);
+    std::vector<std::string> variables;
+    store.GetVariableNames(source, variables);
+    for (const std::string& variable : variables) require("variable", variable, longestVariable);
+  }
+}
+
+// What no document can hold as it is.
 void requireWritable(const std::string& file, const std::vector<std::string>& sources,
-                     const VarDataProcessor& store) {
+                     VarDataProcessor& store) {
   for (const std::string& source : sources) {
     if (source.find_first_of("<\"") != source.npos) {
       throw Failure(file + ": no document has a source '" + escaped(source) + "'");
@@ -270,9 +325,11 @@ void requireWritable(const std::string& file, const std::vector<std::string>& so
     std::vector<std::string> variables;
     store.GetVariableNames(source, variables);
     for (const std::string& variable : variables) {
-      if (variable.find(';') == variable.npos) continue;
-      throw Failure(file + ": no document has a variable '" + escaped(variable) +
-                    "', since ';' separates names");
+      if (variable.find(';') != variable.npos) {
+        throw Failure(file + ": no document has a variable '" + escaped(variable) +
+                      "', since ';' separates names");
+      }
+      requireWritableTexts(file, source, variable, store);
     }
   }
 }
@@ -288,7 +345,7 @@ std::string documentOf(const std::string& file, VarDataProcessor& store) {
 
 std::string streamOf(const std::string& file, VarDataProcessor& store) {
   unsigned size = 0;
-  const std::unique_ptr<unsigned char[]> stream(store.GetDataStream(size));
+  const std::unique_ptr<unsigned char[]> stream(store.WriteStream(size));
   if (!stream) throw Failure(file + ": is too much for a stream");
   return {reinterpret_cast<const char*>(stream.get()), size};
 }
@@ -350,6 +407,7 @@ void convert(const Job& job) {
   progress.say("writing " + job.output);
   std::string result;
   if (job.form == "stream") {
+    requireShortNames(file, sources, store);
     result = streamOf(file, store);
   } else {
     requireWritable(file, sources, store);

@@ -15,20 +15,21 @@
 using namespace xercesc;
 
 const char infoHelp[] =
-    "usage: chartxml info FILE...\n"
-    "\n"
-    "Writes what is in charts and data documents, one thing a line, in the order of the document:\n"
-    "what it is, its tag, and its properties as NAME=VALUE. What lies within a thing follows\n"
-    "behind it, indented by two blanks. Properties that aren't stated are left out; values that\n"
-    "hold blanks or signs, and all texts for readers, stand in double quotes. Styles come last,\n"
-    "as their number and identifiers.\n"
-    "\n"
-    "  -h, --help  show this\n"
-    "\n"
-    "Examples:\n"
-    "  chartxml info sales.xml\n"
-    "  chartxml info archive/*.xml | grep -E '^(chart|source)'\n"
-    "  chartxml info sales.xml | grep 'role=title'\n";
+    R"(usage: chartxml info FILE...
+
+Writes what is in charts and data documents, one thing a line, in the order of the document:
+what it is, its tag, and its properties as NAME=VALUE. What lies within a thing follows
+behind it, indented by two blanks. Properties that aren't stated are left out; values that
+hold blanks or signs, and all texts for readers, stand in double quotes. Styles come last,
+as their number and identifiers.
+
+  -h, --help  show this
+
+Examples:
+  chartxml info sales.xml
+  chartxml info archive/*.xml | grep -E '^(chart|source)'
+  chartxml info sales.xml | grep 'role=title'
+)";
 
 namespace {
 

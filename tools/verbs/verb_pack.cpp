@@ -10,28 +10,27 @@
 #include "problems.h"
 
 const char packHelp[] =
-    "usage: chartxml pack [-r REFERENCE] [--as-is] [-o OUT] [--svg OUT] CHART\n"
-    "\n"
-    "Gives the frames of a chart their default places: titles at the top, footnotes at the "
-    "bottom,\n"
-    "the graph in the middle, legends and summaries on the right. Writes the chart with its data,\n"
-    "or a picture of its page, which shows each frame as a box, or both. The picture shows how\n"
-    "frames lie to each other; how large their contents are, it guesses. Places that can't be "
-    "made\n"
-    "out, such as those that depend on themselves, are told, and the exit code is 1.\n"
-    "\n"
-    "  -r, --reference REFERENCE  the chart as its author wrote it: frames that are placed there\n"
-    "                             stay, and so do legends that a user placed\n"
-    "      --as-is                leave all frames where they are: for the picture of a chart\n"
-    "  -o, --output OUT           write the chart to a file; without this, to standard output\n"
-    "                             unless there is a picture\n"
-    "      --svg OUT              write the picture to a file, as SVG\n"
-    "  -h, --help                 show this\n"
-    "\n"
-    "Examples:\n"
-    "  chartxml pack sales.xml > packed.xml\n"
-    "  chartxml pack -r original.xml -o packed.xml --svg packed.svg edited.xml\n"
-    "  chartxml pack --as-is --svg page.svg sales.xml\n";
+    R"(usage: chartxml pack [-r REFERENCE] [--as-is] [-o OUT] [--svg OUT] CHART
+
+Gives the frames of a chart their default places: titles at the top, footnotes at the bottom,
+the graph in the middle, legends and summaries on the right. Writes the chart with its data,
+or a picture of its page, which shows each frame as a box, or both. The picture shows how
+frames lie to each other; how large their contents are, it guesses. Places that can't be made
+out, such as those that depend on themselves, are told, and the exit code is 1.
+
+  -r, --reference REFERENCE  the chart as its author wrote it: frames that are placed there
+                             stay, and so do legends that a user placed
+      --as-is                leave all frames where they are: for the picture of a chart
+  -o, --output OUT           write the chart to a file; without this, to standard output
+                             unless there is a picture
+      --svg OUT              write the picture to a file, as SVG
+  -h, --help                 show this
+
+Examples:
+  chartxml pack sales.xml > packed.xml
+  chartxml pack -r original.xml -o packed.xml --svg packed.svg edited.xml
+  chartxml pack --as-is --svg page.svg sales.xml
+)";
 
 namespace {
 

@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <utility>
 
 #include <xercesc/dom/DOMDocument.hpp>
 
@@ -9,49 +10,58 @@
 #include "problems.h"
 
 const char separateHelp[] =
-    "usage: chartxml separate [--chart OUT] [--data OUT] [--compress] [--verbose] FILE\n"
-    "\n"
-    "Writes a chart and its data into two files. In the chart a placeholder stands for each "
-    "source\n"
-    "of data that lay in it. A chart without sources gives a data document without any.\n"
-    "\n"
-    "      --chart OUT  the chart's file; of FILE sales.xml it is sales.chart.xml, or\n"
-    "                   sales.chart.z with --compress\n"
-    "      --data OUT   the data's file, in the same way sales.data.xml or sales.data.z\n"
-    "  -z, --compress   write both compressed\n"
-    "  -v, --verbose    tell on standard error what was written\n"
-    "  -h, --help       show this\n"
-    "\n"
-    "Examples:\n"
-    "  chartxml separate sales.xml\n"
-    "  chartxml separate --compress --chart chart.z --data data.z sales.xml\n"
-    "  chartxml separate --chart - --data /dev/null sales.xml | less\n";
+    R"(usage: chartxml separate [--chart OUT] [--data OUT] [--compress] [--verbose] FILE
+
+Writes a chart and its data into two files. In the chart a placeholder stands for each source
+of data that lay in it. A chart without sources gives a data document without any.
+
+      --chart OUT  the chart's file; of FILE sales.xml it is sales.chart.xml, or
+                   sales.chart.z with --compress
+      --data OUT   the data's file, in the same way sales.data.xml or sales.data.z
+  -z, --compress   write both compressed
+  -v, --verbose    tell on standard error what was written
+  -h, --help       show this
+
+Examples:
+  chartxml separate sales.xml
+  chartxml separate --compress --chart chart.z --data data.z sales.xml
+  chartxml separate --chart - --data /dev/null sales.xml | less
+)";
 
 namespace {
 
-// Both as compressed texts.
 struct Parts {
   std::string chart;
   std::string data;
 };
 
-Parts partsOf(const std::string& name, const std::string& text) {
+std::string inflated(const std::string& compressed) {
+  std::string text;
+  zlib1211tavo::decompressString(text, compressed);
+  return text;
+}
+
+Parts partsOf(const std::string& name, std::string text, bool isCompressed) {
   ChartTransformer transformer(text);
   requireChart(transformer, name, text);
-  Parts parts{transformer.getCompressedXML(), transformer.getCompressedData()};
+  std::string().swap(text);  // an assignment would keep its memory
+  Parts parts{transformer.getCompressedXML(), {}};
+  if (transformer.isOutOfMemory()) throw NotEnoughMemory(name);
+  if (!isCompressed) parts.chart = inflated(parts.chart);
   if (parts.chart.empty()) throw Failure(name + ": can't be separated");
+  parts.data = isCompressed ? transformer.getCompressedData() : transformer.getDataXML();
+  if (transformer.isOutOfMemory()) throw NotEnoughMemory(name);
   if (parts.data.empty()) {
     xercesc::DOMDocument* empty = transformer.createDataDocument(ChartBase::_utf8);
     parts.data = transformer.compressDocument(empty);
     transformer.releaseDocument(empty);
+    if (!isCompressed) parts.data = inflated(parts.data);
+  }
+  if (!isCompressed) {
+    parts.chart += '\n';
+    parts.data += '\n';
   }
   return parts;
-}
-
-std::string inflated(const std::string& compressed) {
-  std::string text;
-  zlib1211tavo::decompressString(text, compressed);
-  return text + '\n';
 }
 
 std::string besideFile(const std::string& name, const char* part, bool isCompressed) {
@@ -79,9 +89,9 @@ int runSeparate(int argc, char** argv) {
   if (dataName.empty()) dataName = besideFile(name, ".data", isCompressed);
   if (chartName == dataName) throw UsageError("chart and data need a file each");
 
-  const Parts parts = partsOf(name, readDocument(name));
-  PendingFile chart(chartName, isCompressed ? parts.chart : inflated(parts.chart));
-  PendingFile data(dataName, isCompressed ? parts.data : inflated(parts.data));
+  Parts parts = partsOf(name, readDocument(name), isCompressed);
+  PendingFile chart(chartName, std::move(parts.chart));
+  PendingFile data(dataName, std::move(parts.data));
   (data.isStream() ? data : chart).commit();
   (data.isStream() ? chart : data).commit();
   if (isVerbose) {

@@ -8,30 +8,31 @@
 #include "problems.h"
 
 const char treeHelp[] =
-    "usage: chartxml tree [-d DISPLAY] [-t TEMPLATE]... [-s NAME=VALUE]... [--model OUT]\n"
-    "                     [--display OUT] [--compress] [--verbose] MODEL\n"
-    "       chartxml tree --list\n"
-    "\n"
-    "Writes a PMML 2.1 tree model and the display document of its viewer. The display document\n"
-    "starts as DISPLAY, or with the default settings; first the templates are merged into it, one\n"
-    "after the other, and then the settings are made. A model that isn't valid is an error.\n"
-    "\n"
-    "  -d, --display-from DISPLAY  start with this display document\n"
-    "  -t, --template TEMPLATE     merge this display template; may be given several times\n"
-    "  -s, --set NAME=VALUE        make a setting; may be given several times\n"
-    "  -l, --list                  show the names and values of all settings, and what they mean\n"
-    "      --model OUT             the model's file; of MODEL tree.xml it is tree.model.xml, or\n"
-    "                              tree.model.z with --compress\n"
-    "      --display OUT           the display document's file, in the same way tree.display.xml\n"
-    "  -z, --compress              write the model compressed\n"
-    "  -v, --verbose               tell on standard error what was written\n"
-    "  -h, --help                  show this\n"
-    "\n"
-    "Examples:\n"
-    "  chartxml tree customers.xml\n"
-    "  chartxml tree -s zoom=150 -s orientation=left-to-right -s font=Sans customers.xml\n"
-    "  chartxml tree -z -t house.xml --model tree.z --display tree.xml customers.xml\n"
-    "  chartxml tree --model /dev/null --display - -s targetDate=DATE,11,0 customers.xml | less\n";
+    R"(usage: chartxml tree [-d DISPLAY] [-t TEMPLATE]... [-s NAME=VALUE]... [--model OUT]
+                     [--display OUT] [--compress] [--verbose] MODEL
+       chartxml tree --list
+
+Writes a PMML 2.1 tree model and the display document of its viewer. The display document
+starts as DISPLAY, or with the default settings; first the templates are merged into it, one
+after the other, and then the settings are made. A model that isn't valid is an error.
+
+  -d, --display-from DISPLAY  start with this display document
+  -t, --template TEMPLATE     merge this display template; may be given several times
+  -s, --set NAME=VALUE        make a setting; may be given several times
+  -l, --list                  show the names and values of all settings, and what they mean
+      --model OUT             the model's file; of MODEL tree.xml it is tree.model.xml, or
+                              tree.model.z with --compress
+      --display OUT           the display document's file, in the same way tree.display.xml
+  -z, --compress              write the model compressed
+  -v, --verbose               tell on standard error what was written
+  -h, --help                  show this
+
+Examples:
+  chartxml tree customers.xml
+  chartxml tree -s zoom=150 -s orientation=left-to-right -s font=Sans customers.xml
+  chartxml tree -z -t house.xml --model tree.z --display tree.xml customers.xml
+  chartxml tree --model /dev/null --display - -s targetDate=DATE,11,0 customers.xml | less
+)";
 
 namespace {
 
@@ -74,14 +75,6 @@ Job readJob(int argc, char** argv) {
   return job;
 }
 
-// `kind` is what the file should have been.
-[[noreturn]] void failAt(const std::string& file, const std::string& text, const char* kind) {
-  for (const Problem& problem : ProblemFinder().problemsOf(text)) {
-    if (problem.isRefused) throw Failure(placed(problem, file));
-  }
-  throw Failure(file + ": is not a " + kind);
-}
-
 // A wrong value is a matter of the command line.
 void set(TreeTransformer& tree, const std::string& setting) {
   const std::size_t sign = setting.find('=');
@@ -121,14 +114,18 @@ int runTree(int argc, char** argv) {
   const std::string model = readDocument(job.file);
   const std::string start = job.displayFrom.empty() ? "" : readDocument(job.displayFrom);
   TreeTransformer tree(model, start);
-  if (tree.getDisplayData(nullptr).empty()) failAt(job.displayFrom, start, "display document");
+  if (tree.getDisplayData(nullptr).empty()) {
+    failAtProblem(tree.findProblems(start), job.displayFrom, "a display document");
+  }
   for (const std::string& name : job.templates) {
     const std::string text = readDocument(name);
-    if (!tree.applyTemplate(text)) failAt(name, text, "display template");
+    if (!tree.applyTemplate(text)) {
+      failAtProblem(tree.findProblems(text), name, "a display template");
+    }
   }
   for (const std::string& setting : job.settings) set(tree, setting);
   const std::string printed = tree.getUncompressedPMML(nullptr);
-  if (!tree.isPMMLParsed()) failAt(job.file, model, "tree model");
+  if (!tree.isPMMLParsed()) failAtProblem(tree.findProblems(model), job.file, "a tree model");
 
   PendingFile modelFile(job.model,
                         job.isCompressed ? tree.getCompressedPMML(nullptr) : printed + '\n');

@@ -1,32 +1,34 @@
+#include <chartxml/chartxml.h>
+
 #include "commandline.h"
 #include "files.h"
 #include "problems.h"
 
 const char validateHelp[] =
-    "usage: chartxml validate FILE...\n"
-    "\n"
-    "Writes a line FILE:LINE:COLUMN: MESSAGE for every problem of charts and data documents: text\n"
-    "that is no XML, elements, attributes and values that the schemas don't know, identifiers "
-    "that\n"
-    "two elements have, and links to elements that there are none of. A misspelt name is told "
-    "once,\n"
-    "with the one that seems to be meant. Places are behind the tag that has the problem. The\n"
-    "number of problems goes to standard error.\n"
-    "\n"
-    "  -h, --help  show this\n"
-    "\n"
-    "Examples:\n"
-    "  chartxml validate sales.xml\n"
-    "  chartxml validate archive/*.xml | grep \"'style'\"\n"
-    "  vim -q <(chartxml validate sales.xml)\n";
+    R"(usage: chartxml validate FILE...
+
+Writes a line FILE:LINE:COLUMN: MESSAGE for every problem of charts and data documents: text
+that is no XML, elements, attributes and values that the schemas don't know, identifiers that
+two elements have, and links to elements that there are none of. A document that is valid but
+no chart, data document, template or tree is one, too. A misspelt name is told once, with the
+one that seems to be meant. Places are behind the tag that has the problem. The number of
+problems goes to standard error; at most 10000 are told of a document.
+
+  -h, --help  show this
+
+Examples:
+  chartxml validate sales.xml
+  chartxml validate archive/*.xml | grep "'style'"
+  vim -q <(chartxml validate sales.xml)
+)";
 
 int runValidate(int argc, char** argv) {
   const auto files = readOptions(argc, argv, {});
-  ProblemFinder finder;
+  ChartBase base;
   std::size_t count = 0;
   const int result = forEachFile(files, [&](const std::string& name) {
     std::string lines;
-    for (const Problem& problem : finder.problemsOf(readDocument(name))) {
+    for (const ChartProblem& problem : base.findProblems(readDocument(name))) {
       lines += placed(problem, name) + '\n';
       ++count;
     }

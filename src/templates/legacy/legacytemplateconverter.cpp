@@ -1,14 +1,11 @@
 #include "legacytemplateconverter.h"
 
-#include <sstream>
-
 #include <xercesc/dom/DOM.hpp>
 
 #include "chartbase.h"
-#include "chartprinter.h"
 #include "legacyconversion.h"
 #include "legacysteps.h"
-#include "tavogotocaller.h"
+#include "xmlwriter.h"
 
 using namespace xercesc;
 
@@ -62,21 +59,6 @@ struct Documents : ChartBase {
   }
 };
 
-// Empty when it can't be printed.
-std::string printed(const DOMDocument& document) {
-  try {
-    ChartPrinter printer;
-    printer.setPrintWhiteSpace(true);
-    std::ostringstream text;
-    printer.Print(&document, text);
-    return text.str();
-  } catch (const TavoGoToCaller&) {
-    throw;
-  } catch (...) {
-    return {};
-  }
-}
-
 }  // namespace
 
 void LegacyTemplateConverter::Release::operator()(DOMDocument* document) const {
@@ -99,7 +81,7 @@ std::string LegacyTemplateConverter::convert() {
     }
     commandCount_ = newDocument_->getDocumentElement()->getChildElementCount();
   }
-  std::string text = printed(*newDocument_);
+  std::string text = xmlText(*newDocument_, true);
   ChartBase::printString(text, "template_converted_", ".sgt", counter++,
                          ChartBase::PRINT_TEMPLATE_CONVERTED);
   return text;

@@ -1,5 +1,5 @@
-// Lack of memory as a failure like others. Our own code throws std::bad_alloc for it, and the parser
-// library an exception that has nothing in common with others.
+// Lack of memory as a failure like others. Our own code throws std::bad_alloc for it, and the
+// parser library an exception that has nothing in common with others.
 #ifndef CHARTXML_MEMORYFAILURE_H
 #define CHARTXML_MEMORYFAILURE_H
 

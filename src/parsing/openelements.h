@@ -1,8 +1,8 @@
 // Which elements are open as a parser goes through a document, and what its schema lets stand in
 // each: more than a parser tells, which knows nothing within an element that it has no declaration
 // of.
-#ifndef CHARTXML_TOOLS_OPENELEMENTS_H
-#define CHARTXML_TOOLS_OPENELEMENTS_H
+#ifndef CHARTXML_OPENELEMENTS_H
+#define CHARTXML_OPENELEMENTS_H
 
 #include <map>
 #include <string>

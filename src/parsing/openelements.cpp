@@ -12,9 +12,8 @@
 #include <xercesc/framework/psvi/XSWildcard.hpp>
 #include <xercesc/util/XMLString.hpp>
 
-#include <chartxml/chartxml.h>
-
-#include "commandschema.h"
+#include "chartstring.h"
+#include "misspelling.h"
 
 using namespace xercesc;
 
@@ -45,14 +44,14 @@ std::string OpenElements::enter(const XMLCh* uri, const XMLCh* name, const XMLCh
 
   std::vector<std::string> names;
   for (const auto& [each, declaration] : parent.rules->children) names.push_back(utf8(each));
-  const std::string* meant = meantBy(utf8(name), names);
+  const std::string* meant = misspelling::meantBy(utf8(name), names);
   if (meant) {
     const ChartString tag(meant->c_str());
     element.rules = rulesOf(parent.rules->children.at(tag.xc_str())->getTypeDefinition());
   }
   parent.told.push_back(utf8(qualifiedName));
   return "element '" + parent.told.back() + "' is not allowed in '" + utf8(parent.name) + "'" +
-         suggestion(meant);
+         misspelling::suggestion(meant);
 }
 
 void OpenElements::readType(PSVIElement& element) {
