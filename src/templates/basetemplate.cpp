@@ -258,7 +258,9 @@ ChartString BaseTemplate::attribute(const XMLCh* name) const {
 
 const PlXBaseElement* BaseTemplate::sourceObject(const PlXBaseElement& object) const {
   if (!source) return nullptr;
-  return source->objectOf(source->getElementById(object.GetAttribute(PlXUni::_id)));
+  DOMElement* element = source->getElementById(object.GetAttribute(PlXUni::_id));
+  if (element) because("what the source chart states stays as it is");
+  return source->objectOf(element);
 }
 
 std::vector<PlXGraph*> BaseTemplate::addressedGraphs() const {
@@ -365,7 +367,7 @@ std::vector<CTAesthetic*> BaseTemplate::getAesthetics(const CTElementType& eleme
 std::vector<PlXDimension*> BaseTemplate::getDimensionsByRole(const PlXGraph& graph,
                                                              const ChartString& role) const {
   std::vector<PlXDimension*> dimensions = dimensionsOf(graph, role);
-  becauseUnless(!dimensions.empty(), "there is no dimension", role);
+  if (!role.empty()) becauseUnless(!dimensions.empty(), "there is no dimension", role);
   return dimensions;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <unordered_set>
 
 #include <xercesc/dom/DOM.hpp>
 
@@ -26,14 +27,16 @@ std::optional<ChartString> listOf(const DOMElement* command) {
   return list->getTextContent();
 }
 
-ChartString rawValues(const CTVariableType& variable, const ChartString& labels,
-                      Unlabelled unlabelled) {
+ChartString rawValues(const BaseTemplate& command, const CTVariableType& variable,
+                      const ChartString& labels, Unlabelled unlabelled) {
   std::unordered_map<std::u16string_view, std::u16string_view> raw;
+  std::unordered_set<std::u16string_view> labelled;
   const std::vector<PlXFormat*> formats = variable.getFormats();
   if (!formats.empty()) {
     // Of several the first counts.
     for (const PlXRelabel* relabel : formats.front()->getRelabels()) {
       raw.emplace(relabel->getTo(), relabel->getFrom());
+      labelled.insert(relabel->getFrom());
     }
   }
   std::u16string values;
@@ -43,6 +46,10 @@ ChartString rawValues(const CTVariableType& variable, const ChartString& labels,
     rest.remove_prefix(std::min(label.size() + 1, rest.size()));
     const auto found = raw.find(label);
     std::u16string_view value = found == raw.end() ? std::u16string_view() : found->second;
+    // Where no category has a label, all may be raw values.
+    const bool isRaw = unlabelled == Unlabelled::kept && (raw.empty() || labelled.contains(label));
+    command.tellUnless(found != raw.end() || isRaw, "no category has the label",
+                       ChartString(label));
     if (value.empty() && unlabelled == Unlabelled::kept) value = label;
     if (value.empty()) continue;
     if (!values.empty()) values += u';';

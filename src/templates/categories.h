@@ -20,8 +20,9 @@ std::optional<ChartString> listOf(const xercesc::DOMElement* command);
 enum class Unlabelled { kept, dropped };
 
 // A list of labels, separated by ";", as one of raw values. Blanks count.
-ChartString rawValues(const CTVariableType& variable, const ChartString& labels,
-                      Unlabelled unlabelled);
+// The command tells of labels that no category has.
+ChartString rawValues(const BaseTemplate& command, const CTVariableType& variable,
+                      const ChartString& labels, Unlabelled unlabelled);
 
 // Whether all domains that refer to a variable are meant, or the one that it has.
 enum class Reach { all, own };

@@ -55,6 +55,7 @@ bool ticklabels::edit(const BaseTemplate& queries, const Selection& selection,
       axes = dimensionAxes(queries, dimensions, selection.role);
       hasRole = !dimensions.empty();
     }
+    queries.becauseUnless(!axes.empty(), "there is no axis of the role", selection.role);
     for (const PlXAxis* axis : axes) {
       PlXMajorTicks* ticks = axis->getMajorTicks();
       if (ticks && queries.isAxisDerived(*axis) == selection.derived) edit(*ticks);

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <iostream>
+#include <map>
 #include <optional>
 #include <set>
 
@@ -16,20 +17,24 @@
 namespace fs = std::filesystem;
 
 const char applyHelp[] =
-    "usage: chartxml apply [-o OUT] CHART TEMPLATE...\n"
-    "       chartxml apply [-o OUT] -t TEMPLATE [-t TEMPLATE]... CHART\n"
-    "       chartxml apply --out-dir DIR FOLDER TEMPLATE...\n"
-    "       chartxml apply --out-dir DIR -t TEMPLATE [-t TEMPLATE]... CHART...\n"
+    "usage: chartxml apply [-q | -v] [-o OUT] CHART TEMPLATE...\n"
+    "       chartxml apply [-q | -v] [-o OUT] -t TEMPLATE [-t TEMPLATE]... CHART\n"
+    "       chartxml apply [-q | -v] --out-dir DIR FOLDER TEMPLATE...\n"
+    "       chartxml apply [-q | -v] --out-dir DIR -t TEMPLATE [-t TEMPLATE]... CHART...\n"
     "\n"
     "Applies templates to charts, one after the other, and writes the charts with their data. A\n"
     "CHART may be a folder when --out-dir is given: its files *.xml and *.z are meant, in the "
     "order\n"
-    "of their names, but for the templates. A command that doesn't exist or that fails is passed\n"
-    "over; it is told, and the exit code is 1. So it is told when a chart is no longer valid after "
-    "a\n"
-    "template that writes attributes as they stand (setGenericAttributes). 'chartxml explain' "
-    "tells\n"
-    "what else a template has wrong.\n"
+    "of their names, but for the templates. A command that changes nothing in a chart is told, "
+    "and\n"
+    "why where that is known; so is what a command asks for and can't have, such as a category "
+    "that\n"
+    "the chart doesn't have. Both are no failures: a template may be for many kinds of charts. A\n"
+    "command that doesn't exist or that fails is passed over, and the exit code is 1; so it is "
+    "when\n"
+    "a chart is no longer valid after a template. 'chartxml explain' tells what a template has "
+    "wrong\n"
+    "whatever the chart.\n"
     "\n"
     "  -t, --template TEMPLATE  apply this one; all operands are charts then\n"
     "  -o, --output OUT         write to a file in place of standard output\n"
@@ -37,11 +42,15 @@ const char applyHelp[] =
     "                           which is made if there is none; go on past bad charts, and tell "
     "them\n"
     "                           at the end\n"
+    "  -q, --quiet              tell failures alone\n"
+    "  -v, --verbose            tell what each command changed, added and removed, too: elements "
+    "of\n"
+    "                           the chart by their tags, with their identifiers or else how many\n"
     "  -h, --help               show this\n"
     "\n"
     "Examples:\n"
     "  chartxml apply sales.xml house.xml > styled.xml\n"
-    "  chartxml apply -o styled.xml sales.xml house.xml dates.xml\n"
+    "  chartxml apply -v -o styled.xml sales.xml house.xml dates.xml\n"
     "  chartxml apply --out-dir styled -t house.xml charts/\n"
     "  chartxml separate --chart - --data /dev/null sales.xml | chartxml apply - house.xml\n";
 
@@ -57,6 +66,8 @@ struct Job {
   std::vector<std::string> templates;
   std::string output;     // empty for a folder
   std::string outFolder;  // empty for one output
+  bool isQuiet = false;
+  bool isVerbose = false;
 };
 
 Job readJob(int argc, char** argv) {
@@ -65,7 +76,10 @@ Job readJob(int argc, char** argv) {
       readOptions(argc, argv,
                   {{{"template", 't', nullptr, nullptr, &job.templates},
                     {"output", 'o', nullptr, &job.output},
-                    {"out-dir", '\0', nullptr, &job.outFolder}}});
+                    {"out-dir", '\0', nullptr, &job.outFolder},
+                    {"quiet", 'q', &job.isQuiet, nullptr},
+                    {"verbose", 'v', &job.isVerbose, nullptr}}});
+  if (job.isQuiet && job.isVerbose) throw UsageError("--quiet and --verbose don't go together");
   if (operands.empty()) throw UsageError("a CHART is missing");
   if (job.templates.empty()) {
     job.templates.assign(operands.begin() + 1, operands.end());
@@ -113,60 +127,147 @@ const DocumentNode& commandAt(const Template& source, std::size_t position) {
 
 // ---- charts
 
-// What charts have wrong, without the places: the text is one that nobody sees.
-using Messages = std::set<std::string>;
+// What is told of charts, in order.
+class Report {
+ public:
+  explicit Report(const Job& job) : job_(job) {}
 
-Messages problemsOf(ChartTransformer& chart) {
-  Messages messages;
-  for (const ChartProblem& problem : chart.findProblems(chart.getXML(ChartBase::_utf8))) {
-    messages.insert(problem.message);
+  void addFailure(const std::string& message) {
+    messages_.push_back(message);
+    ++failures_;
   }
-  return messages;
-}
+  // `where` is the chart, and the command's place in its template.
+  void addOutcome(const std::string& where, const CommandOutcome& outcome) {
+    if (job_.isQuiet) return;
+    const std::string command = where + '\'' + outcome.name + '\'';
+    if (outcome.changes.empty()) {
+      std::vector<std::string> reasons = outcome.notes;
+      reasons.insert(reasons.end(), outcome.reasons.begin(), outcome.reasons.end());
+      messages_.push_back(command + " changed nothing" + (reasons.empty() ? "" : ": ") +
+                          escaped(joined(reasons)));
+      return;
+    }
+    for (const std::string& note : outcome.notes) {
+      messages_.push_back(command + ": " + escaped(note));
+    }
+    if (!job_.isVerbose) return;
+    std::vector<std::string> kinds;
+    addKind(ElementChange::Kind::changed, "changed ", outcome, kinds);
+    addKind(ElementChange::Kind::added, "added ", outcome, kinds);
+    addKind(ElementChange::Kind::removed, "removed ", outcome, kinds);
+    messages_.push_back(command + ' ' + joined(kinds));
+  }
 
-// True for a template with the one command that writes unchecked.
-bool writesUnchecked(const Template& source) {
-  return std::ranges::any_of(source.root.children, [](const DocumentNode& node) {
-    return node.name == "setGenericAttributes";
-  });
-}
+  std::size_t failures() const { return failures_; }
+  void write() const {
+    for (const std::string& message : messages_) complain(message);
+  }
 
-// The chart of a file with its data and the templates' effects; empty when a template couldn't go
-// on to its end. What failed is added to `failures`. Throws a Failure when there is no chart.
-std::string apply(const std::vector<Template>& templates, const std::string& name,
-                  std::vector<std::string>& failures) {
-  std::string text = readDocument(name);
-  ChartTransformer transformer(text);
-  requireChart(transformer, name, text);
-  std::string().swap(text);  // an assignment would keep its memory
-  for (const Template& each : templates) {
-    const bool isUnchecked = writesUnchecked(each);
-    const Messages before = isUnchecked ? problemsOf(transformer) : Messages();
-    std::vector<std::size_t> passedOver;
-    const bool isApplied = transformer.applyTemplate(each.text, passedOver);
-    for (const std::size_t position : passedOver) {
-      const DocumentNode& command = commandAt(each, position);
+ private:
+  static std::string joined(const std::vector<std::string>& texts) {
+    std::string result;
+    for (const std::string& text : texts) result += (result.empty() ? "" : "; ") + text;
+    return result;
+  }
+
+  // "changed style a b, axis (2)"
+  static void addKind(ElementChange::Kind kind, const char* verb, const CommandOutcome& outcome,
+                      std::vector<std::string>& kinds) {
+    std::vector<std::string> tags;  // in the order of their first changes
+    std::map<std::string, std::pair<std::string, std::size_t>> ofTags;  // ids, and how many without
+    for (const ElementChange& change : outcome.changes) {
+      if (change.kind != kind) continue;
+      if (!ofTags.contains(change.tag)) tags.push_back(change.tag);
+      auto& [ids, others] = ofTags[change.tag];
+      if (change.id.empty()) ++others;
+      if (!change.id.empty()) ids += ' ' + word(change.id);
+    }
+    std::string text;
+    for (const std::string& tag : tags) {
+      const auto& [ids, others] = ofTags[tag];
+      text += (text.empty() ? verb : ", ") + tag + ids;
+      if (others > 1 || (others == 1 && !ids.empty())) text += " (" + std::to_string(others) + ')';
+    }
+    if (!text.empty()) kinds.push_back(text);
+  }
+
+  const Job& job_;
+  std::vector<std::string> messages_;
+  std::size_t failures_ = 0;
+};
+
+// Applies the templates of a run to one chart after the other.
+class Run {
+ public:
+  Run(const std::vector<Template>& templates, Report& report)
+      : templates_(templates), report_(report) {}
+
+  // The chart of a file with its data and the templates' effects; empty when a template couldn't go
+  // on to its end. Throws a Failure when there is no chart.
+  std::string apply(const std::string& name) {
+    std::string text = readDocument(name);
+    ChartTransformer transformer(text);
+    requireChart(transformer, name, text);
+    std::string().swap(text);  // an assignment would keep its memory
+    for (const Template& each : templates_) {
+      if (!apply(each, transformer, name)) return {};
+    }
+    std::string result = transformer.getEntireXML(ChartBase::_utf8);
+    if (transformer.isOutOfMemory()) throw NotEnoughMemory(name);
+    if (result.empty() || !transformer.isDataWhole()) throw Failure(name + ": can't be written");
+    result += '\n';
+    return result;
+  }
+
+ private:
+  // What charts have wrong, without the places: the text is one that nobody sees.
+  using Messages = std::set<std::string>;
+
+  bool apply(const Template& source, ChartTransformer& transformer, const std::string& name) {
+    const std::string before = transformer.getXML(ChartBase::_utf8);
+    std::vector<CommandOutcome> outcomes;
+    const bool isApplied = transformer.applyTemplate(source.text, outcomes);
+    bool isChanged = false;
+    for (const CommandOutcome& outcome : outcomes) {
+      isChanged = isChanged || !outcome.changes.empty();
+      const DocumentNode& command = commandAt(source, outcome.position);
       // Those that don't exist have been told once for all charts.
       if (sentenceOf(command.name).empty()) continue;
-      failures.push_back(name + ": " +
-                         placed(command, each.file, "command '" + command.name + "' failed"));
+      if (outcome.isDone) {
+        report_.addOutcome(name + ": " + placed(command, source.file, ""), outcome);
+      } else {
+        report_.addFailure(name + ": " +
+                           placed(command, source.file, "command '" + command.name + "' failed"));
+      }
     }
     if (!isApplied) {
-      failures.push_back(name + ": " + each.file + ": can't be applied to its end");
-      return {};
+      report_.addFailure(name + ": " + source.file + ": can't be applied to its end");
+      return false;
     }
-    if (!isUnchecked) continue;
-    for (const std::string& message : problemsOf(transformer)) {
-      if (before.contains(message)) continue;
-      failures.push_back(name + ": " + each.file + ": leaves no valid chart: " + message);
+    if (isChanged) tellNewProblems(source, before, transformer, name);
+    return true;
+  }
+
+  void tellNewProblems(const Template& source, const std::string& before,
+                       ChartTransformer& transformer, const std::string& name) {
+    const Messages after = problemsOf(transformer, transformer.getXML(ChartBase::_utf8));
+    if (after.empty()) return;
+    const Messages known = problemsOf(transformer, before);
+    for (const std::string& message : after) {
+      if (known.contains(message)) continue;
+      report_.addFailure(name + ": " + source.file + ": leaves no valid chart: " + message);
     }
   }
-  std::string result = transformer.getEntireXML(ChartBase::_utf8);
-  if (transformer.isOutOfMemory()) throw NotEnoughMemory(name);
-  if (result.empty() || !transformer.isDataWhole()) throw Failure(name + ": can't be written");
-  result += '\n';
-  return result;
-}
+
+  static Messages problemsOf(ChartBase& base, const std::string& chart) {
+    Messages messages;
+    for (const ChartProblem& problem : base.findProblems(chart)) messages.insert(problem.message);
+    return messages;
+  }
+
+  const std::vector<Template>& templates_;
+  Report& report_;
+};
 
 // The charts of a folder, or the one file.
 std::vector<std::string> chartsAt(const std::string& path,
@@ -191,7 +292,7 @@ std::vector<std::string> chartsAt(const std::string& path,
 class Batch {
  public:
   Batch(const Job& job, const std::vector<Template>& templates)
-      : job_(job), templates_(templates) {}
+      : job_(job), report_(job), run_(templates, report_) {}
 
   // Answers whether all went well.
   bool run() {
@@ -207,11 +308,11 @@ class Batch {
         process(charts[i]);
       }
     }
-    for (const std::string& failure : failures_) complain(failure);
+    report_.write();
     if (bad_) {
       complain(std::to_string(bad_) + " of " + std::to_string(charts.size()) + " charts failed");
     }
-    return failures_.empty();
+    return report_.failures() == 0;
   }
 
  private:
@@ -220,28 +321,28 @@ class Batch {
       const std::vector<std::string> found = chartsAt(path, job_.templates);
       charts.insert(charts.end(), found.begin(), found.end());
     } catch (const Failure& e) {
-      failures_.push_back(e.what());
+      report_.addFailure(e.what());
     } catch (const fs::filesystem_error& e) {
-      failures_.push_back(path + ": " + e.code().message());
+      report_.addFailure(path + ": " + e.code().message());
     }
   }
 
   void process(const std::string& chart) {
-    const std::size_t before = failures_.size();
+    const std::size_t before = report_.failures();
     try {
-      std::string text = apply(templates_, chart, failures_);
+      std::string text = run_.apply(chart);
       if (!text.empty()) PendingFile(outputOf(chart), std::move(text)).commit();
     } catch (const Failure& e) {
-      failures_.push_back(e.what());
+      report_.addFailure(e.what());
     } catch (const std::bad_alloc&) {
-      failures_.push_back(chart + ": not enough memory");
+      report_.addFailure(chart + ": not enough memory");
     } catch (const std::exception& e) {
-      failures_.push_back(chart + ": " + e.what());
+      report_.addFailure(chart + ": " + e.what());
     } catch (...) {
       // The parser's exceptions have no common base.
-      failures_.push_back(chart + ": unexpected failure");
+      report_.addFailure(chart + ": unexpected failure");
     }
-    if (failures_.size() > before) ++bad_;
+    if (report_.failures() > before) ++bad_;
   }
 
   std::string outputOf(const std::string& chart) {
@@ -255,18 +356,18 @@ class Batch {
   }
 
   const Job& job_;
-  const std::vector<Template>& templates_;
+  Report report_;
+  Run run_;
   std::set<std::string> outputs_;
-  std::vector<std::string> failures_;
   std::size_t bad_ = 0;  // charts
 };
 
 bool runSingle(const Job& job, const std::vector<Template>& templates) {
-  std::vector<std::string> failures;
-  std::string text = apply(templates, job.charts[0], failures);
-  for (const std::string& failure : failures) complain(failure);
+  Report report(job);
+  std::string text = Run(templates, report).apply(job.charts[0]);
+  report.write();
   if (!text.empty()) PendingFile(job.output, std::move(text)).commit();
-  return failures.empty();
+  return report.failures() == 0;
 }
 
 }  // namespace

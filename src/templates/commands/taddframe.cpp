@@ -418,5 +418,7 @@ class Framing {
 bool TAddFrame::ProcessCommand() {
   if (!command) return false;
   const Parameters parameters = readParameters(*this, *command);
-  return Framing(*this, parameters).run();
+  const bool isFound = Framing(*this, parameters).run();
+  if (!isFound) because("there is no such frame");
+  return isFound;
 }

@@ -25,8 +25,10 @@ bool THideFrame::ProcessCommand() {
   const unsigned position = isPosition ? static_cast<unsigned>(number) : 0;
   const PlXExtensionVis* roles = target.getExtension();
 
+  bool isFound = false;
   const auto hide = [&](auto* frame) {
     if (frame) styleOf(*frame).setVisible(false);
+    isFound = isFound || frame;
   };
   // That of the position, or all for 0.
   const auto hideOf = [&](const auto& all) {
@@ -69,5 +71,6 @@ bool THideFrame::ProcessCommand() {
     default:
       break;
   }
+  if (!isFound) because("there is no such frame of the type", attribute(PlXUni::_type));
   return false;
 }

@@ -32,7 +32,9 @@ bool TSetAxisMajorTicks::ProcessCommand() {
     }
     const bool isMatrix = getFirstSPLOMElement(*graph) != nullptr;
     for (const PlXDimension* dimension : getDimensionsByRole(*graph, role)) {
-      for (PlXAxis* axis : dimension->getAxiss()) {
+      const std::vector<PlXAxis*> axes = dimension->getAxiss();
+      becauseUnless(!axes.empty(), "there is no axis of the role", role);
+      for (PlXAxis* axis : axes) {
         if (isMatrix) {
           axis->removeMajorTickss();
         } else if (isAxisDerived(*axis) == derived) {

@@ -21,6 +21,7 @@ bool TSetAxisOpposite::ProcessCommand() {
     }
     for (const PlXDimension* dimension : getDimensionsByRole(*graph, role)) {
       const std::vector<PlXAxis*> axes = dimension->getAxiss();
+      becauseUnless(!axes.empty(), "there is no axis of the role", role);
       if (!axes.empty()) axes[0]->setOpposite(opposite);
       if (axes.size() > 1) axes[1]->setOpposite(!opposite);
     }

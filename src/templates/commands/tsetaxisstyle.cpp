@@ -81,7 +81,9 @@ bool TSetAxisStyle::ProcessCommand() {
     if (isCategoricalGiven && isRoleCategorical(*graph, role) != categorical) continue;
     const bool isMatrix = getFirstSPLOMElement(*graph) != nullptr;
     for (const PlXDimension* dimension : getDimensionsByRole(*graph, role)) {
-      for (PlXAxis* axis : dimension->getAxiss()) {
+      const std::vector<PlXAxis*> axes = dimension->getAxiss();
+      becauseUnless(!axes.empty(), "there is no axis of the role", role);
+      for (PlXAxis* axis : axes) {
         if (isAxisDerived(*axis) != derived ||
             !doesCoordinateMatch(static_cast<const PlXBaseElement&>(*axis), role)) {
           continue;

@@ -17,7 +17,7 @@ bool TSetExclude::ProcessCommand() {
               domain.removeCategoriess();
               PlXCategories* excluded = domain.addCategories();
               excluded->setRemove(true);
-              excluded->setText(rawValues(variable, *labels, Unlabelled::dropped).xc_str());
+              excluded->setText(rawValues(*this, variable, *labels, Unlabelled::dropped).xc_str());
             });
   return true;
 }

@@ -63,7 +63,7 @@ bool TSetExplodeSlice::ProcessCommand() {
     if (!isGraphPolar(*graph)) continue;
     const std::vector<CTVariableType*> shown = getLegendVariables(*graph, PlXUni::_legend);
     if (shown.empty() || !shown.front()->getCategorical()) continue;
-    const ChartString slices = rawValues(*shown.front(), *labels, Unlabelled::dropped);
+    const ChartString slices = rawValues(*this, *shown.front(), *labels, Unlabelled::dropped);
     std::vector<CTElementType*> elements;
     getAllElements(*graph, elements);
     std::erase_if(elements, [&](const CTElementType* element) {

@@ -143,7 +143,9 @@ bool TSetGenericAttributes::ProcessCommand() {
     node.SetAttribute(styleName, style->getId());
     return style;
   };
-  for (PlXBaseElement* node : findNodes(target, parameters)) {
+  const std::vector<PlXBaseElement*> nodes = findNodes(target, parameters);
+  if (nodes.empty()) because("there is no such element", parameters.elementName);
+  for (PlXBaseElement* node : nodes) {
     const bool isLinked = !parameters.styleName.empty();
     PlXBaseElement* written = isLinked ? linked(*node) : node;
     if (!written) continue;

@@ -19,7 +19,7 @@ bool TSetOrder::ProcessCommand() {
               domain.removeSimpleSorts();
               PlXSimpleSort* sort = domain.addSimpleSort();
               sort->setMethod(PlXSimpleSort::method_explicit);
-              const ChartString order = rawValues(variable, *labels, Unlabelled::kept);
+              const ChartString order = rawValues(*this, variable, *labels, Unlabelled::kept);
               sort->addCategoryOrder()->setText(order.xc_str());
             });
   return true;

@@ -434,6 +434,7 @@ bool TStyle::ProcessCommand() {
   if (kind.type.empty()) {
     PlXStyle* style = styleOfId(target, attribute(PlXUni::_id));
     const auto first = styles.find(0);
+    if (!style) because("there is no style", attribute(PlXUni::_id));
     if (!style || first == styles.end()) return false;
     importStyle(first->second, *style);
     return true;
