@@ -45,12 +45,13 @@ void findUnknown(const CommandSchema& schema, const DOMElement* element, std::st
     const std::string each = ChartString(attributes->item(i)->getNodeName()).toUTF8();
     if (!known->attributes.contains(each)) unknown += name + '@' + each + ' ';
   }
-  for (const std::vector<std::string>& need : known->needs) {
-    if (std::none_of(need.begin(), need.end(), [&](const std::string& each) {
+  for (const auto& [where, names, isWithout] : known->needs) {
+    if (!where.name.empty() || !isWithout) continue;
+    if (std::ranges::none_of(names, [&](const std::string& each) {
           return *element->getAttribute(ChartString(each.c_str()).xc_str()) ||
                  ChartBase::getChildByTagName(element, ChartString(each.c_str()).xc_str());
         })) {
-      unknown += name + " without " + need[0] + ' ';
+      unknown += name + " without " + names[0] + ' ';
     }
   }
   for (const DOMElement* child = firstElement(element); child; child = nextElement(child)) {

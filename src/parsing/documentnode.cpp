@@ -120,6 +120,7 @@ class NodeReader : public BoundedSaxParser {
     setFeature(XMLUni::fgSAX2CoreNameSpaces, hasNamespaces);
     setFeature(XMLUni::fgXercesSchema, false);
     setFeature(XMLUni::fgXercesLoadExternalDTD, false);
+    setFeature(XMLUni::fgXercesCalculateSrcOfs, true);  // for the place of the root
   }
 
   std::optional<DocumentNode> read(const std::string& text, ChartProblem& problem) {

@@ -31,7 +31,7 @@ struct CHARTXML_API DocumentNode {
 
   std::string name;  // with its prefix; empty for a text
   std::string text;
-  // From 1, where the tag or the text starts; of the root, where its tag ends.
+  // From 1, where the tag or the text starts.
   unsigned long line = 0;
   unsigned long column = 0;
   // Without those of namespaces and schemas.
