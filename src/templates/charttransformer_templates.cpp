@@ -7,6 +7,19 @@
 #include "plxframes.h"
 #include "tavogotocaller.h"
 
+namespace {
+
+constexpr char popupsTemplate[] =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\"?>"
+    "<template TAVO-Version=\"2.10\" xmlns=\"" CHARTXML_HOST
+    "/software/analytics/tavo/xml/visualization\" "
+    "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" xsi:schemaLocation=\"" CHARTXML_HOST
+    "/software/analytics/tavo/xml/visualization " CHARTXML_HOST
+    "/software/analytics/tavo/xml/visualization/grafo-template-3.5.xsd\">"
+    "<addPopups x=\"true\" y=\"true\" z=\"true\" legend=\"true\"/></template>";
+
+}  // namespace
+
 void ChartTransformer::dump(const std::string& prefix, unsigned counter, PRINTTYPE type) {
   printString(getEntireXML(_utf8), prefix, ".xml", counter, type);
 }
@@ -68,14 +81,8 @@ bool ChartTransformer::runTemplate(const std::string& templateText,
 bool ChartTransformer::addPopups() {
   static unsigned counter = 1;
   if (!model_ || !model_->getPopups().empty()) return false;
-  const bool isApplied = applyTemplate(
-      "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\"?>"
-      "<template TAVO-Version=\"2.10\" xmlns=\"" CHARTXML_HOST
-      "/software/analytics/tavo/xml/visualization\" "
-      "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" xsi:schemaLocation=\"" CHARTXML_HOST
-      "/software/analytics/tavo/xml/visualization " CHARTXML_HOST
-      "/software/analytics/tavo/xml/visualization/grafo-template-3.5.xsd\">"
-      "<addPopups x=\"true\" y=\"true\" z=\"true\" legend=\"true\"/></template>");
+  // The text of the template takes memory, too.
+  const bool isApplied = unlessMemoryFails(false, [this] { return applyTemplate(popupsTemplate); });
   if (willPrintString(PRINT_PARSE_ERROR)) dump("xml_with_popups", counter++, PRINT_PARSE_ERROR);
   return isApplied;
 }
