@@ -12,6 +12,7 @@
 #include <csignal>
 #include <cstddef>
 #include <cstdlib>
+#include <iterator>
 #include <new>
 
 #if defined(__SANITIZE_ADDRESS__)
@@ -31,23 +32,34 @@ namespace {
 
 resources::Failure failure;
 bool isArmed = false;
-// Shared with the processes that a run starts.
-bool* hasFailed = nullptr;
 long uses = 0;
 long liveBlocks = 0;
 int pauses = 0;
-constexpr int mostFrames = 64;
-void* frames[mostFrames];
-int depth = 0;
+struct Places {
+  void* frames[64];
+  int depth;
+};
+
+// Shared with the processes that a run starts, and with the one that started it.
+struct Notes {
+  bool hasFailed;
+  Places failure;
+  Places crash;
+};
+Notes* notes = nullptr;
+
+void note(Places& places) {
+  places.depth = backtrace(places.frames, static_cast<int>(std::size(places.frames)));
+}
 
 bool fails(resources::Kind kind) {
   if (!isArmed || pauses > 0 || kind != failure.kind) return false;
   const long use = ++uses;
   if (use != failure.at && !(failure.isLasting && use > failure.at)) return false;
-  if (depth == 0) {
-    *hasFailed = true;
+  if (notes->failure.depth == 0) {
+    notes->hasFailed = true;
     const resources::Pause pause;
-    depth = backtrace(frames, mostFrames);
+    note(notes->failure);
   }
   return true;
 }
@@ -67,12 +79,14 @@ bool callFails() {
   return !failure.isShort;
 }
 
-std::string namesOf(void* const* places, int count) {
+std::string namesOf(const Places& places) {
   const resources::Pause pause;
   std::string names;
-  for (int i = 0; i < count; ++i) {
+  for (int i = 0; i < places.depth; ++i) {
     Dl_info info;
-    if (dladdr(places[i], &info) != 0 && info.dli_sname) names.append(info.dli_sname).append("\n");
+    if (dladdr(places.frames[i], &info) != 0 && info.dli_sname) {
+      names.append(info.dli_sname).append("\n");
+    }
   }
   return names;
 }
@@ -83,21 +97,23 @@ void count(const void* block, long difference) {
 
 }  // namespace
 
+void resources::share() {
+  if (notes) return;
+  notes = static_cast<Notes*>(
+      mmap(nullptr, sizeof(Notes), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
+}
+
 void resources::arm(const Failure& next) {
   failure = next;
-  depth = 0;
   uses = 0;
-  if (!hasFailed) {
-    hasFailed = static_cast<bool*>(
-        mmap(nullptr, sizeof(bool), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
-  }
-  *hasFailed = false;
+  share();
+  *notes = {};
   isArmed = true;
 }
 
 bool resources::disarm() {
   isArmed = false;
-  return *hasFailed;
+  return notes->hasFailed;
 }
 
 long resources::live() {
@@ -113,12 +129,11 @@ resources::Pause::~Pause() {
 }
 
 std::string resources::trace() {
-  return namesOf(frames, depth);
+  return notes ? namesOf(notes->failure) + namesOf(notes->crash) : "";
 }
 
-std::string resources::traceNow() {
-  void* now[mostFrames];
-  return namesOf(now, backtrace(now, mostFrames));
+void resources::noteCrash() {
+  note(notes->crash);
 }
 
 #if CHARTXML_OWN_MALLOC
@@ -228,7 +243,7 @@ extern "C" {
 
 ssize_t __wrap_write(int file, const void* bytes, std::size_t size) {
   if (file != STDERR_FILENO && callFails()) return -1;
-  const bool isHalf = isArmed && *hasFailed && failure.isShort && size > 1;
+  const bool isHalf = isArmed && notes->hasFailed && failure.isShort && size > 1;
   return syscall(SYS_write, file, bytes, isHalf ? size / 2 : size);
 }
 

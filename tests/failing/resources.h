@@ -20,6 +20,8 @@ struct Failure {
   int signal = 0;        // raised before the call, which then succeeds
 };
 
+// From then on a process sees what becomes of those that it forks.
+void share();
 // Counts from 0 from now on.
 void arm(const Failure& failure);
 // Answers whether it came to the failure.
@@ -37,11 +39,11 @@ class Pause {
   ~Pause();
 };
 
-// The functions that were at work when it came to the failure, the innermost first, by their names
-// in the symbol tables.
+// The functions that were at work when it came to the failure, and then at a crash that was noted,
+// the innermost first, by their names in the symbol tables.
 std::string trace();
-// The same of those that are at work now.
-std::string traceNow();
+// For a handler of signals: names nothing, since memory may be in ruins.
+void noteCrash();
 
 }  // namespace resources
 

@@ -70,9 +70,6 @@ struct Sweep {
   bool isOne = false;  // no more than the first
 };
 
-// The code of a process that ends by a crash within the parser library that is known.
-constexpr int knownCrash = 9;
-
 // Answers how many faults there were, and writes them.
 int sweep(const Scenario& scenario, const Sweep& how);
 

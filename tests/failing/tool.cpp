@@ -141,10 +141,11 @@ void runVerb(const Words& words, Answers& answers) {
     waitpid(child, &status, 0);
   }
   const resources::Pause pause;
-  if (WIFSIGNALED(status))
+  if (WIFSIGNALED(status)) {
     answers.blame(std::string("ends by signal: ") + strsignal(WTERMSIG(status)));
+    return;
+  }
   const int code = WEXITSTATUS(status);
-  if (WIFSIGNALED(status) || code == knownCrash) return;
   if (const std::string fault = faultOfFiles(); !fault.empty()) answers.blame(fault);
   if (code != 0 && code != 1) answers.blame("ends with code " + std::to_string(code));
   if (code != 0 && readFile(folder().stream("messages")).empty()) answers.blame("tells nothing");
