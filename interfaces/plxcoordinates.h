@@ -91,8 +91,8 @@ class CHARTXML_API PlXDimension : public PlXBaseElement {
   PlXBaseElement* getDomain() const { return link<PlXBaseElement>(u"domain"); }
   void setDomain(PlXIntervalDomain& domain) { setLink(u"domain", domain); }
   void setDomain(PlXCategoricalDomain& domain) { setLink(u"domain", domain); }
-  // Not null on a clustered dimension: the variable whose categories are the clusters. The axis shows
-  // them; what elements have along the dimension lies side by side within each.
+  // Not null on a clustered dimension: the variable whose categories are the clusters. The axis
+  // shows them; what elements have along the dimension lies side by side within each.
   CTVariableType* getClusterVariable() const { return link<CTVariableType>(u"clusterVariable"); }
   void setClusterVariable(CTVariableType& variable) { setLink(u"clusterVariable", variable); }
   // Between clusters: a length or a percentage text ("2%").
