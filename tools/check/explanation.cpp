@@ -5,8 +5,8 @@
 
 #include <chartxml/misspelling.h>
 
-#include "commandline.h"
 #include "schemadocument.h"
+#include "writtentexts.h"
 
 using schemadocument::attribute;
 

@@ -4,7 +4,8 @@
 
 #include <chartxml/chartxml.h>
 
-#include "commandline.h"
+#include "failure.h"
+#include "writtentexts.h"
 
 using namespace xercesc;
 

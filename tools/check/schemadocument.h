@@ -12,7 +12,7 @@
 
 #include <chartxml/chartxml.h>
 
-#include "commandline.h"
+#include "failure.h"
 
 namespace schemadocument {
 

@@ -16,7 +16,8 @@
 #include <optional>
 #include <vector>
 
-#include "commandline.h"
+#include "failure.h"
+#include "writtentexts.h"
 
 namespace draw {
 

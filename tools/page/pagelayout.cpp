@@ -12,7 +12,6 @@
 #include <chartxml/chartxml.h>
 
 #include "charttexts.h"
-#include "commandline.h"
 
 using namespace xercesc;
 

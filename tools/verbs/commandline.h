@@ -12,6 +12,7 @@
 #include <xercesc/util/OutOfMemoryException.hpp>
 
 #include "failure.h"
+#include "writtentexts.h"
 
 enum ExitCode : int {
   exitDone = 0,
@@ -71,15 +72,6 @@ struct Option {
 
 // Reads the options and answers the operands; all that follows "--" are operands.
 std::vector<std::string> readOptions(int argc, char** argv, std::span<const Option> options);
-
-// A text out of a document for a line of output: control characters, and the characters in
-// `special`, stand as escapes behind a backslash.
-std::string escaped(std::string_view text, std::string_view special = {});
-
-// The text as it stands in reports: in double quotes, and with escapes. A word is quoted only where
-// a reader of words would go wrong otherwise.
-std::string quoted(std::string_view text);
-std::string word(std::string_view text);
 
 // Writes a line to standard error, behind the tool's name.
 void complain(std::string_view message);
