@@ -42,8 +42,8 @@ const std::string* misspelling::meantBy(const std::string& word,
   for (const std::string& each : names) {
     // Each letter of the difference in length is one that is inserted or left out; a word out of a
     // document may be as long as that.
-    const auto [shorter, longer] = std::minmax(word.size(), each.size());
-    if (longer - shorter >= nearest) continue;
+    const std::size_t shorter = std::min(word.size(), each.size());
+    if (std::max(word.size(), each.size()) - shorter >= nearest) continue;
     const std::size_t letters = distance(lowered(word), lowered(each));
     if (letters >= nearest) continue;
     nearest = letters;

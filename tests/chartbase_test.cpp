@@ -6,6 +6,7 @@
 #include <clocale>
 
 #include <xercesc/dom/DOM.hpp>
+#include <xercesc/util/PlatformUtils.hpp>
 
 #include "pathfactory.h"
 #include "plxframes.h"
@@ -195,7 +196,10 @@ TEST(Parse, KeepsEarlierDocuments) {
 }
 
 TEST(NewDocuments, NameTheirSchemas) {
-  EXPECT_EQ(ChartBase::createPlXDocument(nullptr), nullptr);  // no parser library yet
+  // The front door keeps the library from its first use on, which another test may have made.
+  if (!XMLPlatformUtils::fgMemoryManager) {
+    EXPECT_EQ(ChartBase::createPlXDocument(nullptr), nullptr);
+  }
   ChartBase base;
   for (const auto& [create, schema] : {std::pair(&ChartBase::createPlXDocument, "grafo-2.9.xsd"),
                                        {&ChartBase::createDocument, "grafo-1.4.xsd"}}) {

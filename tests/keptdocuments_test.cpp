@@ -3,6 +3,8 @@
 
 #include <regex>
 
+#include <xercesc/util/PlatformUtils.hpp>
+
 #include "chartparser.h"
 #include "charttemplate.h"
 #include "charttransformer.h"
@@ -71,6 +73,8 @@ TEST(KeptTemplates, TakeNoMoreThanTheirBytes) {
 }
 
 TEST(KeptTemplates, AreThoseThatNothingElseCanChange) {
+  // By the front door, which another test may have used.
+  const bool isLibraryHeld = xercesc::XMLPlatformUtils::fgMemoryManager;
   const std::string plain = templateText("");
   std::weak_ptr<const ChartParser> kept;
   {
@@ -87,7 +91,7 @@ TEST(KeptTemplates, AreThoseThatNothingElseCanChange) {
     PathFactory::getPathInstance(3)->setInstallationFolder(CHARTXML_INSTALLATION);
     EXPECT_EQ(parse(plain), first);
   }
-  EXPECT_TRUE(kept.expired());
+  EXPECT_NE(kept.expired(), isLibraryHeld);
 }
 
 // Of any template: the log, and what becomes of a chart, but for the time of day in its texts.
