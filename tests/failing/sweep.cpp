@@ -36,6 +36,7 @@ void tell(const Scenario& scenario, long at, const std::string& fault) {
 constexpr const char* known[] = {"DTDGrammar",
                                  "GrammarResolver10putGrammar",
                                  "DTDScanner",
+                                 "scanDocTypeDecl",
                                  "DTDElementDecl",
                                  "DFAContentModel",
                                  "ContentSpecNode",
