@@ -7,6 +7,7 @@
 
 #include <chartxml/chartxml.h>
 
+#include "chartfiles.h"
 #include "commandline.h"
 #include "commandschema.h"
 #include "files.h"
@@ -55,11 +56,6 @@ const char applyHelp[] =
     "  chartxml separate --chart - --data /dev/null sales.xml | chartxml apply - house.xml\n";
 
 namespace {
-
-bool isFolder(const std::string& path) {
-  std::error_code none;
-  return fs::is_directory(path, none);
-}
 
 struct Job {
   std::vector<std::string> charts;  // folders among them
@@ -268,25 +264,6 @@ class Run {
   const std::vector<Template>& templates_;
   Report& report_;
 };
-
-// The charts of a folder, or the one file.
-std::vector<std::string> chartsAt(const std::string& path,
-                                  const std::vector<std::string>& templates) {
-  if (!isFolder(path)) return {path};
-  std::vector<std::string> charts;
-  for (const fs::directory_entry& entry : fs::directory_iterator(path)) {
-    const fs::path extension = entry.path().extension();
-    if ((extension != ".xml" && extension != ".z") || entry.is_directory()) continue;
-    const bool isTemplate = std::ranges::any_of(templates, [&](const std::string& name) {
-      std::error_code none;
-      return fs::equivalent(entry.path(), name, none);
-    });
-    if (!isTemplate) charts.push_back(entry.path());
-  }
-  if (charts.empty()) throw Failure(path + ": holds no charts");
-  std::ranges::sort(charts);
-  return charts;
-}
 
 // A run over many charts.
 class Batch {

@@ -147,7 +147,10 @@ std::string styled(const std::vector<Template>& templates, const std::string& na
     if (!isApplied) throw Failure(name + ": " + each.file + ": can't be applied to its end");
   }
   std::string result = transformer.getEntireXML(ChartBase::_utf8);
-  if (result.empty()) throw Failure(name + ": can't be given back by the templates");
+  if (transformer.isOutOfMemory()) throw NotEnoughMemory(name);
+  if (result.empty() || !transformer.isDataWhole()) {
+    throw Failure(name + ": can't be given back by the templates");
+  }
   return result;
 }
 
